@@ -1,0 +1,84 @@
+# The modules: one library, built once for each processor target from the same sources.
+# SPDX-License-Identifier: MIT
+
+# name | bits | compiler target | directory below the prefix
+set(KVRS_MODULE_TABLE
+  "s8|32|-m32 -mssse3 -mfpmath=sse -mstackrealign|lib32"
+  "v2|64|-march=x86-64-v2|lib"
+  "v3|64|-march=x86-64-v3|lib/glibc-hwcaps/x86-64-v3"
+  "v4|64|-march=x86-64-v4|lib/glibc-hwcaps/x86-64-v4")
+
+# Sets <prefix>_bits, _flags and _dir for a module.
+function(kvrs_module_row module prefix)
+  foreach(row IN LISTS KVRS_MODULE_TABLE)
+    string(REPLACE "|" ";" cells "${row}")
+    list(GET cells 0 name)
+    if(name STREQUAL module)
+      list(GET cells 1 bits)
+      list(GET cells 2 flags)
+      list(GET cells 3 dir)
+      separate_arguments(flags UNIX_COMMAND "${flags}")
+      set(${prefix}_bits ${bits} PARENT_SCOPE)
+      set(${prefix}_flags ${flags} PARENT_SCOPE)
+      set(${prefix}_dir ${dir} PARENT_SCOPE)
+      return()
+    endif()
+  endforeach()
+  message(FATAL_ERROR "unknown module ${module}")
+endfunction()
+
+# The flags that every object of an ABI shares.
+function(kvrs_abi_flags bits result)
+  if(bits EQUAL 32)
+    set(${result} -m32 PARENT_SCOPE)
+  else()
+    set(${result} -m64 PARENT_SCOPE)
+  endif()
+endfunction()
+
+# What distinguishes a module of this library from other C++: no run-time library, nothing that the compiler may
+# reorder, only the listed names visible.
+set(KVRS_MODULE_COMPILE_FLAGS
+  -ffp-contract=off -fno-math-errno -fno-exceptions -fno-rtti -fno-threadsafe-statics -fno-semantic-interposition
+  -fvisibility=hidden -fvisibility-inlines-hidden -fopenmp -Wall -Wextra -Wshadow)
+
+# The companion core library of an ABI, as target kvrscore_<bits>.
+function(kvrs_add_core bits dir)
+  kvrs_abi_flags(${bits} abi)
+  add_library(kvrscore_${bits} SHARED core/core.c)
+  target_include_directories(kvrscore_${bits} PUBLIC
+    $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}/include> $<INSTALL_INTERFACE:include>)
+  target_compile_options(kvrscore_${bits} PRIVATE ${abi} -fvisibility=hidden -Wall -Wextra)
+  target_link_options(kvrscore_${bits} PRIVATE ${abi})
+  set_target_properties(kvrscore_${bits} PROPERTIES
+    OUTPUT_NAME kvrscore SOVERSION 6 C_VISIBILITY_PRESET hidden
+    LIBRARY_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/core/${bits})
+  install(TARGETS kvrscore_${bits} LIBRARY DESTINATION ${dir})
+endfunction()
+
+# A module, as target kvrs_<module>.
+function(kvrs_add_module module)
+  kvrs_module_row(${module} row)
+  kvrs_abi_flags(${row_bits} abi)
+  set(target kvrs_${module})
+  add_library(${target} SHARED ${KVRS_SOURCES})
+  target_compile_features(${target} PRIVATE cxx_std_20)
+  target_include_directories(${target} PUBLIC
+    $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}/include> $<INSTALL_INTERFACE:include>
+    PRIVATE ${PROJECT_SOURCE_DIR})
+  target_compile_definitions(${target} PRIVATE KVRS_TARGET_CPU="${module}")
+  target_compile_options(${target} PRIVATE ${row_flags} ${KVRS_MODULE_COMPILE_FLAGS})
+  target_link_libraries(${target} PRIVATE kvrscore_${row_bits} m)
+  target_link_options(${target} PRIVATE ${abi} -fopenmp -static-libgcc
+    -Wl,--version-script=${KVRS_VERSION_SCRIPT} ${KVRS_ALIAS_LINK_OPTIONS}
+    -Wl,-Bsymbolic-functions -Wl,--as-needed -Wl,-z,defs)
+  set_target_properties(${target} PROPERTIES
+    OUTPUT_NAME kvrs SOVERSION 6
+    LINK_DEPENDS "${KVRS_VERSION_SCRIPT};${PROJECT_SOURCE_DIR}/frame/aliases.def"
+    # The C driver links, so no C++ run-time library comes in.
+    LINKER_LANGUAGE C
+    BUILD_RPATH "$ORIGIN/../../core/${row_bits}"
+    INSTALL_RPATH "$ORIGIN:$ORIGIN/../.."
+    LIBRARY_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/modules/${module})
+  install(TARGETS ${target} LIBRARY DESTINATION ${row_dir})
+endfunction()

@@ -1,0 +1,70 @@
+// How vectors of each element type are loaded and stored. Real elements are one vector; complex ones are split into
+// a vector of real and one of imaginary parts.
+// SPDX-License-Identifier: MIT
+#ifndef KVRS_FRAME_ELEMENT_H
+#define KVRS_FRAME_ELEMENT_H
+
+#include "frame/simd.h"
+
+namespace kvrs {
+
+template <class V>
+struct Complex {
+  V re, im;
+};
+
+// Element<T>::Lane is the type of one lane, and kStreams tells whether stream() bypasses the cache.
+template <class T>
+struct Element {
+  using Lane = T;
+  static constexpr bool kStreams = true;
+
+  template <class Dt>
+  static KVRS_INLINE hn::Vec<Dt> load(Dt d, const T* p) {
+    return hn::LoadU(d, p);
+  }
+  template <class Dt>
+  static KVRS_INLINE void store(hn::Vec<Dt> v, Dt d, T* p) {
+    hn::StoreU(v, d, p);
+  }
+  // p is aligned to the vector.
+  template <class Dt>
+  static KVRS_INLINE void stream(hn::Vec<Dt> v, Dt d, T* p) {
+    hn::Stream(v, d, p);
+  }
+};
+
+template <class T, class Part>
+struct ComplexElement {
+  using Lane = Part;
+  static constexpr bool kStreams = false;
+
+  template <class Dt>
+  static KVRS_INLINE Complex<hn::Vec<Dt>> load(Dt d, const T* p) {
+    Complex<hn::Vec<Dt>> v;
+    hn::LoadInterleaved2(d, &p->re, v.re, v.im);
+    return v;
+  }
+  template <class Dt>
+  static KVRS_INLINE void store(Complex<hn::Vec<Dt>> v, Dt d, T* p) {
+    hn::StoreInterleaved2(v.re, v.im, d, &p->re);
+  }
+};
+
+template <>
+struct Element<Kvr16sc> : ComplexElement<Kvr16sc, Kvr16s> {};
+template <>
+struct Element<Kvr32sc> : ComplexElement<Kvr32sc, Kvr32s> {};
+template <>
+struct Element<Kvr64sc> : ComplexElement<Kvr64sc, Kvr64s> {};
+template <>
+struct Element<Kvr32fc> : ComplexElement<Kvr32fc, Kvr32f> {};
+template <>
+struct Element<Kvr64fc> : ComplexElement<Kvr64fc, Kvr64f> {};
+
+template <class T>
+using LaneOf = typename Element<T>::Lane;
+
+}  // namespace kvrs
+
+#endif

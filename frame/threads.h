@@ -1,0 +1,52 @@
+// Parallel regions inside one call, and the gate in front of them.
+// SPDX-License-Identifier: MIT
+#ifndef KVRS_FRAME_THREADS_H
+#define KVRS_FRAME_THREADS_H
+
+#include <omp.h>
+
+#include <cstddef>
+
+#include "kvrscore.h"
+
+namespace kvrs {
+
+// Runs body(thread, team) on a team of at most `threads`, and on one thread when the runtime grants no more: team is
+// what was granted.
+template <class Body>
+void runTeam(int threads, Body body) {
+#pragma omp parallel num_threads(threads)
+  body(omp_get_thread_num(), omp_get_num_threads());
+}
+
+// Team sizes of runSliced: most kernels gain nothing from a third thread, as memory feeds two at the most.
+inline constexpr int kTwoThreads = 2;
+inline constexpr int kAllThreads = 1 << 30;
+
+// The gate of element-wise work: runs kernel(begin, count) over all of [0, len), on slices of a team when `len`
+// reaches `threadedFrom` and more than one thread may be used, and otherwise in one piece. The last slice takes
+// what an even division leaves over.
+//
+// The kernel returns true for a warning; so does runSliced if any slice did. All writers of the flag write the same
+// value and the region's end orders them before the read.
+template <class Kernel>
+bool runSliced(size_t len, size_t threadedFrom, int mostThreads, Kernel kernel) {
+  if (len >= threadedFrom) {
+    const int available = ownGetNumThreads();
+    if (available > 1 && len >= static_cast<size_t>(available)) {
+      bool warned = false;
+      runTeam(available < mostThreads ? available : mostThreads, [&](int thread, int team) {
+        const size_t chunk = len / static_cast<size_t>(team);
+        const size_t begin = chunk * static_cast<size_t>(thread);
+        const size_t count = thread == team - 1 ? len - begin : chunk;
+        if (kernel(begin, count)) __atomic_store_n(&warned, true, __ATOMIC_RELAXED);
+      });
+      return warned;
+    }
+  }
+  return kernel(0, len);
+}
+
+}  // namespace kvrs
+
+#endif

@@ -1,0 +1,2 @@
+/* placeholder
+ * SPDX-License-Identifier: MIT */
