@@ -16,7 +16,9 @@ void* kvrMalloc(size_t bytes) {
   return posix_memalign(&block, kAlignment, bytes) == 0 ? block : NULL;
 }
 
-void kvrFree(void* ptr) { free(ptr); }
+void kvrFree(void* ptr) {
+  free(ptr);
+}
 
 static atomic_int chosenThreads;   // 0: none chosen
 static atomic_int processorCount;  // 0: not yet read

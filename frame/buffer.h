@@ -1,5 +1,5 @@
-// Caller's memory: rounding a pointer up, cutting tables out of a block, and the work area rule of the transforms.
-// SPDX-License-Identifier: MIT
+// Caller's memory: rounding a pointer up, cutting tables out of a block, and the work area rule of the
+// transforms. SPDX-License-Identifier: MIT
 #ifndef KVRS_FRAME_BUFFER_H
 #define KVRS_FRAME_BUFFER_H
 
@@ -23,8 +23,8 @@ T* alignUp(T* p, size_t alignment = kBufferAlignment) {
   return reinterpret_cast<T*>(roundUp(reinterpret_cast<uintptr_t>(p), alignment));
 }
 
-// Hands out the tables of a block one behind the other. A size query runs the same requests on a null block, so
-// that the two cannot drift apart: used() is then the size.
+// Hands out the tables of a block one behind the other. A size query runs the same requests on a null block,
+// so that the two cannot drift apart: used() is then the size.
 class Carver {
  public:
   explicit Carver(void* block) : base_(reinterpret_cast<uintptr_t>(block)), next_(base_) {}
@@ -44,8 +44,8 @@ class Carver {
   uintptr_t next_;
 };
 
-// The work area of one transform call: none when no bytes are needed; the caller's buffer, rounded up, when there
-// is one; otherwise a block of its own for as long as the scope lasts.
+// The work area of one transform call: none when no bytes are needed; the caller's buffer, rounded up, when
+// there is one; otherwise a block of its own for as long as the scope lasts.
 //
 //   WorkArea work(spec->workSize, buffer);
 //   if (!work.ok()) return kvrStatusOutOfMemory;

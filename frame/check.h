@@ -2,9 +2,8 @@
 //
 //   KVRS_CHECK(pointers(src, dst), length(len), shiftCount(val));
 //
-// returns the status of the first check that fails. All checks of one KVRS_CHECK are evaluated, so a check that
-// looks behind a pointer tests that pointer itself.
-// SPDX-License-Identifier: MIT
+// returns the status of the first check that fails. All checks of one KVRS_CHECK are evaluated, so a check
+// that looks behind a pointer tests that pointer itself. SPDX-License-Identifier: MIT
 #ifndef KVRS_FRAME_CHECK_H
 #define KVRS_FRAME_CHECK_H
 
@@ -12,11 +11,10 @@
 
 #include "kvrs/types.h"
 
-#define KVRS_CHECK(...)                                                               \
-  do {                                                                                \
-    using namespace ::kvrs::check;                                                    \
-    if (const KvrStatus bad = ::kvrs::check::firstBad(__VA_ARGS__); bad != kvrStatusOk) \
-      return bad;                                                                     \
+#define KVRS_CHECK(...)                                                                             \
+  do {                                                                                              \
+    using namespace ::kvrs::check;                                                                  \
+    if (const KvrStatus bad = ::kvrs::check::firstBad(__VA_ARGS__); bad != kvrStatusOk) return bad; \
   } while (false)
 
 namespace kvrs::check {
@@ -31,18 +29,26 @@ constexpr KvrStatus firstBad(KvrStatus first, Rest... rest) {
 }
 
 // `status` unless the condition holds.
-constexpr KvrStatus require(bool condition, KvrStatus status) { return condition ? kvrStatusOk : status; }
+constexpr KvrStatus require(bool condition, KvrStatus status) {
+  return condition ? kvrStatusOk : status;
+}
 
 template <class... T>
 constexpr KvrStatus pointers(const T*... p) {
   return require(((p != nullptr) && ...), kvrStatusNullPointer);
 }
 
-constexpr KvrStatus length(int len) { return require(len >= 1, kvrStatusBadLength); }
+constexpr KvrStatus length(int len) {
+  return require(len >= 1, kvrStatusBadLength);
+}
 
-constexpr KvrStatus shiftCount(int count) { return require(count >= 0, kvrStatusBadShift); }
+constexpr KvrStatus shiftCount(int count) {
+  return require(count >= 0, kvrStatusBadShift);
+}
 
-constexpr KvrStatus tapsLength(int tapsLen) { return require(tapsLen >= 1, kvrStatusBadTapsLength); }
+constexpr KvrStatus tapsLength(int tapsLen) {
+  return require(tapsLen >= 1, kvrStatusBadTapsLength);
+}
 
 // A context: there, and its first word one of `words`. Every context begins with a 32-bit identifier word.
 template <class Context, class... Word>

@@ -1,6 +1,5 @@
-// How vectors of each element type are loaded and stored. Real elements are one vector; complex ones are split into
-// a vector of real and one of imaginary parts.
-// SPDX-License-Identifier: MIT
+// How vectors of each element type are loaded and stored. Real elements are one vector; complex ones are
+// split into a vector of real and one of imaginary parts. SPDX-License-Identifier: MIT
 #ifndef KVRS_FRAME_ELEMENT_H
 #define KVRS_FRAME_ELEMENT_H
 

@@ -6,14 +6,14 @@
 //   .     aligned body, 4 blocks a turn           .            .
 //   0                                             len - N      len
 //
-// The blocks at both ends lie over the body instead of running element by element, so that every element comes out
-// of the same vector code, whatever the length and the alignment. Both are computed before anything is stored and
-// stored after the body: an operation in place reads each element before it is overwritten. Vectors shorter than N
-// elements run the same way with blocks of N/2, N/4, ... elements.
+// The blocks at both ends lie over the body instead of running element by element, so that every element
+// comes out of the same vector code, whatever the length and the alignment. Both are computed before anything
+// is stored and stored after the body: an operation in place reads each element before it is overwritten.
+// Vectors shorter than N elements run the same way with blocks of N/2, N/4, ... elements.
 //
-// There is one loop for every alignment of a source: on processors of the last fifteen years an unaligned load costs
-// nothing but the crossing of a cache line, which no alignment of dst can avoid for all sources at once.
-// SPDX-License-Identifier: MIT
+// There is one loop for every alignment of a source: on processors of the last fifteen years an unaligned
+// load costs nothing but the crossing of a cache line, which no alignment of dst can avoid for all sources at
+// once. SPDX-License-Identifier: MIT
 #ifndef KVRS_FRAME_LOOP_H
 #define KVRS_FRAME_LOOP_H
 
@@ -27,7 +27,9 @@
 namespace kvrs {
 namespace loop_detail {
 
-constexpr size_t widest(size_t a) { return a; }
+constexpr size_t widest(size_t a) {
+  return a;
+}
 template <class... Rest>
 constexpr size_t widest(size_t a, Rest... rest) {
   const size_t b = widest(rest...);
@@ -45,8 +47,8 @@ KVRS_INLINE auto block(const Op& op, size_t i, const S*... src) {
   return op(d, Element<S>::load(Lanes<LaneOf<S>, N>(), src + i)...);
 }
 
-// The elements from `i` on, block by block until at most one block is left, which is the last one's. Streaming stores
-// want an aligned dst + i.
+// The elements from `i` on, block by block until at most one block is left, which is the last one's.
+// Streaming stores want an aligned dst + i.
 template <bool kStream, size_t N, class D, class Op, class... S>
 KVRS_INLINE void body(const Op& op, D* dst, size_t i, size_t end, const S*... src) {
   const Lanes<LaneOf<D>, N> d;
@@ -84,8 +86,8 @@ KVRS_INLINE void shortMap(const Op& op, D* dst, size_t len, const S*... src) {
   }
 }
 
-// Whether a result of so many bytes is better written past the cache: when it and its sources cannot all stay there.
-// The bound below spares the usual call the question.
+// Whether a result of so many bytes is better written past the cache: when it and its sources cannot all stay
+// there. The bound below spares the usual call the question.
 inline constexpr size_t kLeastStreamedBytes = size_t{1} << 20;
 
 inline bool beyondCache(size_t bytes) {
@@ -96,9 +98,10 @@ inline bool beyondCache(size_t bytes) {
 
 }  // namespace loop_detail
 
-// dst[i] = op(d, src[i]...) for i in [0, len). `op` is called with a tag of dst's lanes and the sources' vectors (a
-// Complex for complex elements) and returns dst's. It is called for 1, 2, 4, ... elements up to a full block, for some
-// elements twice, and with elements in any order. Each source is dst itself or does not overlap it.
+// dst[i] = op(d, src[i]...) for i in [0, len). `op` is called with a tag of dst's lanes and the sources'
+// vectors (a Complex for complex elements) and returns dst's. It is called for 1, 2, 4, ... elements up to a
+// full block, for some elements twice, and with elements in any order. Each source is dst itself or does not
+// overlap it.
 template <class D, class Op, class... S>
 void mapElements(const Op& op, D* dst, size_t len, const S*... src) {
   using namespace loop_detail;

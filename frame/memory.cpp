@@ -15,10 +15,22 @@ T* allocate(int len) {
 
 }  // namespace
 
-Kvr8u* kvrsMalloc_8u(int len) noexcept { return allocate<Kvr8u>(len); }
-Kvr16s* kvrsMalloc_16s(int len) noexcept { return allocate<Kvr16s>(len); }
-Kvr32f* kvrsMalloc_32f(int len) noexcept { return allocate<Kvr32f>(len); }
-Kvr64f* kvrsMalloc_64f(int len) noexcept { return allocate<Kvr64f>(len); }
-Kvr64fc* kvrsMalloc_64fc(int len) noexcept { return allocate<Kvr64fc>(len); }
+Kvr8u* kvrsMalloc_8u(int len) noexcept {
+  return allocate<Kvr8u>(len);
+}
+Kvr16s* kvrsMalloc_16s(int len) noexcept {
+  return allocate<Kvr16s>(len);
+}
+Kvr32f* kvrsMalloc_32f(int len) noexcept {
+  return allocate<Kvr32f>(len);
+}
+Kvr64f* kvrsMalloc_64f(int len) noexcept {
+  return allocate<Kvr64f>(len);
+}
+Kvr64fc* kvrsMalloc_64fc(int len) noexcept {
+  return allocate<Kvr64fc>(len);
+}
 
-void kvrsFree(void* ptr) noexcept { kvrFree(ptr); }
+void kvrsFree(void* ptr) noexcept {
+  kvrFree(ptr);
+}

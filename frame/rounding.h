@@ -10,9 +10,9 @@ namespace kvrs {
 
 enum class Rounding : unsigned { nearest = 0, down = 1, up = 2, zero = 3 };
 
-// Sets the rounding field of the vector unit's control word and gives the caller's back at the end of the scope.
-// Exception flags and masks stay as they are. The control word is only written when it changes: a write costs
-// about as much as twenty additions.
+// Sets the rounding field of the vector unit's control word and gives the caller's back at the end of the
+// scope. Exception flags and masks stay as they are. The control word is only written when it changes: a
+// write costs about as much as twenty additions.
 class VectorRoundingScope {
  public:
   explicit VectorRoundingScope(Rounding mode) : before_(_mm_getcsr()) {

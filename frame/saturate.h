@@ -25,13 +25,11 @@ constexpr D saturate(S value) {
   }
 }
 
-// What is left of a value when its scale is too large to matter: D's maximum for a positive one, its minimum for a
-// negative one (0 where D is unsigned), 0 for 0.
+// What is left of a value when its scale is too large to matter: D's maximum for a positive one, its minimum
+// for a negative one (0 where D is unsigned), 0 for 0.
 template <class D, class S>
 constexpr D saturateBySign(S value) {
-  return value > 0   ? std::numeric_limits<D>::max()
-         : value < 0 ? std::numeric_limits<D>::lowest()
-                     : D{0};
+  return value > 0 ? std::numeric_limits<D>::max() : value < 0 ? std::numeric_limits<D>::lowest() : D{0};
 }
 
 }  // namespace kvrs

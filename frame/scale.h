@@ -1,6 +1,5 @@
-// The scale-factor rule of the _Sfs functions: r * 2^(-scaleFactor), rounded to nearest with ties to even, then
-// saturated.
-// SPDX-License-Identifier: MIT
+// The scale-factor rule of the _Sfs functions: r * 2^(-scaleFactor), rounded to nearest with ties to even,
+// then saturated. SPDX-License-Identifier: MIT
 #ifndef KVRS_FRAME_SCALE_H
 #define KVRS_FRAME_SCALE_H
 
@@ -11,8 +10,9 @@
 
 namespace kvrs {
 
-// Where a family's scale factors change kernel. Above `zeroAbove` no exact result can round to anything but 0; at
-// or below `signAtOrBelow` every result but 0 leaves the destination's range, so that only its sign matters.
+// Where a family's scale factors change kernel. Above `zeroAbove` no exact result can round to anything but
+// 0; at or below `signAtOrBelow` every result but 0 leaves the destination's range, so that only its sign
+// matters.
 struct ScaleBounds {
   int zeroAbove;
   int signAtOrBelow;
@@ -29,19 +29,21 @@ enum class ScaleKernel {
 
 constexpr ScaleKernel scaleKernel(int scaleFactor, ScaleBounds bounds) {
   if (scaleFactor == 0) return ScaleKernel::none;
-  if (scaleFactor < 0) return scaleFactor > bounds.signAtOrBelow ? ScaleKernel::shiftLeft : ScaleKernel::bySign;
+  if (scaleFactor < 0)
+    return scaleFactor > bounds.signAtOrBelow ? ScaleKernel::shiftLeft : ScaleKernel::bySign;
   if (scaleFactor > bounds.zeroAbove) return ScaleKernel::zero;
   return scaleFactor == 1 ? ScaleKernel::one : ScaleKernel::shiftRight;
 }
 
-// r / 2^shift, ties to even, for 1 <= shift < bits of R. The addition must not overflow: |r| <= max - 2^(shift-1).
+// r / 2^shift, ties to even, for 1 <= shift < bits of R. The addition must not overflow: |r| <= max -
+// 2^(shift-1).
 template <class R>
 constexpr R shiftRightEven(R r, int shift) {
   return static_cast<R>((r + ((R{1} << (shift - 1)) - 1) + ((r >> shift) & 1)) >> shift);
 }
 
-// The rule on one value, for every scale factor: the definition that vector kernels are written after, and what
-// kernels that work element by element use. Valid for |r| <= 2^62.
+// The rule on one value, for every scale factor: the definition that vector kernels are written after, and
+// what kernels that work element by element use. Valid for |r| <= 2^62.
 template <class D>
 constexpr D scaleTo(int64_t r, int scaleFactor) {
   if (scaleFactor > 63) return D{0};

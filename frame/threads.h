@@ -11,8 +11,8 @@
 
 namespace kvrs {
 
-// Runs body(thread, team) on a team of at most `threads`, and on one thread when the runtime grants no more: team is
-// what was granted.
+// Runs body(thread, team) on a team of at most `threads`, and on one thread when the runtime grants no more:
+// team is what was granted.
 template <class Body>
 void runTeam(int threads, Body body) {
 #pragma omp parallel num_threads(threads)
@@ -23,12 +23,12 @@ void runTeam(int threads, Body body) {
 inline constexpr int kTwoThreads = 2;
 inline constexpr int kAllThreads = 1 << 30;
 
-// The gate of element-wise work: runs kernel(begin, count) over all of [0, len), on slices of a team when `len`
-// reaches `threadedFrom` and more than one thread may be used, and otherwise in one piece. The last slice takes
-// what an even division leaves over.
+// The gate of element-wise work: runs kernel(begin, count) over all of [0, len), on slices of a team when
+// `len` reaches `threadedFrom` and more than one thread may be used, and otherwise in one piece. The last
+// slice takes what an even division leaves over.
 //
-// The kernel returns true for a warning; so does runSliced if any slice did. All writers of the flag write the same
-// value and the region's end orders them before the read.
+// The kernel returns true for a warning; so does runSliced if any slice did. All writers of the flag write
+// the same value and the region's end orders them before the read.
 template <class Kernel>
 bool runSliced(size_t len, size_t threadedFrom, int mostThreads, Kernel kernel) {
   if (len >= threadedFrom) {

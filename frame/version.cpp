@@ -7,4 +7,6 @@ static const KvrLibraryVersion version = {
     6, 1, 137, 844, KVRS_TARGET_CPU, "kvrs" KVRS_TARGET_CPU "-6.1.dll", "6.1 build 137.53", "Jan 26 2010",
 };
 
-const KvrLibraryVersion* kvrsGetLibVersion() noexcept { return &version; }
+const KvrLibraryVersion* kvrsGetLibVersion() noexcept {
+  return &version;
+}

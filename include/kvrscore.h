@@ -1,6 +1,6 @@
-/* kvrscore: memory and the thread count for kvrs. A library of its own, so that an application can put another in
- * its place: one that defines these functions with the same contracts, linked or loaded ahead of this one.
- * SPDX-License-Identifier: MIT */
+/* kvrscore: memory and the thread count for kvrs. A library of its own, so that an application can put
+ * another in its place: one that defines these functions with the same contracts, linked or loaded ahead of
+ * this one. SPDX-License-Identifier: MIT */
 #ifndef KVRSCORE_H
 #define KVRSCORE_H
 
@@ -34,11 +34,12 @@ KVRSCORE_API void kvrFree(void* ptr) KVRSCORE_NOEXCEPT;
 /** The number of threads that a kvrs function may use in one call, at least 1.
  *
  * Without a call of ownSetNumThreads() it is the number of processors that the process may run on, read once.
- * kvrs reads it at every use, also while filter states are sized: a state is good for the count at its creation
- * and for any smaller one. */
+ * kvrs reads it at every use, also while filter states are sized: a state is good for the count at its
+ * creation and for any smaller one. */
 KVRSCORE_API int ownGetNumThreads(void) KVRSCORE_NOEXCEPT;
 
-/** Sets what ownGetNumThreads() returns, for the whole process. May be called at any time and from any thread.
+/** Sets what ownGetNumThreads() returns, for the whole process. May be called at any time and from any
+ * thread.
  * @param count the number of threads; below 1 restores the default. */
 KVRSCORE_API void ownSetNumThreads(int count) KVRSCORE_NOEXCEPT;
 

@@ -196,9 +196,21 @@ KvrStatus kvrsXorC_16u_I(Kvr16u val, Kvr16u* srcDst, int len) noexcept {
 KvrStatus kvrsXorC_32u_I(Kvr32u val, Kvr32u* srcDst, int len) noexcept {
   return vectorScalar<Xor>(srcDst, val, srcDst, len);
 }
-KvrStatus kvrsNot_8u(const Kvr8u* src, Kvr8u* dst, int len) noexcept { return invert(src, dst, len); }
-KvrStatus kvrsNot_16u(const Kvr16u* src, Kvr16u* dst, int len) noexcept { return invert(src, dst, len); }
-KvrStatus kvrsNot_32u(const Kvr32u* src, Kvr32u* dst, int len) noexcept { return invert(src, dst, len); }
-KvrStatus kvrsNot_8u_I(Kvr8u* srcDst, int len) noexcept { return invert(srcDst, srcDst, len); }
-KvrStatus kvrsNot_16u_I(Kvr16u* srcDst, int len) noexcept { return invert(srcDst, srcDst, len); }
-KvrStatus kvrsNot_32u_I(Kvr32u* srcDst, int len) noexcept { return invert(srcDst, srcDst, len); }
+KvrStatus kvrsNot_8u(const Kvr8u* src, Kvr8u* dst, int len) noexcept {
+  return invert(src, dst, len);
+}
+KvrStatus kvrsNot_16u(const Kvr16u* src, Kvr16u* dst, int len) noexcept {
+  return invert(src, dst, len);
+}
+KvrStatus kvrsNot_32u(const Kvr32u* src, Kvr32u* dst, int len) noexcept {
+  return invert(src, dst, len);
+}
+KvrStatus kvrsNot_8u_I(Kvr8u* srcDst, int len) noexcept {
+  return invert(srcDst, srcDst, len);
+}
+KvrStatus kvrsNot_16u_I(Kvr16u* srcDst, int len) noexcept {
+  return invert(srcDst, srcDst, len);
+}
+KvrStatus kvrsNot_32u_I(Kvr32u* srcDst, int len) noexcept {
+  return invert(srcDst, srcDst, len);
+}

@@ -17,8 +17,8 @@ KVRS_API const KvrLibraryVersion* kvrsGetLibVersion(void) KVRS_NOEXCEPT;
 
 /** @name Allocate a vector
  *
- * One call of kvrMalloc() for `len` elements, so the block is aligned to 32 bytes at least. The number of bytes is
- * `len` times the element's width modulo 2^32: a `len` whose bytes pass 4 GiB wraps.
+ * One call of kvrMalloc() for `len` elements, so the block is aligned to 32 bytes at least. The number of
+ * bytes is `len` times the element's width modulo 2^32: a `len` whose bytes pass 4 GiB wraps.
  * @return the block, to be released with kvrsFree(); null when `len` is below 1 or memory is out.
  * @{ */
 KVRS_API Kvr8u* kvrsMalloc_8u(int len) KVRS_NOEXCEPT;

@@ -21,7 +21,8 @@ KVRS_BEGIN_DECLS
  *
  * Element types: 8u, 16u, 32u. `dst` may be one of the sources; otherwise they do not overlap.
  *
- * Errors, in the order tested: ::kvrStatusNullPointer for a null pointer, ::kvrStatusBadLength for `len` below 1.
+ * Errors, in the order tested: ::kvrStatusNullPointer for a null pointer, ::kvrStatusBadLength for `len`
+ * below 1.
  * @{
  */
 

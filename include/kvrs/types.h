@@ -26,7 +26,8 @@
  * The last words of a function's name are codes of its element types: one code, and all vectors have that
  * type; two, and they are those of source and destination; three, of first source, second source and
  * destination. Integers are two's complement and little-endian. The packed codes `24u` and `24s` are three
- * bytes an element, low byte first, in arrays of Kvr8u; `1u` is a string of bits, the top bit of a byte first.
+ * bytes an element, low byte first, in arrays of Kvr8u; `1u` is a string of bits, the top bit of a byte
+ * first.
  * @{
  */
 
@@ -69,8 +70,8 @@ typedef struct {
   Kvr64f re, im;
 } Kvr64fc;
 
-/** How a call ended: 0 is success; a negative status is an error, and nothing was written; a positive one is a
- * warning, and the whole result was written, with the replacements that the function's contract states. */
+/** How a call ended: 0 is success; a negative status is an error, and nothing was written; a positive one is
+ * a warning, and the whole result was written, with the replacements that the function's contract states. */
 typedef int32_t KvrStatus;
 
 enum {
@@ -148,10 +149,10 @@ enum { kvrCmpLess = 0, kvrCmpGreater = 4 };
 
 /** Which direction of a transform of N points divides, and by what. */
 enum {
-  kvrFftDivFwdByN = 1,   /**< forward by N */
-  kvrFftDivInvByN = 2,   /**< inverse by N */
-  kvrFftDivBySqrtN = 4,  /**< both by the square root of N */
-  kvrFftNoDivByAny = 8   /**< neither */
+  kvrFftDivFwdByN = 1,  /**< forward by N */
+  kvrFftDivInvByN = 2,  /**< inverse by N */
+  kvrFftDivBySqrtN = 4, /**< both by the square root of N */
+  kvrFftNoDivByAny = 8  /**< neither */
 };
 
 /** The version of a module, see kvrsGetLibVersion(). */
