@@ -1,0 +1,78 @@
+// The table of all declared functions (made by tools/make_contract_table.py) and how its rows are called.
+// SPDX-License-Identifier: MIT
+#ifndef KVRS_TESTS_CONTRACT_CONTRACT_H
+#define KVRS_TESTS_CONTRACT_CONTRACT_H
+
+#include <array>
+#include <span>
+#include <type_traits>
+
+#include "kvrs/types.h"
+
+namespace kvrs::test {
+
+enum class Kind {
+  input,       // array that is read
+  output,      // array or number that is written
+  channels,    // array of pointers to arrays
+  context,     // record of a transform or filter
+  newContext,  // where an Init stores the address of a new record
+  length,      // len
+  value,       // any other number
+};
+
+struct Parameter {
+  Kind kind;
+  const char* type;  // without const and stars
+  const char* name;
+
+  bool isPointer() const { return kind != Kind::length && kind != Kind::value; }
+};
+
+// The arguments of one call, by their place.
+struct Values {
+  struct Value {
+    void* pointer = nullptr;
+    double number = 0;
+  };
+  std::array<Value, 16> at;
+
+  template <class P>
+  P pointer(int i) const {
+    return static_cast<P>(at[i].pointer);
+  }
+  template <class T>
+  T number(int i) const {
+    const double number = at[i].number;
+    if constexpr (std::is_arithmetic_v<T>) {
+      return static_cast<T>(number);
+    } else {
+      T complex;
+      complex.re = static_cast<decltype(complex.re)>(number);
+      complex.im = static_cast<decltype(complex.im)>(number);
+      return complex;
+    }
+  }
+};
+
+struct Function {
+  const char* name;
+  const Parameter* parameters;
+  int parameterCount;
+  KvrStatus (*call)(const Values&);
+  KvrStatus (*release)(void*);  // for functions that make a record on the heap
+
+  std::span<const Parameter> all() const { return {parameters, static_cast<size_t>(parameterCount)}; }
+};
+
+// All declared functions that return a status.
+std::span<const Function> functions();
+
+// A new record of a type ("KvrsFFTSpec_C_32fc") in `memory` of kContextBytes, fit for the function. Null for
+// a type that contexts.cpp does not know.
+void* makeContext(const char* type, const char* function, void* memory);
+inline constexpr size_t kContextBytes = size_t{1} << 16;
+
+}  // namespace kvrs::test
+
+#endif

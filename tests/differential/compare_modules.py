@@ -1,0 +1,106 @@
+#!/usr/bin/env python3
+# SPDX-License-Identifier: MIT
+"""Compares what the modules return and store for the same calls (outputs.cpp).
+
+usage: compare_modules.py MODULE=PROGRAM=LIBRARY_DIRECTORY ...
+
+The first module is the reference. Statuses, sizes and results must be the same bytes; results of the functions in
+ORDER_FREE, whose sums or estimates may take another order in each module, must agree within the given distance, relative
+to the largest magnitude of the array.
+"""
+import math
+import os
+import re
+import struct
+import subprocess
+import sys
+
+# Pattern on the function's name -> largest difference in units of the type's epsilon.
+ORDER_FREE = [
+    (r"kvrsFFT(Fwd|Inv)_.*", 8),
+    (r"kvrsFIR(One)?_.*32f.*", 16),
+    # A sum may end on either side of an integer's boundary.
+]
+FORMATS = {"Kvr32f": ("f", 2.0**-23), "Kvr32fc": ("f", 2.0**-23), "Kvr64f": ("d", 2.0**-52), "Kvr64fc": ("d", 2.0**-52)}
+SKIPPED = 77
+
+
+def outputs(program, directory):
+    environment = dict(os.environ, LD_LIBRARY_PATH=directory)
+    done = subprocess.run([program], env=environment, stdout=subprocess.PIPE, text=True)
+    if done.returncode:
+        sys.exit(f"{program} on {directory} ended with {done.returncode}")
+    calls, current = {}, None
+    for line in done.stdout.splitlines():
+        words = line.split()
+        if line.startswith("  "):
+            calls[current][1][words[0]] = (words[1], bytes.fromhex(words[2]))
+        else:
+            current = tuple(words[:3])
+            calls[current] = (words[3], {})
+    return calls
+
+
+def distance(kind, a, b):
+    """The largest difference of two arrays in units of epsilon times their largest magnitude; None if not comparable."""
+    letter, epsilon = FORMATS[kind]
+    count = len(a) // struct.calcsize(letter)
+    x, y = struct.unpack(f"{count}{letter}", a), struct.unpack(f"{count}{letter}", b)
+    top = max((abs(v) for v in x if math.isfinite(v)), default=0)
+    worst = 0.0
+    for p, q in zip(x, y):
+        if p == q or (math.isnan(p) and math.isnan(q)):
+            continue
+        if not (math.isfinite(p) and math.isfinite(q)):
+            return None
+        worst = max(worst, abs(p - q) / (epsilon * top))
+    return worst
+
+
+def compare(name, reference, other):
+    bad = []
+    if reference.keys() != other.keys():
+        return [f"{name}: other calls than the reference"]
+    for call, (status, arrays) in reference.items():
+        if other[call][0] != status:
+            bad.append(f"{name}: {' '.join(call)}: status {other[call][0]} instead of {status}")
+        for array, (kind, data) in arrays.items():
+            got = other[call][1][array][1]
+            if got == data:
+                continue
+            limit = next((limit for pattern, limit in ORDER_FREE if re.fullmatch(pattern, call[0])), None)
+            if limit is not None and kind in FORMATS:
+                d = distance(kind, data, got)
+                if d is not None and d <= limit:
+                    continue
+                bad.append(f"{name}: {' '.join(call)}: {array} is {d} units away")
+            else:
+                first = next(i for i in range(len(data)) if data[i] != got[i])
+                bad.append(f"{name}: {' '.join(call)}: {array} differs from byte {first} on")
+    return bad
+
+
+def main():
+    runs = [argument.split("=") for argument in sys.argv[1:]]
+    flags = open("/proc/cpuinfo").read()
+    runnable = []
+    for module, program, directory in runs:
+        needs = {"v3": "avx2", "v4": "avx512vl"}.get(module)
+        if needs and needs not in flags:
+            print(f"{module}: skipped, this processor cannot run it")
+        else:
+            runnable.append((module, outputs(program, directory)))
+    if len(runnable) < 2:
+        sys.exit(SKIPPED)
+    reference_name, reference = runnable[0]
+    bad = []
+    for module, other in runnable[1:]:
+        found = compare(f"{module} against {reference_name}", reference, other)
+        print(f"{module} against {reference_name}: {len(reference)} calls, {len(found)} differences")
+        bad += found
+    if bad:
+        sys.exit("\n".join(bad[:50]))
+
+
+if __name__ == "__main__":
+    main()

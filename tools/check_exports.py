@@ -1,0 +1,75 @@
+#!/usr/bin/env python3
+# SPDX-License-Identifier: MIT
+"""Checks frame/exports.def and what a built module exports and needs.
+
+The list: 2,072 names in C order, ordinals from 1 without a gap. A module: exports names of the list only, defines every
+name that the headers declare, second names share the address of their first, and needs no library but the C library's,
+OpenMP's and kvrscore.
+"""
+import argparse
+import subprocess
+import sys
+from pathlib import Path
+
+sys.path.insert(0, str(Path(__file__).parent))
+import declarations  # noqa: E402
+
+COUNT = 2072
+NEEDED = {"libc.so.6", "libm.so.6", "libgomp.so.1", "libkvrscore.so.6", "ld-linux.so.2", "ld-linux-x86-64.so.2"}
+
+
+def lines(*command):
+    return subprocess.run(command, check=True, stdout=subprocess.PIPE, text=True).stdout.splitlines()
+
+
+def check_list(names):
+    bad = []
+    if len(names) != COUNT:
+        bad.append(f"{len(names)} names instead of {COUNT}")
+    if [name for name, _ in names] != sorted({name for name, _ in names}):
+        bad.append("names are not in C order, or one stands twice")
+    if [ordinal for _, ordinal in names] != list(range(1, len(names) + 1)):
+        bad.append("ordinals do not run from 1 without a gap")
+    return bad
+
+
+def check_module(path, names, declared, aliases):
+    symbols = {}
+    for line in lines("nm", "-D", "--defined-only", path):
+        address, _, name = line.split()
+        symbols[name] = address
+    bad = [f"exports {name}, which is not in the list" for name in sorted(symbols.keys() - names)]
+    bad += [f"does not define {name}, which a header declares" for name in sorted(declared - symbols.keys())]
+    bad += [f"exports {name}, which no header declares" for name in sorted((symbols.keys() & names) - declared)]
+    bad += [f"{second} does not share the code of {first}" for second, first in aliases.items()
+            if symbols.get(second) != symbols.get(first)]
+    for line in lines("readelf", "-dW", path):
+        if "(NEEDED)" in line:
+            library = line.split("[")[1].rstrip("]")
+            if library not in NEEDED:
+                bad.append(f"needs {library}")
+    return bad, len(symbols.keys() & names)
+
+
+def main():
+    parser = argparse.ArgumentParser(description=__doc__, formatter_class=argparse.RawDescriptionHelpFormatter)
+    parser.add_argument("modules", nargs="*", help="built modules (libkvrs.so.6)")
+    parser.add_argument("--source", default=Path(__file__).parent.parent, type=Path, help="source tree")
+    options = parser.parse_args()
+
+    listed = declarations.export_list(options.source / "frame/exports.def")
+    bad = [f"frame/exports.def: {what}" for what in check_list(listed)]
+    names = {name for name, _ in listed}
+    declared = {f.name for f in declarations.functions(options.source / "include")}
+    bad += [f"include: {name} is not in frame/exports.def" for name in sorted(declared - names)]
+    aliases = declarations.aliases(options.source / "frame/aliases.def")
+    for module in options.modules:
+        found, count = check_module(module, names, declared, aliases)
+        bad += [f"{module}: {what}" for what in found]
+        print(f"{module}: {count} of {COUNT} functions")
+    if bad:
+        sys.exit("\n".join(bad))
+
+
+if __name__ == "__main__":
+    main()
