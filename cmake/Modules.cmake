@@ -2,11 +2,17 @@
 # SPDX-License-Identifier: MIT
 
 # name | bits | compiler target | directory below the prefix
+#
+# The dynamic loader looks into the glibc-hwcaps directories below a library path first and takes the best module
+# that the processor can run, so lib/ holds the one that every 64-bit processor of the family understands.
 set(KVRS_MODULE_TABLE
   "s8|32|-m32 -mssse3 -mfpmath=sse -mstackrealign|lib32"
   "v2|64|-march=x86-64-v2|lib"
   "v3|64|-march=x86-64-v3|lib/glibc-hwcaps/x86-64-v3"
   "v4|64|-march=x86-64-v4|lib/glibc-hwcaps/x86-64-v4")
+
+# The module of each ABI that programs link against, and where the libraries of the ABI are: bits | module | directory
+set(KVRS_ABI_TABLE "32|s8|lib32" "64|v2|lib")
 
 # Sets <prefix>_bits, _flags and _dir for a module.
 function(kvrs_module_row module prefix)
@@ -24,7 +30,7 @@ function(kvrs_module_row module prefix)
       return()
     endif()
   endforeach()
-  message(FATAL_ERROR "unknown module ${module}")
+  message(FATAL_ERROR "KVRS_MODULES: there is no module \"${module}\"; there are s8, v2, v3 and v4")
 endfunction()
 
 # The flags that every object of an ABI shares.
@@ -51,9 +57,8 @@ function(kvrs_add_core bits dir)
   target_compile_options(kvrscore_${bits} PRIVATE ${abi} -fvisibility=hidden -Wall -Wextra)
   target_link_options(kvrscore_${bits} PRIVATE ${abi})
   set_target_properties(kvrscore_${bits} PROPERTIES
-    OUTPUT_NAME kvrscore SOVERSION 6 C_VISIBILITY_PRESET hidden
+    OUTPUT_NAME kvrscore SOVERSION 6 C_VISIBILITY_PRESET hidden EXPORT_NAME core
     LIBRARY_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/core/${bits})
-  install(TARGETS kvrscore_${bits} LIBRARY DESTINATION ${dir})
 endfunction()
 
 # A module, as target kvrs_<module>.
@@ -73,12 +78,12 @@ function(kvrs_add_module module)
     -Wl,--version-script=${KVRS_VERSION_SCRIPT} ${KVRS_ALIAS_LINK_OPTIONS}
     -Wl,-Bsymbolic-functions -Wl,--as-needed -Wl,-z,defs)
   set_target_properties(${target} PROPERTIES
-    OUTPUT_NAME kvrs SOVERSION 6
+    OUTPUT_NAME kvrs SOVERSION 6 EXPORT_NAME kvrs
     LINK_DEPENDS "${KVRS_VERSION_SCRIPT};${PROJECT_SOURCE_DIR}/frame/aliases.def"
     # The C driver links, so no C++ run-time library comes in.
     LINKER_LANGUAGE C
     BUILD_RPATH "$ORIGIN/../../core/${row_bits}"
+    # The core library lies beside the module, or two directories above those of glibc-hwcaps.
     INSTALL_RPATH "$ORIGIN:$ORIGIN/../.."
     LIBRARY_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/modules/${module})
-  install(TARGETS ${target} LIBRARY DESTINATION ${row_dir})
 endfunction()

@@ -1,0 +1,121 @@
+#!/usr/bin/env bash
+# One case of the tests of an installed tree, see CMakeLists.txt: package_test.sh SCRATCH CASE [ARGUMENT...]
+# SPDX-License-Identifier: MIT
+set -euo pipefail
+
+here=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
+scratch=$1
+stage=$scratch/stage
+
+fail() {
+  printf 'FAILED: %s\n' "$*" >&2
+  exit 1
+}
+
+# Installs, and moves the result: what still points to the first place is found out by the other cases.
+install() {
+  rm -rf "$scratch/first" "$stage"
+  "$CMAKE" --install "$1" --prefix "$scratch/first"
+  mv "$scratch/first" "$stage"
+  if grep -rlF "$scratch/first" "$stage"; then fail "the files above name the place of their installation"; fi
+}
+
+# An empty directory outside of the tree that is under test.
+workplace() {
+  rm -rf "${scratch:?}/$1"
+  mkdir -p "$scratch/$1"
+  cd "$scratch/$1"
+}
+
+lib_dir() { if [[ $1 == 32 ]]; then echo lib32; else echo lib; fi; }
+
+expect_module() {
+  local output=$1 bits=$2
+  case $bits:$output in
+    32:s8 | 64:v2 | 64:v3 | 64:v4) echo "module $output" ;;
+    *) fail "the program reports \"$output\" as its $bits-bit module" ;;
+  esac
+}
+
+# Every header compiles by itself, as C and as C++.
+headers() {
+  local header bits
+  for header in $(cd "$stage/include" && find . -name '*.h' -printf '%P\n' | sort); do
+    for bits in 32 64; do
+      echo "$header, $bits-bit"
+      # C wants a declaration in each translation unit, which a header of macros alone has not.
+      printf '#include "%s"\nextern int unused;\n' "$header" |
+        "$CC" -m$bits -std=c99 -pedantic -Wall -Wextra -Wstrict-prototypes -Werror -fsyntax-only \
+          -I"$stage/include" -x c - || fail "C"
+      echo "#include \"$header\"" |
+        "$CXX" -m$bits -std=c++17 -pedantic -Wall -Wextra -Werror -fsyntax-only -I"$stage/include" -x c++ - ||
+        fail "C++"
+    done
+  done
+}
+
+modules() { find "$stage" -name libkvrs.so.6 | sort; }
+
+# Every name of the list, and nothing else.
+exports() {
+  # shellcheck disable=SC2046
+  "$PYTHON" "$here/../../tools/exports.py" --strict $(modules)
+}
+
+# A module needs the C library, the OpenMP run-time library and the core library, and no C++ run-time library.
+needed() {
+  local library extra
+  for library in $(modules); do
+    extra=$(readelf -d "$library" | sed -n 's/.*(NEEDED).*\[\(.*\)\]/\1/p' |
+      grep -vxE 'libc\.so\.6|libm\.so\.6|lib(g|i|)omp\.so\.[0-9]+|libkvrscore\.so\.6|ld-linux.*' || true)
+    if [[ -n $extra ]]; then fail "$library needs $extra"; fi
+  done
+}
+
+pkgconfig() {
+  local bits=$1 lib
+  if ! command -v pkg-config >/dev/null; then exit 77; fi
+  lib=$stage/$(lib_dir "$bits")
+  workplace "pkgconfig-$bits"
+  cp "$here/consumer/consumer.c" .
+  export PKG_CONFIG_PATH=$lib/pkgconfig
+  # shellcheck disable=SC2046
+  "$CC" "-m$bits" -std=c99 -pedantic -Wall -Werror consumer.c -o consumer \
+    $(pkg-config --cflags --libs kvrs) "-Wl,-rpath,$lib"
+  expect_module "$(./consumer)" "$bits"
+}
+
+# build_by_cmake BITS PLACE
+build_by_cmake() {
+  local bits=$1
+  workplace "$2"
+  cp "$here/consumer/CMakeLists.txt" "$here/consumer/consumer.cpp" .
+  "$CMAKE" -S . -B build "-DCMAKE_PREFIX_PATH=$stage" "-DCMAKE_C_FLAGS=-m$bits" "-DCMAKE_CXX_FLAGS=-m$bits"
+  "$CMAKE" --build build
+}
+
+find_package() {
+  build_by_cmake "$1" "find_package-$1"
+  expect_module "$(build/consumer)" "$1"
+}
+
+# The dynamic loader takes the best module that the processor can run.
+loader() {
+  local mask best expected output
+  build_by_cmake 64 loader >/dev/null
+  for mask in none -AVX512F -AVX2; do
+    if [[ $mask != none ]]; then export GLIBC_TUNABLES=glibc.cpu.hwcaps=$mask; fi
+    # The loader lists the levels that it knows, best first, with a remark on those that it can use.
+    best=$(/lib64/ld-linux-x86-64.so.2 --help | sed -n 's/^ *x86-64-\(v[0-9]\) (supported.*/\1/p' | head -1)
+    expected=${best:-v2}
+    output=$(build/consumer)
+    echo "$mask: the loader's level is $expected, loaded is $output"
+    if [[ $output != "$expected" ]]; then fail "loaded $output"; fi
+    case $mask:$output in
+      -AVX512F:v4 | -AVX2:v4 | -AVX2:v3) fail "a module beyond what $mask leaves" ;;
+    esac
+  done
+}
+
+shift
+"$@"
