@@ -1,5 +1,7 @@
 // How vectors of each element type are loaded and stored. Real elements are one vector; complex ones are
-// split into a vector of real and one of imaginary parts. SPDX-License-Identifier: MIT
+// split into a vector of real and one of imaginary parts. Where an operation is as well or better served by
+// the parts as they lie in memory, real and imaginary in turn, complex arrays are taken as pairs.
+// SPDX-License-Identifier: MIT
 #ifndef KVRS_FRAME_ELEMENT_H
 #define KVRS_FRAME_ELEMENT_H
 
@@ -12,10 +14,12 @@ struct Complex {
   V re, im;
 };
 
-// Element<T>::Lane is the type of one lane, and kStreams tells whether stream() bypasses the cache.
+// Element<T>::Lane is the type of one lane, kSpan how many lanes of a vector an element takes, and kStreams
+// tells whether stream() bypasses the cache.
 template <class T>
 struct Element {
   using Lane = T;
+  static constexpr size_t kSpan = 1;
   static constexpr bool kStreams = true;
 
   template <class Dt>
@@ -36,6 +40,7 @@ struct Element {
 template <class T, class Part>
 struct ComplexElement {
   using Lane = Part;
+  static constexpr size_t kSpan = 1;
   static constexpr bool kStreams = false;
 
   template <class Dt>
@@ -63,6 +68,47 @@ struct Element<Kvr64fc> : ComplexElement<Kvr64fc, Kvr64f> {};
 
 template <class T>
 using LaneOf = typename Element<T>::Lane;
+
+// Two adjacent parts that stay side by side in one vector: real parts in its even lanes, imaginary ones in
+// its odd lanes.
+template <class Part>
+struct Pair {
+  Part re, im;
+};
+
+template <class Part>
+struct Element<Pair<Part>> {
+  using Lane = Part;
+  static constexpr size_t kSpan = 2;
+  static constexpr bool kStreams = true;
+
+  template <class Dt>
+  static KVRS_INLINE hn::Vec<Dt> load(Dt d, const Pair<Part>* p) {
+    return hn::LoadU(d, &p->re);
+  }
+  template <class Dt>
+  static KVRS_INLINE void store(hn::Vec<Dt> v, Dt d, Pair<Part>* p) {
+    hn::StoreU(v, d, &p->re);
+  }
+  template <class Dt>
+  static KVRS_INLINE void stream(hn::Vec<Dt> v, Dt d, Pair<Part>* p) {
+    hn::Stream(v, d, &p->re);
+  }
+};
+
+// An array as pairs of T: of complex elements, or of parts from any place on.
+template <class Part, class T>
+const Pair<Part>* asPairs(const T* p) {
+  return reinterpret_cast<const Pair<Part>*>(p);
+}
+template <class Part, class T>
+Pair<Part>* asPairs(T* p) {
+  return reinterpret_cast<Pair<Part>*>(p);
+}
+
+// The tag of vectors that hold N elements.
+template <class T, size_t N>
+using ElementLanes = Lanes<LaneOf<T>, N * Element<T>::kSpan>;
 
 }  // namespace kvrs
 

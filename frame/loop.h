@@ -36,22 +36,26 @@ constexpr size_t widest(size_t a, Rest... rest) {
   return a > b ? a : b;
 }
 
+// Bytes of a vector that an element takes.
+template <class T>
+inline constexpr size_t kSpanBytes = Element<T>::kSpan * sizeof(LaneOf<T>);
+
 // Elements of a block: those whose widest lanes fill one vector.
 template <class D, class... S>
-inline constexpr size_t kBlock = kVectorBytes / widest(sizeof(LaneOf<D>), sizeof(LaneOf<S>)...);
+inline constexpr size_t kBlock = kVectorBytes / widest(kSpanBytes<D>, kSpanBytes<S>...);
 
 // One block from index i on.
 template <size_t N, class D, class Op, class... S>
 KVRS_INLINE auto block(const Op& op, size_t i, const S*... src) {
-  const Lanes<LaneOf<D>, N> d;
-  return op(d, Element<S>::load(Lanes<LaneOf<S>, N>(), src + i)...);
+  const ElementLanes<D, N> d;
+  return op(d, Element<S>::load(ElementLanes<S, N>(), src + i)...);
 }
 
 // The elements from `i` on, block by block until at most one block is left, which is the last one's.
 // Streaming stores want an aligned dst + i.
 template <bool kStream, size_t N, class D, class Op, class... S>
 KVRS_INLINE void body(const Op& op, D* dst, size_t i, size_t end, const S*... src) {
-  const Lanes<LaneOf<D>, N> d;
+  const ElementLanes<D, N> d;
   const auto put = [&](auto v, size_t at) {
     if constexpr (kStream) {
       Element<D>::stream(v, d, dst + at);
@@ -76,7 +80,7 @@ KVRS_INLINE void body(const Op& op, D* dst, size_t i, size_t end, const S*... sr
 template <size_t N, class D, class Op, class... S>
 KVRS_INLINE void shortMap(const Op& op, D* dst, size_t len, const S*... src) {
   if (len >= N) {
-    const Lanes<LaneOf<D>, N> d;
+    const ElementLanes<D, N> d;
     const auto first = block<N, D>(op, 0, src...);
     const auto last = block<N, D>(op, len - N, src...);
     Element<D>::store(first, d, dst);
@@ -114,7 +118,7 @@ void mapElements(const Op& op, D* dst, size_t len, const S*... src) {
     }
     return;
   }
-  const Lanes<LaneOf<D>, N> d;
+  const ElementLanes<D, N> d;
   const auto first = block<N, D>(op, 0, src...);
   const auto last = block<N, D>(op, len - N, src...);
 
