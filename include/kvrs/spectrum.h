@@ -11,15 +11,14 @@ KVRS_BEGIN_DECLS
  *
  * The spectrum X of a real signal of length N is conjugate-symmetric, so N numbers hold it:
  *
- * | Format | N    | Sequence                                                                        | Numbers
- * |
- * |--------|------|---------------------------------------------------------------------------------|---------|
- * | Pack   | even | Re X[0], Re X[1], Im X[1], ..., Re X[N/2-1], Im X[N/2-1], Re X[N/2]             | N | |
- * Pack   | odd  | Re X[0], Re X[1], Im X[1], ..., Re X[(N-1)/2], Im X[(N-1)/2]                    | N       |
- * | Perm   | even | Re X[0], Re X[N/2], Re X[1], Im X[1], ..., Re X[N/2-1], Im X[N/2-1]             | N | |
- * Perm   | odd  | as Pack                                                                         | N       |
- * | CCS    | even | Re X[0], 0, Re X[1], Im X[1], ..., Re X[N/2-1], Im X[N/2-1], Re X[N/2], 0       | N + 2 |
- * | CCS    | odd  | Re X[0], 0, Re X[1], Im X[1], ..., Re X[(N-1)/2], Im X[(N-1)/2]                 | N + 1 |
+ * | Format | N    | Sequence                                                                  | Numbers |
+ * |--------|------|---------------------------------------------------------------------------|---------|
+ * | Pack   | even | Re X[0], Re X[1], Im X[1], ..., Re X[N/2-1], Im X[N/2-1], Re X[N/2]       | N       |
+ * | Pack   | odd  | Re X[0], Re X[1], Im X[1], ..., Re X[(N-1)/2], Im X[(N-1)/2]              | N       |
+ * | Perm   | even | Re X[0], Re X[N/2], Re X[1], Im X[1], ..., Re X[N/2-1], Im X[N/2-1]       | N       |
+ * | Perm   | odd  | as Pack                                                                   | N       |
+ * | CCS    | even | Re X[0], 0, Re X[1], Im X[1], ..., Re X[N/2-1], Im X[N/2-1], Re X[N/2], 0 | N + 2   |
+ * | CCS    | odd  | Re X[0], 0, Re X[1], Im X[1], ..., Re X[(N-1)/2], Im X[(N-1)/2]           | N + 1   |
  *
  * A product of two spectra is the spectrum of the cyclic convolution of the signals; a product with the
  * conjugate, that of their cyclic correlation. `len` is N, the length of the real signals.
