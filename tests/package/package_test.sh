@@ -56,20 +56,10 @@ headers() {
 
 modules() { find "$stage" -name libkvrs.so.6 | sort; }
 
-# Every name of the list, and nothing else.
+# The installed modules export and need what they should.
 exports() {
   # shellcheck disable=SC2046
-  "$PYTHON" "$here/../../tools/exports.py" --strict $(modules)
-}
-
-# A module needs the C library, the OpenMP run-time library and the core library, and no C++ run-time library.
-needed() {
-  local library extra
-  for library in $(modules); do
-    extra=$(readelf -d "$library" | sed -n 's/.*(NEEDED).*\[\(.*\)\]/\1/p' |
-      grep -vxE 'libc\.so\.6|libm\.so\.6|lib(g|i|)omp\.so\.[0-9]+|libkvrscore\.so\.6|ld-linux.*' || true)
-    if [[ -n $extra ]]; then fail "$library needs $extra"; fi
-  done
+  "$PYTHON" "$here/../../tools/check_exports.py" $(modules)
 }
 
 pkgconfig() {
