@@ -153,11 +153,13 @@ def check_names(sources, findings):
 def main():
     parser = argparse.ArgumentParser(description=__doc__, formatter_class=argparse.RawDescriptionHelpFormatter)
     parser.add_argument("--fix", action="store_true", help="let clang-format rewrite the files first")
+    parser.add_argument("--rules-only", action="store_true", help="leave clang-format out")
     options = parser.parse_args()
 
     findings = Findings()
     files = [path for path in tracked_files() if path.suffix not in BINARY]
-    check_format([path for path in files if path.suffix in CXX], findings, options.fix)
+    if not options.rules_only:
+        check_format([path for path in files if path.suffix in CXX], findings, options.fix)
     sources = []
     for path in files:
         text = path.read_text()
