@@ -49,7 +49,7 @@ set(KVRS_MODULE_COMPILE_FLAGS
   -fvisibility=hidden -fvisibility-inlines-hidden -fopenmp -Wall -Wextra -Wshadow)
 
 # The companion core library of an ABI, as target kvrscore_<bits>.
-function(kvrs_add_core bits dir)
+function(kvrs_add_core bits)
   kvrs_abi_flags(${bits} abi)
   add_library(kvrscore_${bits} SHARED core/core.c)
   target_include_directories(kvrscore_${bits} PUBLIC

@@ -10,15 +10,15 @@
  * - Arrays may have any alignment, and alignment changes no result, but for the last bit where a function's
  *   contract says so. Source and destination are either one array (in place) or do not overlap, unless a
  *   contract allows more.
- * - Arguments are tested in this order: the context, if there is one, for null (::kvrStatusNullPointer) and
- * for its kind (::kvrStatusContextMismatch); the other pointers in the order of the arguments
- * (::kvrStatusNullPointer); `len` below 1 (::kvrStatusBadLength); then modes and values in the order of the
- * arguments. Contracts name the exceptions. Nothing is written until all tests have passed.
+ * - Arguments are tested in this order: the context, if there is one, for null (::kvrStatusNullPointer) and for
+ *   its kind (::kvrStatusContextMismatch); the other pointers in the order of the arguments
+ *   (::kvrStatusNullPointer); `len` below 1 (::kvrStatusBadLength); then modes and values in the order of the
+ *   arguments. Contracts name the exceptions. Nothing is written until all tests have passed.
  * - An `_I` form works in place on `srcDst`. An `_Sfs` form stores its exact result times 2^(-scaleFactor),
  *   rounded to nearest with ties to even and saturated to the destination's range; any scaleFactor will do.
  * - In operations that do not commute the first source is the right-hand operand: kvrsSub stores src2 - src1.
- * - No function prints, locks, or keeps anything between calls outside the caller's arrays and contexts. Two
- * calls may run at once unless they share an output or a filter state.
+ * - No function prints, locks, or keeps anything between calls outside the caller's arrays and contexts. Two calls
+ *   may run at once unless they share an output or a filter state.
  */
 
 #include "kvrs/types.h"

@@ -15,7 +15,8 @@ sys.path.insert(0, str(Path(__file__).parent))
 import declarations  # noqa: E402
 
 COUNT = 2072
-NEEDED = {"libc.so.6", "libm.so.6", "libgomp.so.1", "libomp.so.5", "libkvrscore.so.6", "ld-linux.so.2", "ld-linux-x86-64.so.2",
+NEEDED = {"libc.so.6", "libm.so.6", "libgomp.so.1", "libomp.so.5", "libkvrscore.so.6",
+          "ld-linux.so.2", "ld-linux-x86-64.so.2",
           "libasan.so.8", "libubsan.so.1"}  # the last two in a build with sanitizers
 
 

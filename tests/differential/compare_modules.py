@@ -5,8 +5,8 @@
 usage: compare_modules.py MODULE=PROGRAM=LIBRARY_DIRECTORY ...
 
 The first module is the reference. Statuses, sizes and results must be the same bytes; results of the functions in
-ORDER_FREE, whose sums or estimates may take another order in each module, must agree within the given distance, relative
-to the largest magnitude of the array.
+ORDER_FREE, whose sums or estimates may take another order in each module, must agree within the given distance,
+relative to the largest magnitude of the array.
 """
 import math
 import os
@@ -42,7 +42,7 @@ def outputs(program, directory):
 
 
 def distance(kind, a, b):
-    """The largest difference of two arrays in units of epsilon times their largest magnitude; None if not comparable."""
+    """The largest difference of two arrays in units of epsilon times their largest magnitude; None: no comparison."""
     letter, epsilon = FORMATS[kind]
     count = len(a) // struct.calcsize(letter)
     x, y = struct.unpack(f"{count}{letter}", a), struct.unpack(f"{count}{letter}", b)

@@ -89,6 +89,32 @@ find_package() {
   expect_module "$(build/consumer)" "$1"
 }
 
+# block LANGUAGE: the code blocks of README.md in that language.
+block() { sed -n "/^\`\`\`$1\$/,/^\`\`\`/{/^\`\`\`/d;p}" "$here/../../README.md"; }
+
+# What README.md tells users to write and to call works as it stands there, and prints what it says.
+readme() {
+  local printed
+  # shellcheck disable=SC2016  # the quotes are those of the document
+  printed=$(sed -n 's/^It prints `\(.*\)`\..*/\1/p' "$here/../../README.md")
+  workplace readme
+  mkdir build
+  ln -s "$stage" build/stage
+  block c >main.c
+  # Of the commands, those for pkg-config.
+  block sh | grep -v '^\./kvrs' >commands.sh
+  PATH=$scratch/readme/bin:$PATH
+  mkdir bin
+  ln -s "$(command -v "$CC")" bin/cc
+  bash -euc '. ./commands.sh'
+  [[ $(./main) == "$printed "* || $(./main) == "$printed" ]] || fail "main prints \"$(./main)\""
+
+  block cmake >CMakeLists.txt
+  "$CMAKE" -S . -B cmake "-DCMAKE_PREFIX_PATH=$PWD/build/stage"
+  "$CMAKE" --build cmake
+  [[ $(cmake/main) == "$(./main)" ]] || fail "built by CMake, main prints \"$(cmake/main)\""
+}
+
 # The dynamic loader takes the best module that the processor can run.
 loader() {
   local mask best expected output

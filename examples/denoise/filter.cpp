@@ -1,0 +1,123 @@
+// SPDX-License-Identifier: MIT
+#include "filter.h"
+
+#include <kvrs.h>
+
+#include <algorithm>
+#include <chrono>
+#include <cmath>
+#include <memory>
+#include <numbers>
+
+#include "failure.h"
+
+namespace denoise {
+namespace {
+
+struct FreeState {
+  void operator()(KvrsFIRState_32f* state) const { kvrsFIRFree_32f(state); }
+};
+using State = std::unique_ptr<KvrsFIRState_32f, FreeState>;
+
+// A filter in rest.
+State makeState(const Samples& taps) {
+  KvrsFIRState_32f* state = nullptr;
+  check("kvrsFIRInitAlloc_32f",
+        kvrsFIRInitAlloc_32f(&state, taps.data(), static_cast<int>(taps.size()), nullptr));
+  return State(state);
+}
+
+// Kaiser's formulas: J. F. Kaiser, "Nonrecursive digital filter design using the I0-sinh window function",
+// 1974.
+int tapsFor(double attenuation, double transition) {
+  return static_cast<int>(std::ceil((attenuation - 7.95) / (14.36 * transition))) | 1;
+}
+
+double kaiserBeta(double attenuation) {
+  if (attenuation > 50) return 0.1102 * (attenuation - 8.7);
+  if (attenuation < 21) return 0;
+  return 0.5842 * std::pow(attenuation - 21, 0.4) + 0.07886 * (attenuation - 21);
+}
+
+}  // namespace
+
+Samples designFilter(const FilterDesign& design, int sampleRate) {
+  const double rate = sampleRate;
+  const int tapsLen = design.tapsLen.value_or(tapsFor(design.attenuation, design.transitionHz / rate));
+  const int middle = tapsLen / 2;
+
+  // The ideal filter is a sum of ideal low-passes, each of them a sinc: the band that stays, less what lies
+  // below the notch's upper edge, plus what lies below its lower edge.
+  const auto lowPass = [&](double cutoffHz, int n) {
+    const double f = 2.0 * cutoffHz / rate;
+    return n == 0 ? f : std::sin(std::numbers::pi * f * n) / (std::numbers::pi * n);
+  };
+  const double beta = kaiserBeta(design.attenuation);
+  Samples taps(static_cast<size_t>(tapsLen));
+  for (int i = 0; i < tapsLen; i++) {
+    const int n = i - middle;
+    double ideal = n == 0 ? 1.0 : 0.0;
+    if (design.lowPassHz) ideal = lowPass(*design.lowPassHz, n);
+    if (design.notchHz) {
+      ideal -= lowPass(*design.notchHz + design.notchWidthHz / 2, n);
+      ideal += lowPass(*design.notchHz - design.notchWidthHz / 2, n);
+    }
+    const double x = middle == 0 ? 0.0 : static_cast<double>(n) / middle;
+    const double window =
+        std::cyl_bessel_i(0.0, beta * std::sqrt(1.0 - x * x)) / std::cyl_bessel_i(0.0, beta);
+    taps[static_cast<size_t>(i)] = static_cast<float>(ideal * window);
+  }
+  return taps;
+}
+
+Recording applyFilter(const Recording& recording, const Samples& taps, int blockLength,
+                      const Progress& progress) {
+  const size_t delay = taps.size() / 2;
+  const size_t total = recording.length() + delay;
+  const size_t allChannels = recording.channels.size();
+  Recording filtered{recording.sampleRate, {}};
+  for (const Samples& channel : recording.channels) {
+    // What has gone in comes out `delay` samples later, so that many zeros push the end out.
+    Samples padded = channel;
+    padded.resize(total);
+    Samples result(total);
+    const State state = makeState(taps);
+    for (size_t begin = 0; begin < total; begin += static_cast<size_t>(blockLength)) {
+      const int len = static_cast<int>(std::min(static_cast<size_t>(blockLength), total - begin));
+      check("kvrsFIR_32f", kvrsFIR_32f(&padded[begin], &result[begin], len, state.get()));
+      const double done = static_cast<double>(filtered.channels.size() * total + begin) /
+                          static_cast<double>(allChannels * total);
+      progress(done);
+    }
+    result.erase(result.begin(), result.begin() + static_cast<std::ptrdiff_t>(delay));
+    filtered.channels.push_back(std::move(result));
+  }
+  progress(1);
+  return filtered;
+}
+
+double timesRealTime(const Recording& recording, const Samples& taps) {
+  using Clock = std::chrono::steady_clock;
+  constexpr size_t kSecondsOfSound = 60;
+  constexpr int kRuns = 9;
+
+  // A minute of the recording, over and over if it is shorter.
+  const Samples& channel = recording.channels.front();
+  Samples minute(kSecondsOfSound * static_cast<size_t>(recording.sampleRate));
+  for (size_t i = 0; i < minute.size(); i++) minute[i] = channel[i % channel.size()];
+  Samples result(minute.size());
+
+  const State state = makeState(taps);
+  std::vector<double> seconds;
+  for (int run = -1; run < kRuns; run++) {  // the first one warms up
+    const auto start = Clock::now();
+    check("kvrsFIR_32f",
+          kvrsFIR_32f(minute.data(), result.data(), static_cast<int>(minute.size()), state.get()));
+    if (run >= 0) seconds.push_back(std::chrono::duration<double>(Clock::now() - start).count());
+  }
+  std::nth_element(seconds.begin(), seconds.begin() + kRuns / 2, seconds.end());
+  return static_cast<double>(kSecondsOfSound) / seconds[kRuns / 2] /
+         static_cast<double>(recording.channels.size());
+}
+
+}  // namespace denoise

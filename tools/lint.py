@@ -1,0 +1,178 @@
+#!/usr/bin/env python3
+# SPDX-License-Identifier: MIT
+"""Checks the format of the sources and the rules of the house.
+
+- C and C++ is as clang-format leaves it; no text has tabs or trailing blanks, no script lines beyond 120 columns.
+- Every file says its licence.
+- A room includes lower rooms only, and the library nothing that needs the C++ run-time library.
+- Instruction sets are named in frame/simd.h alone.
+- The full name of every declared function stands in one header and, unless it is a second name, is defined in one
+  source; no macro pastes names.
+
+What each rule of the second group says is explained in docs/architecture.md.
+"""
+import argparse
+import re
+import subprocess
+import sys
+from pathlib import Path
+
+sys.path.insert(0, str(Path(__file__).parent))
+import declarations  # noqa: E402
+
+TOP = Path(__file__).resolve().parent.parent
+
+# From the lowest up; rooms on one line do not know each other.
+FLOORS = [["include"], ["core", "frame"], ["vector"], ["stats", "synth", "transforms"], ["filters", "comms"]]
+FLOOR_OF = {room: floor for floor, rooms in enumerate(FLOORS) for room in rooms}
+LIBRARY = set(FLOOR_OF)
+
+CXX = {".c", ".h", ".cpp"}
+# Formats without comments, and what has its own way to say it.
+NO_LICENCE_TAG = {".json", ".md", ".png", ".svg"}
+NO_LICENCE_TAG_NAMES = {"LICENSE", ".gitignore", ".clang-format"}
+BINARY = {".png"}
+MOST_COLUMNS = 120
+
+# Headers of the C++ library that bring in code of its run-time library, or invite to.
+RUNTIME_HEADERS = {"vector", "string", "map", "set", "unordered_map", "memory", "iostream", "sstream", "fstream",
+                   "ostream", "istream", "stdexcept", "functional", "thread", "mutex", "new", "random", "deque", "list",
+                   "any", "optional", "variant", "regex", "locale", "future", "exception", "typeinfo"}
+INSTRUCTION_SET = re.compile(r"\b(__AVX\w*|__SSE\w*|__SSSE\w*|__FMA__|__F16C__|__BMI\w*|__x86_64__|__i386__|HWY_TARGET|"
+                             r"HWY_ARCH_\w+|HWY_(AVX\w*|SSE\w*|SSSE\w*))\b")
+
+DEFINITION = re.compile(r"^[\w:*<> ]*?\b(kvrs[A-Z0-9]\w*)\s*\([^;{}]*?\)\s*noexcept\s*\{", re.M)
+
+
+def room_of(path):
+    return path.relative_to(TOP).parts[0]
+
+
+def tracked_files():
+    listed = subprocess.run(["git", "ls-files", "--cached", "--others", "--exclude-standard"], cwd=TOP,
+                            capture_output=True, text=True)
+    if listed.returncode == 0:
+        return [TOP / name for name in listed.stdout.splitlines() if (TOP / name).is_file()]
+    # Not a clone, an unpacked archive for instance.
+    return [path for path in TOP.rglob("*") if path.is_file() and room_of(path) not in ("build", ".git")]
+
+
+class Findings:
+    def __init__(self):
+        self.count = 0
+
+    def add(self, path, line, what):
+        self.count += 1
+        print(f"{path.relative_to(TOP)}:{line}: {what}")
+
+
+def without_comments(text):
+    """C or C++ without comments, on the same lines."""
+    def blank(match):
+        return re.sub(r"[^\n]", " ", match.group())
+    return re.sub(r"/\*.*?\*/|//[^\n]*", blank, text, flags=re.S)
+
+
+def check_format(files, findings, fix):
+    command = ["clang-format", "-i"] if fix else ["clang-format", "--dry-run", "--Werror"]
+    done = subprocess.run([*command, *map(str, files)], capture_output=True, text=True)
+    for line in done.stderr.splitlines():
+        match = re.match(r"(.+?):(\d+):\d+: error: ", line)
+        if match:
+            findings.add(Path(match.group(1)), int(match.group(2)), "not as clang-format leaves it (./kvrs lint --fix)")
+    if done.returncode != 0 and findings.count == 0:
+        sys.exit(f"clang-format failed:\n{done.stderr}")
+
+
+def check_text(path, text, findings):
+    if text and not text.endswith("\n"):
+        findings.add(path, text.count("\n") + 1, "no end of line at the end of the file")
+    for number, line in enumerate(text.splitlines(), 1):
+        if "\t" in line:
+            findings.add(path, number, "a tab")
+        if line != line.rstrip():
+            findings.add(path, number, "blanks at the end of the line")
+        if len(line) > MOST_COLUMNS and path.suffix in (".py", ".sh"):
+            findings.add(path, number, f"{len(line)} columns, {MOST_COLUMNS} at most")
+    if path.suffix not in NO_LICENCE_TAG and path.name not in NO_LICENCE_TAG_NAMES:
+        if "SPDX-License-Identifier: MIT" not in "\n".join(text.splitlines()[:20]):
+            findings.add(path, 1, "no line \"SPDX-License-Identifier: MIT\" at the head of the file")
+
+
+def check_library_source(path, text, findings):
+    code = without_comments(text)
+    floor = FLOOR_OF[room_of(path)]
+    for number, line in enumerate(code.splitlines(), 1):
+        include = re.match(r'\s*#\s*include\s*(["<])([^">]+)[">]', line)
+        if include:
+            quote, name = include.groups()
+            room = name.split("/")[0]
+            if quote == '"' and FLOOR_OF.get(room, 0) > floor:
+                findings.add(path, number, f"{room_of(path)}/ includes {room}/, which stands above it")
+            if quote == '"' and FLOOR_OF.get(room, -1) == floor and room != room_of(path) and floor > 0:
+                findings.add(path, number, f"{room_of(path)}/ includes {room}/, which stands beside it")
+            if quote == "<" and name in RUNTIME_HEADERS:
+                findings.add(path, number, f"<{name}> belongs to the C++ run-time library")
+        if path != TOP / "frame/simd.h":
+            match = INSTRUCTION_SET.search(line)
+            if match:
+                findings.add(path, number, f"{match.group()}: instruction sets are the business of frame/simd.h alone")
+        if re.match(r"\s*#\s*define\b", line) and "##" in line and "kvrs" in line:
+            findings.add(path, number, "a macro that pastes names")
+
+
+def check_names(sources, findings):
+    """Each declared function once in the headers and once defined."""
+    functions = declarations.functions(TOP / "include")
+    listed = {name for name, _ in declarations.export_list(TOP / "frame/exports.def")}
+    aliases = declarations.aliases(TOP / "frame/aliases.def")
+    seen = {}
+    for function in functions:
+        header = TOP / "include" / function.header
+        if function.name in seen:
+            findings.add(header, 1, f"{function.name} is declared in {seen[function.name]} too")
+        seen[function.name] = function.header
+        if function.name not in listed:
+            findings.add(header, 1, f"{function.name} does not stand in frame/exports.def")
+    defined = {}
+    for path, text in sources:
+        for match in DEFINITION.finditer(without_comments(text)):
+            name = match.group(1)
+            line = text[:match.start()].count("\n") + 1
+            if name in defined:
+                findings.add(path, line, f"{name} is defined in {defined[name].relative_to(TOP)} too")
+            defined[name] = path
+            if name in aliases:
+                findings.add(path, line, f"{name} is a second name in frame/aliases.def and defined here")
+            if name not in seen:
+                findings.add(path, line, f"{name} is declared in no header")
+    for name in sorted(seen.keys() - defined.keys() - aliases.keys()):
+        findings.add(TOP / "include" / seen[name], 1, f"the definition of {name} does not stand in any source in full")
+
+
+def main():
+    parser = argparse.ArgumentParser(description=__doc__, formatter_class=argparse.RawDescriptionHelpFormatter)
+    parser.add_argument("--fix", action="store_true", help="let clang-format rewrite the files first")
+    parser.add_argument("--rules-only", action="store_true", help="leave clang-format out")
+    options = parser.parse_args()
+
+    findings = Findings()
+    files = [path for path in tracked_files() if path.suffix not in BINARY]
+    if not options.rules_only:
+        check_format([path for path in files if path.suffix in CXX], findings, options.fix)
+    sources = []
+    for path in files:
+        text = path.read_text()
+        check_text(path, text, findings)
+        if path.suffix in CXX and room_of(path) in LIBRARY:
+            check_library_source(path, text, findings)
+            if path.suffix != ".h" and room_of(path) != "core":
+                sources.append((path, text))
+    check_names(sources, findings)
+    if findings.count:
+        sys.exit(f"lint: {findings.count} findings")
+    print(f"lint: {len(files)} files, no findings")
+
+
+if __name__ == "__main__":
+    main()
