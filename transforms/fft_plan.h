@@ -1,0 +1,100 @@
+// Which passes a power-of-two transform makes, by its order and by the lanes of a vector.
+// SPDX-License-Identifier: MIT
+#ifndef KVRS_TRANSFORMS_FFT_PLAN_H
+#define KVRS_TRANSFORMS_FFT_PLAN_H
+
+#include <array>
+
+#include "frame/simd.h"
+
+namespace kvrs::fft {
+
+// A sequence of passes, each of radix 2^bits.
+struct Plan {
+  int passes;
+  uint8_t bits[7];
+
+  // What the passes of a transform in place leave in row group g, the last pass not counted, belongs to the
+  // index with the digits of g in reverse.
+  constexpr size_t reverse(size_t g) const {
+    size_t index = 0;
+    int weight = 0, rest = 0;
+    for (int i = 0; i + 1 < passes; ++i) rest += bits[i];
+    for (int i = 0; i + 1 < passes; ++i) {
+      rest -= bits[i];
+      const size_t digit = g >> rest;
+      g &= (size_t{1} << rest) - 1;
+      index += digit << weight;
+      weight += bits[i];
+    }
+    return index;
+  }
+};
+
+// The largest radix: its points have to find room in the vector registers, more or less.
+inline constexpr int kMaxBits = kVectorRegisters >= 32 ? 4 : 3;
+
+// `order` bits dealt out to as few passes as possible, evenly, the larger first; `first` bits go to the first
+// pass if given.
+constexpr Plan makePlan(int order, int first = 0) {
+  Plan plan{};
+  if (first > 0) plan.bits[plan.passes++] = static_cast<uint8_t>(first);
+  int rest = order - first;
+  for (int left = (rest + kMaxBits - 1) / kMaxBits; left > 0; --left) {
+    const int bits = (rest + left - 1) / left;
+    plan.bits[plan.passes++] = static_cast<uint8_t>(bits);
+    rest -= bits;
+  }
+  return plan;
+}
+
+// Self-sorting transforms. The first pass turns a square of lanes, so its radix is at least their number.
+template <class T>
+inline constexpr int kFirstBits = kLanes<T> == 16 ? 4 : 3;
+template <class T>
+inline constexpr int kFirstRadix = 1 << kFirstBits<T>;
+
+// Up to this order a transform stays in registers.
+template <class T>
+inline constexpr int kLastSmallOrder = kLanes<T> == 16  ? 7
+                                       : kLanes<T> == 8 ? 6
+                                                        : 5;
+
+// Up to this order a transform is one sequence of passes; from the next on it is split into rows and columns.
+inline constexpr int kLastStockhamOrder = 15;
+
+template <class T>
+inline constexpr auto kStockhamPlans = [] {
+  std::array<Plan, kLastStockhamOrder + 1> plans{};
+  for (int order = kLastSmallOrder<T> + 1; order <= kLastStockhamOrder; ++order) {
+    plans[order] = makePlan(order, kFirstBits<T>);
+  }
+  return plans;
+}();
+
+inline constexpr auto kColumnPlans = [] {
+  std::array<Plan, 12> plans{};
+  for (int order = 1; order < 12; ++order) plans[order] = makePlan(order);
+  return plans;
+}();
+
+// A split transform sees its points as an array [2^outer][2^middle][2^outer].
+struct Split {
+  int outer, middle;
+};
+constexpr Split splitOf(int order) {
+  constexpr int kOuter[] = {8, 8, 9, 9, 8, 10, 10, 10, 10, 10, 10, 11};  // order 16 and up
+  const int outer = kOuter[order - 16];
+  return {outer, order - 2 * outer};
+}
+
+// Columns in a strip: at least two cache lines of them, so that lines are used whole, and what fits the work
+// area.
+constexpr size_t stripWidth(int outer, size_t workPoints) {
+  const size_t fits = workPoints >> outer;
+  return fits < 32 ? fits : 32;
+}
+
+}  // namespace kvrs::fft
+
+#endif

@@ -1,0 +1,226 @@
+// The real FFTs: a complex transform of half the length, and the split between its spectrum and the real
+// one's. SPDX-License-Identifier: MIT
+#include <cstring>
+
+#include "frame/check.h"
+#include "transforms/fft_engine.h"
+#include "transforms/kernels/real-inl.h"
+
+namespace kvrs::fft {
+namespace {
+
+// How a spectrum is stored, see kvrs/fft.h.
+enum class Packing { kPerm, kPack, kCcs };
+
+// The highest order that one lane does alone.
+template <class T>
+inline constexpr int kLastScalarOrder = 4;
+
+template <class T>
+void smallForward(int order, const T* src, T* dst, T scale) {
+  switch (order) {
+    case 0:
+      dst[0] = src[0];
+      return;
+    case 1:
+      return scalarForward<2>(src, dst, scale);
+    case 2:
+      return scalarForward<4>(src, dst, scale);
+    case 3:
+      return scalarForward<8>(src, dst, scale);
+    default:
+      return scalarForward<16>(src, dst, scale);
+  }
+}
+
+template <class T>
+void smallInverse(int order, const T* src, T* dst, T scale) {
+  switch (order) {
+    case 0:
+      dst[0] = src[0];
+      return;
+    case 1:
+      return scalarInverse<2>(src, dst, scale);
+    case 2:
+      return scalarInverse<4>(src, dst, scale);
+    case 3:
+      return scalarInverse<8>(src, dst, scale);
+    default:
+      return scalarInverse<16>(src, dst, scale);
+  }
+}
+
+// Perm to the packing asked for, in place.
+template <Packing kPacking, class T>
+void packFromPerm(T* x, size_t n) {
+  if constexpr (kPacking == Packing::kPack) {
+    if (n <= 2) return;
+    const T last = x[1];
+    std::memmove(x + 1, x + 2, (n - 2) * sizeof(T));
+    x[n - 1] = last;
+  } else if constexpr (kPacking == Packing::kCcs) {
+    if (n > 1) {
+      x[n] = x[1];
+      x[n + 1] = 0;
+    }
+    x[1] = 0;
+  }
+}
+
+// Any packing to Perm; src may be dst.
+template <Packing kPacking, class T>
+void permFromPack(const T* src, T* dst, size_t n) {
+  const T first = src[0];
+  const T last = n == 1 ? first
+                        : src[kPacking == Packing::kPerm   ? 1
+                              : kPacking == Packing::kPack ? n - 1
+                                                           : n];
+  if (n > 2) std::memmove(dst + 2, src + (kPacking == Packing::kPack ? 1 : 2), (n - 2) * sizeof(T));
+  dst[0] = first;
+  if (n > 1) dst[1] = last;
+}
+
+template <Packing kPacking, class T>
+KvrStatus realForward(const Record<T>* spec, const T* src, T* dst, Kvr8u* buffer) {
+  const WorkArea work(spec->workSize, buffer);
+  if (!work.ok()) return kvrStatusOutOfMemory;
+  const T scale = spec->scaleFwd ? spec->scale : T(1);
+  const size_t n = size_t{1} << spec->order;
+  if (spec->order <= kLastScalarOrder<T>) {
+    smallForward(spec->order, src, dst, scale);
+  } else {
+    transform(*spec, spec->order - 1, Direction::kForward, src, dst, work.as<T>(), scale);
+    const T re = dst[0], im = dst[1];
+    dst[0] = re + im;
+    dst[1] = re - im;
+    splitSpectrum(SplitForward(), dst, dst, n / 2, spec->halves.get());
+  }
+  packFromPerm<kPacking>(dst, n);
+  return kvrStatusOk;
+}
+
+template <Packing kPacking, class T>
+KvrStatus realInverse(const Record<T>* spec, const T* src, T* dst, Kvr8u* buffer) {
+  const WorkArea work(spec->workSize, buffer);
+  if (!work.ok()) return kvrStatusOutOfMemory;
+  const T scale = spec->scaleInv ? spec->scale : T(1);
+  const size_t n = size_t{1} << spec->order;
+  if (spec->order <= kLastScalarOrder<T>) {
+    permFromPack<kPacking>(src, dst, n);
+    smallInverse(spec->order, dst, dst, scale);
+    return kvrStatusOk;
+  }
+  const T first = src[0];
+  const T last = src[kPacking == Packing::kPerm ? 1 : kPacking == Packing::kPack ? n - 1 : n];
+  if constexpr (kPacking == Packing::kPack) {
+    permFromPack<kPacking>(src, dst, n);
+    src = dst;
+  }
+  splitSpectrum(SplitInverse(), src, dst, n / 2, spec->halves.get());
+  dst[0] = first + last;
+  dst[1] = first - last;
+  transform(*spec, spec->order - 1, Direction::kInverse, dst, dst, work.as<T>(), scale);
+  return kvrStatusOk;
+}
+
+}  // namespace
+}  // namespace kvrs::fft
+
+using kvrs::fft::Kind;
+using kvrs::fft::kWordR32f;
+using kvrs::fft::Packing;
+using kvrs::fft::realForward;
+using kvrs::fft::realInverse;
+
+KvrStatus kvrsFFTGetSize_R_32f(int order, int flag, KvrHintAlgorithm, int* specSize, int* initBufSize,
+                               int* workSize) noexcept {
+  return kvrs::fft::getSize<Kvr32f>(Kind::kReal, order, flag, specSize, initBufSize, workSize);
+}
+
+KvrStatus kvrsFFTInit_R_32f(KvrsFFTSpec_R_32f** spec, int order, int flag, KvrHintAlgorithm hint,
+                            Kvr8u* specMem, Kvr8u* initBuf) noexcept {
+  return kvrs::fft::init(Kind::kReal, kWordR32f, spec, order, flag, hint, specMem, initBuf);
+}
+
+KvrStatus kvrsFFTInitAlloc_R_32f(KvrsFFTSpec_R_32f** spec, int order, int flag,
+                                 KvrHintAlgorithm hint) noexcept {
+  return kvrs::fft::initAlloc(Kind::kReal, kWordR32f, spec, order, flag, hint);
+}
+
+KvrStatus kvrsFFTFree_R_32f(KvrsFFTSpec_R_32f* spec) noexcept {
+  KVRS_CHECK(context(spec, kWordR32f));
+  kvrs::fft::release<Kvr32f>(spec);
+  return kvrStatusOk;
+}
+
+KvrStatus kvrsFFTGetBufSize_R_32f(const KvrsFFTSpec_R_32f* spec, int* size) noexcept {
+  KVRS_CHECK(pointers(spec, size), context(spec, kWordR32f));
+  *size = kvrs::fft::bufSize<Kvr32f>(spec);
+  return kvrStatusOk;
+}
+
+KvrStatus kvrsFFTFwd_RToPerm_32f(const Kvr32f* src, Kvr32f* dst, const KvrsFFTSpec_R_32f* spec,
+                                 Kvr8u* buffer) noexcept {
+  KVRS_CHECK(context(spec, kWordR32f), pointers(src, dst));
+  return realForward<Packing::kPerm, Kvr32f>(spec, src, dst, buffer);
+}
+
+KvrStatus kvrsFFTFwd_RToPerm_32f_I(Kvr32f* srcDst, const KvrsFFTSpec_R_32f* spec, Kvr8u* buffer) noexcept {
+  KVRS_CHECK(context(spec, kWordR32f), pointers(srcDst));
+  return realForward<Packing::kPerm, Kvr32f>(spec, srcDst, srcDst, buffer);
+}
+
+KvrStatus kvrsFFTFwd_RToPack_32f(const Kvr32f* src, Kvr32f* dst, const KvrsFFTSpec_R_32f* spec,
+                                 Kvr8u* buffer) noexcept {
+  KVRS_CHECK(context(spec, kWordR32f), pointers(src, dst));
+  return realForward<Packing::kPack, Kvr32f>(spec, src, dst, buffer);
+}
+
+KvrStatus kvrsFFTFwd_RToPack_32f_I(Kvr32f* srcDst, const KvrsFFTSpec_R_32f* spec, Kvr8u* buffer) noexcept {
+  KVRS_CHECK(context(spec, kWordR32f), pointers(srcDst));
+  return realForward<Packing::kPack, Kvr32f>(spec, srcDst, srcDst, buffer);
+}
+
+KvrStatus kvrsFFTFwd_RToCCS_32f(const Kvr32f* src, Kvr32f* dst, const KvrsFFTSpec_R_32f* spec,
+                                Kvr8u* buffer) noexcept {
+  KVRS_CHECK(context(spec, kWordR32f), pointers(src, dst));
+  return realForward<Packing::kCcs, Kvr32f>(spec, src, dst, buffer);
+}
+
+KvrStatus kvrsFFTFwd_RToCCS_32f_I(Kvr32f* srcDst, const KvrsFFTSpec_R_32f* spec, Kvr8u* buffer) noexcept {
+  KVRS_CHECK(context(spec, kWordR32f), pointers(srcDst));
+  return realForward<Packing::kCcs, Kvr32f>(spec, srcDst, srcDst, buffer);
+}
+
+KvrStatus kvrsFFTInv_PermToR_32f(const Kvr32f* src, Kvr32f* dst, const KvrsFFTSpec_R_32f* spec,
+                                 Kvr8u* buffer) noexcept {
+  KVRS_CHECK(context(spec, kWordR32f), pointers(src, dst));
+  return realInverse<Packing::kPerm, Kvr32f>(spec, src, dst, buffer);
+}
+
+KvrStatus kvrsFFTInv_PermToR_32f_I(Kvr32f* srcDst, const KvrsFFTSpec_R_32f* spec, Kvr8u* buffer) noexcept {
+  KVRS_CHECK(context(spec, kWordR32f), pointers(srcDst));
+  return realInverse<Packing::kPerm, Kvr32f>(spec, srcDst, srcDst, buffer);
+}
+
+KvrStatus kvrsFFTInv_PackToR_32f(const Kvr32f* src, Kvr32f* dst, const KvrsFFTSpec_R_32f* spec,
+                                 Kvr8u* buffer) noexcept {
+  KVRS_CHECK(context(spec, kWordR32f), pointers(src, dst));
+  return realInverse<Packing::kPack, Kvr32f>(spec, src, dst, buffer);
+}
+
+KvrStatus kvrsFFTInv_PackToR_32f_I(Kvr32f* srcDst, const KvrsFFTSpec_R_32f* spec, Kvr8u* buffer) noexcept {
+  KVRS_CHECK(context(spec, kWordR32f), pointers(srcDst));
+  return realInverse<Packing::kPack, Kvr32f>(spec, srcDst, srcDst, buffer);
+}
+
+KvrStatus kvrsFFTInv_CCSToR_32f(const Kvr32f* src, Kvr32f* dst, const KvrsFFTSpec_R_32f* spec,
+                                Kvr8u* buffer) noexcept {
+  KVRS_CHECK(context(spec, kWordR32f), pointers(src, dst));
+  return realInverse<Packing::kCcs, Kvr32f>(spec, src, dst, buffer);
+}
+
+KvrStatus kvrsFFTInv_CCSToR_32f_I(Kvr32f* srcDst, const KvrsFFTSpec_R_32f* spec, Kvr8u* buffer) noexcept {
+  KVRS_CHECK(context(spec, kWordR32f), pointers(srcDst));
+  return realInverse<Packing::kCcs, Kvr32f>(spec, srcDst, srcDst, buffer);
+}

@@ -1,0 +1,283 @@
+// Sizes, initialisation and tables of the FFT contexts.
+// SPDX-License-Identifier: MIT
+#include "transforms/fft_spec.h"
+
+#include <cmath>
+
+#include "transforms/fft_plan.h"
+#include "transforms/fft_wave.h"
+#include "transforms/kernels/lanes-inl.h"
+
+namespace kvrs::fft {
+namespace {
+
+constexpr int64_t down32(int64_t bytes) {
+  return bytes & ~int64_t{31};
+}
+
+// Work areas of split 32-bit transforms, without slack.
+constexpr int64_t splitWork32(int order) {
+  constexpr int64_t kKib[] = {32, 128, 128, 256, 32, 128, 128, 256, 128, 128, 128, 256};  // order 16 and up
+  return kKib[order - 16] * 1024;
+}
+
+// The bytes that a split 32-bit transform has for its tables: those of its rows, and its length at each
+// level.
+constexpr int64_t splitTables32(int order) {
+  constexpr int kOuter[] = {4, 3, 4, 4, 4, 4, 8, 8, 8, 8, 8, 8};  // order 16 and up
+  const int rows = order - kOuter[order - 16];
+  const int64_t points = int64_t{1} << order;
+  if (rows < 16) return down32((int64_t{8} << rows) + 39) + 8 * points;
+  return splitTables32(rows) + 8 * points;
+}
+
+Sizes sizes(int64_t spec, int64_t initBuf, int64_t work) {
+  return {static_cast<int>(spec), static_cast<int>(initBuf), static_cast<int>(work)};
+}
+
+}  // namespace
+
+Sizes Family<float>::complexSizes(int order) {
+  if (order < 6) return sizes(116, 0, 0);
+  const int64_t n = int64_t{1} << order;
+  const int64_t quarter = down32(n + 35);
+  if (order < 16) {
+    return sizes(down32(8 * n + 39) + quarter + 128, order > 10 ? quarter + 32 : 0, down32(8 * n + 31) + 32);
+  }
+  return sizes(splitTables32(order) + quarter + 128, quarter + 32, splitWork32(order) + 32);
+}
+
+Sizes Family<float>::realSizes(int order) {
+  if (order < 5) return sizes(116, 0, 0);
+  const int64_t n = int64_t{1} << order, half = n / 2;
+  const int64_t halves = 2 * down32(2 * n + 31);
+  if (order < 7) return sizes(halves + 128, 0, 0);
+  const int64_t initBuf = order > 10 ? down32(n + 35) + 32 : 0;
+  const int64_t quarter = down32(half + 35);
+  if (order < 17) {
+    return sizes(halves + quarter + down32(8 * half + 39) + 128, initBuf, down32(8 * half + 31) + 32);
+  }
+  return sizes(halves + quarter + splitTables32(order - 1) + 128, initBuf, splitWork32(order - 1) + 32);
+}
+
+template <class T>
+KvrStatus getSize(Kind kind, int order, int flag, int* specSize, int* initBufSize, int* workSize) {
+  // The range of orders, and the range of lengths after everything else: two tests, so that an order between
+  // them comes after a null pointer and a bad flag.
+  if (order < 0 || order > 30) return kvrStatusBadFftOrder;
+  if (specSize == nullptr || initBufSize == nullptr || workSize == nullptr) return kvrStatusNullPointer;
+  if (!knownFlag(flag)) return kvrStatusBadFftFlag;
+  if (order > Family<T>::kMaxOrder) return kvrStatusBadFftOrder;
+  const Sizes size = sizesOf<T>(kind, order);
+  *specSize = size.spec;
+  *initBufSize = size.initBuf;
+  *workSize = size.work;
+  return kvrStatusOk;
+}
+
+namespace {
+
+constexpr double kTwoPi = 6.283185307179586;
+
+template <class T>
+QuarterWave<T> quarterWave(int order, Kvr8u* initBuf) {
+  if (order < 11) return kWave1024<T>;
+  T* sine = reinterpret_cast<T*>(alignUp(initBuf));
+  const size_t n = size_t{1} << order;
+  const double step = kTwoPi / static_cast<double>(n);
+  for (size_t k = 0; k <= n / 8; ++k) sine[k] = static_cast<T>(std::sin(static_cast<double>(k) * step));
+  for (size_t k = n / 8 + 1; k <= n / 4; ++k) {
+    sine[k] = static_cast<T>(std::cos(static_cast<double>(n / 4 - k) * step));
+  }
+  return {sine, order};
+}
+
+// Hands out the tables behind a record. A vector's worth of alignment, while it lasts, keeps loads from
+// crossing cache lines.
+template <class T>
+class Tables {
+ public:
+  Tables(Record<T>* record, const QuarterWave<T>& wave)
+      : wave_(wave), next_(reinterpret_cast<T*>(roundUp(reinterpret_cast<uintptr_t>(record + 1), 64))) {}
+
+  void halves(Record<T>* r, int order) {
+    r->halves.set(next_);
+    const size_t n = size_t{1} << order;
+    if (n < 8) return;
+    const int lanes = static_cast<int>(n / 4 < kLanes<T> ? n / 4 : kLanes<T>);
+    for (size_t k = 1; k <= n / 4; k += lanes) {
+      vectors(lanes, [&](int lane) {
+        const Root<T> w = wave_.root(k + lane, order);
+        return Root<T>{T(0.5) * w.re, T(-0.5) * w.im};
+      });
+    }
+  }
+
+  // Between the passes of a self-sorting transform: for the first pass vectors of its neighbours, then single
+  // numbers.
+  void stockham(Ref<T>* ref, int order) {
+    ref->set(next_);
+    if (order <= kLastSmallOrder<T>) return square(order);
+    const Plan& plan = kStockhamPlans<T>[order];
+    const int lanes = static_cast<int>(kLanes<T>);
+    const size_t m = size_t{1} << (order - kFirstBits<T>);
+    for (size_t p = 0; p < m; p += lanes) {
+      for (size_t j = 1; j < kFirstRadix<T>; ++j) {
+        vectors(lanes, [&](int lane) { return wave_.root(j * (p + lane), order); });
+      }
+    }
+    passes(plan, 1, order - kFirstBits<T>);
+  }
+
+  // Between the passes of a column.
+  void columns(Ref<T>* ref, int order) {
+    ref->set(next_);
+    passes(kColumnPlans[order], 0, order);
+  }
+
+  // exp(-2 pi i k c / 2^order), for rows k and columns c: at every column that begins a vector.
+  void vectorTwiddles(Ref<T>* ref, int order, size_t rows, size_t columns) {
+    ref->set(next_);
+    for (size_t c = 0; c < columns; c += kLanes<T>) {
+      for (size_t k = 0; k < rows; ++k) put(wave_.root(k * c, order));
+    }
+  }
+  // At all of them, in vectors.
+  void tabledTwiddles(Ref<T>* ref, int order, size_t rows, size_t columns) {
+    ref->set(next_);
+    for (size_t k = 0; k < rows; ++k) {
+      for (size_t c = 0; c < columns; c += kLanes<T>) {
+        vectors(kLanes<T>, [&](int lane) { return wave_.root(k * (c + lane), order); });
+      }
+    }
+  }
+
+ private:
+  void put(Root<T> w) {
+    *next_++ = w.re;
+    *next_++ = w.im;
+  }
+
+  // A vector of real parts and one of imaginary parts, of(0), of(1) ... in the order of the lanes.
+  template <class F>
+  void vectors(int lanes, F of) {
+    for (int lane = 0; lane < lanes; ++lane) {
+      const Root<T> w = of(laneOrder<T>(lane, lanes));
+      next_[lane] = w.re;
+      next_[lanes + lane] = w.im;
+    }
+    next_ += 2 * lanes;
+  }
+
+  // For each pass but the last, and each of its butterflies, exp(-2 pi i p j / n) for j = 1 .. radix - 1.
+  void passes(const Plan& plan, int first, int order) {
+    for (int pass = first; pass + 1 < plan.passes; ++pass) {
+      const size_t m = size_t{1} << (order - plan.bits[pass]);
+      for (size_t p = 0; p < m; ++p) {
+        for (size_t j = 1; j < size_t{1} << plan.bits[pass]; ++j) put(wave_.root(p * j, order));
+      }
+      order -= plan.bits[pass];
+    }
+  }
+
+  // Small transforms above order 5; those below have theirs in the program.
+  void square(int order) {
+    if (order < 6) return;
+    const int lanes = 8;
+    for (size_t j = 1; j < size_t{1} << (order - 3); ++j) {
+      vectors(lanes, [&](int lane) { return wave_.root(j * lane, order); });
+    }
+  }
+
+  QuarterWave<T> wave_;
+  T* next_;
+};
+
+template <class T>
+void setScale(Record<T>* r, int flag) {
+  const double n = std::ldexp(1.0, r->order);
+  r->scaleFwd = flag == kvrFftDivFwdByN || flag == kvrFftDivBySqrtN;
+  r->scaleInv = flag == kvrFftDivInvByN || flag == kvrFftDivBySqrtN;
+  if (flag == kvrFftDivBySqrtN) {
+    r->scale = static_cast<T>(1.0 / std::sqrt(n));
+  } else if (flag != kvrFftNoDivByAny) {
+    r->scale = T(1) / static_cast<T>(n);
+  }
+}
+
+}  // namespace
+
+template <class T>
+KvrStatus initRecord(Kind kind, IdWord word, Record<T>** record, int order, int flag, KvrHintAlgorithm hint,
+                     Kvr8u* specMem, Kvr8u* initBuf) {
+  if (order < 0 || order > Family<T>::kMaxOrder) return kvrStatusBadFftOrder;
+  if (specMem == nullptr) return kvrStatusNullPointer;
+  Record<T>* r = reinterpret_cast<Record<T>*>(alignUp(specMem));
+  __builtin_memset(static_cast<void*>(r), 0, sizeof(*r));
+  if (!knownFlag(flag)) return kvrStatusBadFftFlag;
+  const Sizes size = sizesOf<T>(kind, order);
+  if (size.initBuf > 0 && initBuf == nullptr) return kvrStatusNullPointer;
+  r->order = order;
+  r->hint = hint;
+  r->workSize = size.work > 0 ? size.work - static_cast<int>(kBufferAlignment) : 0;
+  setScale(r, flag);
+
+  const int points = kind == Kind::kReal ? order - 1 : order;
+  const bool tables = size.spec > sizesOf<T>(kind, 0).spec;
+  if (tables) {
+    Tables<T> t(r, quarterWave<T>(order, initBuf));
+    if (kind == Kind::kReal) t.halves(r, order);
+    if (points <= kLastStockhamOrder) {
+      t.stockham(&r->rows, points);
+    } else {
+      const Split split = splitOf(points);
+      const size_t edge = size_t{1} << split.outer, middle = size_t{1} << split.middle;
+      t.stockham(&r->rows, split.outer);
+      t.columns(&r->columns, split.outer);
+      t.tabledTwiddles(&r->lanes, points, edge, kLanes<T>);
+      if (split.middle > 0) {
+        t.columns(&r->middle, split.middle);
+        t.tabledTwiddles(&r->middleOuter, split.outer + split.middle, middle, edge);
+      }
+      t.vectorTwiddles(&r->vectors, points, edge, edge * middle);
+    }
+  }
+  r->idWord = word;
+  *record = r;
+  return kvrStatusOk;
+}
+
+template <class T>
+KvrStatus initAllocRecord(Kind kind, IdWord word, Record<T>** record, int order, int flag,
+                          KvrHintAlgorithm hint) {
+  int specSize, initBufSize, workSize;
+  KvrStatus status = getSize<T>(kind, order, flag, &specSize, &initBufSize, &workSize);
+  if (status != kvrStatusOk) return status;
+  Kvr8u* specMem = static_cast<Kvr8u*>(kvrMalloc(static_cast<size_t>(specSize)));
+  if (specMem == nullptr) return kvrStatusOutOfMemory;
+  Kvr8u* initBuf = nullptr;
+  if (initBufSize > 0) {
+    initBuf = static_cast<Kvr8u*>(kvrMalloc(static_cast<size_t>(initBufSize)));
+    if (initBuf == nullptr) {
+      kvrFree(specMem);
+      return kvrStatusOutOfMemory;
+    }
+  }
+  Record<T>* made;
+  status = initRecord<T>(kind, word, &made, order, flag, hint, specMem, initBuf);
+  if (initBuf != nullptr) kvrFree(initBuf);
+  if (status != kvrStatusOk) {
+    kvrFree(specMem);
+    return status;
+  }
+  made->ownedByAlloc = 1;
+  *record = made;
+  return kvrStatusOk;
+}
+
+template KvrStatus getSize<float>(Kind, int, int, int*, int*, int*);
+template KvrStatus initRecord<float>(Kind, IdWord, Record<float>**, int, int, KvrHintAlgorithm, Kvr8u*,
+                                     Kvr8u*);
+template KvrStatus initAllocRecord<float>(Kind, IdWord, Record<float>**, int, int, KvrHintAlgorithm);
+
+}  // namespace kvrs::fft

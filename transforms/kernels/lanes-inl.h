@@ -1,0 +1,203 @@
+// Complex data in vectors: how the transforms' kernels unroll, load, store and transpose.
+// SPDX-License-Identifier: MIT
+#ifndef KVRS_TRANSFORMS_KERNELS_LANES_INL_H
+#define KVRS_TRANSFORMS_KERNELS_LANES_INL_H
+
+#include <utility>
+
+#include "frame/element.h"
+#include "frame/simd.h"
+
+// Kernels keep arrays of vectors in registers, so the bodies of their unrolled loops must never become calls.
+#define KVRS_UNROLLED __attribute__((always_inline))
+
+namespace kvrs::fft {
+
+template <class D>
+using Cx = Complex<hn::Vec<D>>;
+
+template <int I>
+using Index = std::integral_constant<int, I>;
+
+// Calls body(Index<0>()), body(Index<1>()), ... body(Index<N - 1>()).
+template <int N, class F>
+KVRS_INLINE void unroll(F&& body) {
+  [&]<int... I>(std::integer_sequence<int, I...>) KVRS_UNROLLED {
+    (body(Index<I>()), ...);
+  }
+  (std::make_integer_sequence<int, N>());
+}
+
+// Shuffles work on the 16-byte blocks of a vector apart wherever they can: those take one cycle, and no
+// register for an index. kBlock is the number of lanes in a block.
+template <class T>
+inline constexpr int kBlock = static_cast<int>(16 / sizeof(T));
+
+// Splitting two vectors of interleaved complex numbers block by block leaves the numbers in this order;
+// joining takes them back from it. Lane `lane` holds number laneOrder(lane). Only a pass that looks at single
+// lanes has to know: tables that hold a value per lane are stored in this order.
+//
+//   16 lanes of float:  0 1 8 9  2 3 10 11  4 5 12 13  6 7 14 15
+//   mirrored (15 - n) it is itself mirrored, so that reversing the lanes reverses the numbers
+template <class T>
+constexpr int laneOrder(int lane, int lanes) {
+  constexpr int kHalf = kBlock<T> / 2;
+  if (lanes <= kBlock<T>) return lane;
+  const int block = lane / kBlock<T>;
+  const int rest = lane % kBlock<T>;
+  return rest / kHalf * (lanes / 2) + block * kHalf + rest % kHalf;
+}
+
+namespace detail {
+
+// Lane i of the result is lane Pick::at(i) of the two vectors a, b one behind the other.
+template <class Pick, class V, size_t... I>
+KVRS_INLINE V pick(V a, V b, std::index_sequence<I...>) {
+  return V{__builtin_shufflevector(a.raw, b.raw, Pick::at(I)...)};
+}
+
+template <int kLanes, int kPerBlock, int kOdd>
+struct PickParts {
+  static constexpr int at(int i) {
+    constexpr int kHalf = kPerBlock / 2;
+    const int rest = i % kPerBlock;
+    return (rest >= kHalf ? kLanes : 0) + i / kPerBlock * kPerBlock + rest % kHalf * 2 + kOdd;
+  }
+};
+
+// Blocks kFirst and kFirst + 2 of a, then of b (four blocks a vector); or block kFirst of a, then of b (two).
+template <int kLanes, int kPerBlock, int kFirst>
+struct PickBlocks {
+  static constexpr int at(int i) {
+    constexpr int kHalf = kLanes / kPerBlock / 2;
+    const int block = i / kPerBlock;
+    return (block >= kHalf ? kLanes : 0) + (kFirst + block % kHalf * 2) * kPerBlock + i % kPerBlock;
+  }
+};
+
+template <class Pick, class D>
+KVRS_INLINE hn::Vec<D> shuffle(D d, hn::Vec<D> a, hn::Vec<D> b) {
+  return pick<Pick>(a, b, std::make_index_sequence<hn::MaxLanes(d)>());
+}
+
+}  // namespace detail
+
+// Real (kOdd 0) or imaginary (kOdd 1) parts of the complex numbers in a, b, in laneOrder.
+template <int kOdd, class D>
+KVRS_INLINE hn::Vec<D> parts(D d, hn::Vec<D> a, hn::Vec<D> b) {
+  return detail::shuffle<detail::PickParts<static_cast<int>(hn::MaxLanes(d)), kBlock<hn::TFromD<D>>, kOdd>>(
+      d, a, b);
+}
+
+// Rows to columns of a square of vectors: row[l] becomes lane l of all rows.
+template <class D, int L = static_cast<int>(hn::MaxLanes(D()))>
+KVRS_INLINE void transpose(D d, hn::Vec<D> (&row)[L]) {
+  using T = hn::TFromD<D>;
+  using V = hn::Vec<D>;
+  constexpr int P = kBlock<T>;
+  static_assert(L % P == 0);
+  // Squares of P x P within the blocks: column c of a block goes to row c of its group.
+  if constexpr (P == 4) {
+    const hn::RepartitionToWide<D> wide;
+    unroll<L / P>([&](auto g) KVRS_UNROLLED {
+      V* r = row + g * P;
+      const auto a = hn::BitCast(wide, hn::InterleaveLower(d, r[0], r[1]));
+      const auto b = hn::BitCast(wide, hn::InterleaveUpper(d, r[0], r[1]));
+      const auto c = hn::BitCast(wide, hn::InterleaveLower(d, r[2], r[3]));
+      const auto e = hn::BitCast(wide, hn::InterleaveUpper(d, r[2], r[3]));
+      r[0] = hn::BitCast(d, hn::InterleaveLower(wide, a, c));
+      r[1] = hn::BitCast(d, hn::InterleaveUpper(wide, a, c));
+      r[2] = hn::BitCast(d, hn::InterleaveLower(wide, b, e));
+      r[3] = hn::BitCast(d, hn::InterleaveUpper(wide, b, e));
+    });
+  } else {
+    static_assert(P == 2);
+    unroll<L / P>([&](auto g) KVRS_UNROLLED {
+      V* r = row + g * P;
+      const V a = hn::InterleaveLower(d, r[0], r[1]);
+      r[1] = hn::InterleaveUpper(d, r[0], r[1]);
+      r[0] = a;
+    });
+  }
+  // Then the square of whole blocks.
+  if constexpr (L / P == 2) {
+    unroll<P>([&](auto c) KVRS_UNROLLED {
+      const V a = row[c], b = row[P + c];
+      row[c] = detail::shuffle<detail::PickBlocks<L, P, 0>>(d, a, b);
+      row[P + c] = detail::shuffle<detail::PickBlocks<L, P, 1>>(d, a, b);
+    });
+  } else if constexpr (L / P == 4) {
+    unroll<P>([&](auto c) KVRS_UNROLLED {
+      using Even = detail::PickBlocks<L, P, 0>;
+      using Odd = detail::PickBlocks<L, P, 1>;
+      const V a = detail::shuffle<Even>(d, row[c], row[P + c]);
+      const V b = detail::shuffle<Odd>(d, row[c], row[P + c]);
+      const V e = detail::shuffle<Even>(d, row[2 * P + c], row[3 * P + c]);
+      const V f = detail::shuffle<Odd>(d, row[2 * P + c], row[3 * P + c]);
+      row[c] = detail::shuffle<Even>(d, a, e);
+      row[P + c] = detail::shuffle<Even>(d, b, f);
+      row[2 * P + c] = detail::shuffle<Odd>(d, a, e);
+      row[3 * P + c] = detail::shuffle<Odd>(d, b, f);
+    });
+  }
+}
+
+// Views: where complex numbers lie in memory. load and store take the number of the first of a vector. A
+// transform with the real and the imaginary parts exchanged on its way in and on its way out is the inverse
+// transform, so that a view that exchanges them (kSwapped) is all that tells the directions apart.
+
+// Pairs of real and imaginary part; lanes in laneOrder.
+template <class P, bool kSwapped>
+struct Interleaved {
+  using T = std::remove_const_t<P>;
+  static constexpr bool kLaneOrder = true;
+  P* p;
+
+  template <class D>
+  KVRS_INLINE Cx<D> load(D d, size_t i) const {
+    hn::Vec<D> re, im;
+    constexpr size_t L = hn::MaxLanes(d);
+    if constexpr (L == 1) {
+      re = hn::Load(d, p + 2 * i);
+      im = hn::Load(d, p + 2 * i + 1);
+    } else {
+      const auto a = hn::LoadU(d, p + 2 * i), b = hn::LoadU(d, p + 2 * i + L);
+      re = parts<0>(d, a, b);
+      im = parts<1>(d, a, b);
+    }
+    return kSwapped ? Cx<D>{im, re} : Cx<D>{re, im};
+  }
+
+  template <class D>
+  KVRS_INLINE void store(D d, size_t i, Cx<D> x) const {
+    const auto re = kSwapped ? x.im : x.re, im = kSwapped ? x.re : x.im;
+    constexpr size_t L = hn::MaxLanes(d);
+    if constexpr (L == 1) {
+      hn::Store(re, d, p + 2 * i);
+      hn::Store(im, d, p + 2 * i + 1);
+    } else {
+      hn::StoreU(hn::InterleaveLower(d, re, im), d, p + 2 * i);
+      hn::StoreU(hn::InterleaveUpper(d, re, im), d, p + 2 * i + L);
+    }
+  }
+};
+
+// A vector of real parts, a vector of imaginary parts, and so on: what lies between two passes.
+template <class T>
+struct Blocks {
+  T* p;
+
+  template <class D>
+  KVRS_INLINE Cx<D> load(D d, size_t i) const {
+    return {hn::LoadU(d, p + 2 * i), hn::LoadU(d, p + 2 * i + hn::MaxLanes(d))};
+  }
+  template <class D>
+  KVRS_INLINE void store(D d, size_t i, Cx<D> x) const {
+    hn::StoreU(x.re, d, p + 2 * i);
+    hn::StoreU(x.im, d, p + 2 * i + hn::MaxLanes(d));
+  }
+};
+
+}  // namespace kvrs::fft
+
+#endif

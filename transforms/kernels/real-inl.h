@@ -1,0 +1,137 @@
+// Between the spectrum of a real signal of N points and that of the M = N/2 complex numbers made of its
+// pairs.
+//
+// With Z the transform of z[n] = x[2n] + i x[2n+1], A = Z[k], B = Z[M-k] and c, s the cosine and sine of 2 pi
+// k / N:
+//
+//   d = Re A - Re B, e = Im A + Im B, P = (s e + c d) / 2, Q = (c e - s d) / 2
+//   X[k]   = (Re A + Re B) / 2 + Q + i ((Im A - Im B) / 2 - P)
+//   X[M-k] = (Re A + Re B) / 2 - Q - i ((Im A - Im B) / 2 + P)
+//
+// and the other way, with A = X[k], B = X[M-k], d, e likewise, P = s d + c e, Q = c d - s e:
+//
+//   2 Z[k]   = (Re A + Re B) - P + i ((Im A - Im B) + Q)
+//   2 Z[M-k] = (Re A + Re B) + P - i ((Im A - Im B) - Q)
+//
+// Vectors of k from 1 upwards meet vectors of M-k from M-1 downwards; the last pair shares the middle, k =
+// M/2, where both formulas give the conjugate of Z, or twice that of X. SPDX-License-Identifier: MIT
+#ifndef KVRS_TRANSFORMS_KERNELS_REAL_INL_H
+#define KVRS_TRANSFORMS_KERNELS_REAL_INL_H
+
+#include "transforms/fft_wave.h"
+#include "transforms/kernels/small-inl.h"
+
+namespace kvrs::fft {
+
+// c, s halved in w.
+template <class D>
+KVRS_INLINE void splitForward(D d, Cx<D>& a, Cx<D>& b, Cx<D> w) {
+  const auto half = hn::Set(d, hn::TFromD<D>(0.5));
+  const auto diff = hn::Sub(a.re, b.re), sum = hn::Add(a.im, b.im);
+  const auto re = hn::Add(a.re, b.re), im = hn::Sub(a.im, b.im);
+  const auto p = hn::MulAdd(w.im, sum, hn::Mul(w.re, diff));
+  const auto q = hn::NegMulAdd(w.im, diff, hn::Mul(w.re, sum));
+  a = {hn::MulAdd(half, re, q), hn::MulSub(half, im, p)};
+  b = {hn::MulSub(half, re, q), hn::NegMulSub(half, im, p)};
+}
+
+template <class D>
+KVRS_INLINE void splitInverse(D d, Cx<D>& a, Cx<D>& b, Cx<D> w) {
+  const auto two = hn::Set(d, hn::TFromD<D>(2));
+  const auto diff = hn::Sub(a.re, b.re), sum = hn::Add(a.im, b.im);
+  const auto re = hn::Add(a.re, b.re), im = hn::Sub(a.im, b.im);
+  const auto p = hn::MulAdd(w.im, diff, hn::Mul(w.re, sum));
+  const auto q = hn::NegMulAdd(w.im, sum, hn::Mul(w.re, diff));
+  a = {hn::NegMulAdd(two, p, re), hn::MulAdd(two, q, im)};
+  b = {hn::MulAdd(two, p, re), hn::MulSub(two, q, im)};
+}
+
+struct SplitForward {
+  template <class D>
+  KVRS_INLINE void operator()(D d, Cx<D>& a, Cx<D>& b, Cx<D> w) const {
+    splitForward(d, a, b, w);
+  }
+};
+struct SplitInverse {
+  template <class D>
+  KVRS_INLINE void operator()(D d, Cx<D>& a, Cx<D>& b, Cx<D> w) const {
+    splitInverse(d, a, b, w);
+  }
+};
+
+template <class D>
+KVRS_INLINE Cx<D> reversed(D d, Cx<D> x) {
+  return {hn::Reverse(d, x.re), hn::Reverse(d, x.im)};
+}
+
+// All k but 0, for M = 2 L or more. src may be dst.
+template <size_t L, class Split, class T>
+void splitVectors(Split split, const T* src, T* dst, size_t M, const T* halves) {
+  const Lanes<T, L> d;
+  const Interleaved<const T, false> in{src};
+  const Interleaved<T, false> out{dst};
+  for (size_t k = 1; k < M / 2; k += L, halves += 2 * L) {
+    const size_t mirrored = M - k - L + 1;
+    auto a = in.load(d, k);
+    auto b = reversed(d, in.load(d, mirrored));
+    split(d, a, b, Blocks<const T>{halves}.load(d, 0));
+    out.store(d, k, a);
+    out.store(d, mirrored, reversed(d, b));
+  }
+}
+
+template <class Split, class T>
+void splitSpectrum(Split split, const T* src, T* dst, size_t M, const T* halves) {
+  if constexpr (kLanes < T >> 8) {
+    if (M / 2 == 8) return splitVectors<8>(split, src, dst, M, halves);
+  }
+  splitVectors<kLanes<T>>(split, src, dst, M, halves);
+}
+
+// N = 2, 4, 8 or 16, one lane, from pairs to the Perm sequence and back. src may be dst.
+template <size_t N, class T>
+void scalarForward(const T* src, T* dst, T scale) {
+  constexpr int M = N / 2;
+  const Lanes<T, 1> d;
+  Cx<decltype(d)> z[M];
+  loadRows(d, Interleaved<const T, false>{src}, 0, 1, z);
+  if constexpr (M > 1) butterfly(d, z);
+  unroll<M / 2>([&](auto i) KVRS_UNROLLED {
+    constexpr int k = i + 1;
+    constexpr Root<T> w = kWave1024<T>.root(k, __builtin_ctz(N));
+    if constexpr (2 * k < M) {
+      splitForward(d, z[k], z[M - k], {hn::Set(d, w.re / 2), hn::Set(d, -w.im / 2)});
+    } else {
+      z[k].im = hn::Neg(z[k].im);
+    }
+  });
+  z[0] = {hn::Add(z[0].re, z[0].im), hn::Sub(z[0].re, z[0].im)};
+  if (scale != T(1)) scaleRows(d, z, scale);
+  storeRows(d, Interleaved<T, false>{dst}, 0, 1, z);
+}
+
+template <size_t N, class T>
+void scalarInverse(const T* src, T* dst, T scale) {
+  constexpr int M = N / 2;
+  const Lanes<T, 1> d;
+  Cx<decltype(d)> z[M];
+  loadRows(d, Interleaved<const T, false>{src}, 0, 1, z);
+  z[0] = {hn::Add(z[0].re, z[0].im), hn::Sub(z[0].re, z[0].im)};
+  unroll<M / 2>([&](auto i) KVRS_UNROLLED {
+    constexpr int k = i + 1;
+    constexpr Root<T> w = kWave1024<T>.root(k, __builtin_ctz(N));
+    if constexpr (2 * k < M) {
+      splitInverse(d, z[k], z[M - k], {hn::Set(d, w.re / 2), hn::Set(d, -w.im / 2)});
+    } else {
+      z[k] = {hn::Add(z[k].re, z[k].re), hn::Neg(hn::Add(z[k].im, z[k].im))};
+    }
+  });
+  unroll<M>([&](auto k) KVRS_UNROLLED { std::swap(z[k].re, z[k].im); });
+  if constexpr (M > 1) butterfly(d, z);
+  if (scale != T(1)) scaleRows(d, z, scale);
+  storeRows(d, Interleaved<T, true>{dst}, 0, 1, z);
+}
+
+}  // namespace kvrs::fft
+
+#endif
