@@ -90,25 +90,29 @@ KVRS_INLINE void shortMap(const Op& op, D* dst, size_t len, const S*... src) {
   }
 }
 
+// Up to so many blocks, finding where dst is aligned takes longer than stores that cross a cache line.
+inline constexpr size_t kUnalignedBlocks = 512 / kVectorBytes;
+
+// The first index above 0 at which dst is aligned to a block; 0 if no index is.
+template <size_t N, class D>
+KVRS_INLINE size_t toAligned(const D* dst) {
+  constexpr size_t blockBytes = N * sizeof(D);
+  const size_t bytes = blockBytes - (reinterpret_cast<uintptr_t>(dst) & (blockBytes - 1));
+  return bytes % sizeof(D) == 0 ? bytes / sizeof(D) : 0;
+}
+
 // Whether a result of so many bytes is better written past the cache: when it and its sources cannot all stay
 // there. The bound below spares the usual call the question.
 inline constexpr size_t kLeastStreamedBytes = size_t{1} << 20;
 
 inline bool beyondCache(size_t bytes) {
-  if (bytes < kLeastStreamedBytes) return false;
   const size_t cache = lastLevelCacheBytes();
   return cache != 0 && bytes > cache;
 }
 
-}  // namespace loop_detail
-
-// dst[i] = op(d, src[i]...) for i in [0, len). `op` is called with a tag of dst's lanes and the sources'
-// vectors (a Complex for complex elements) and returns dst's. It is called for 1, 2, 4, ... elements up to a
-// full block, for some elements twice, and with elements in any order. Each source is dst itself or does not
-// overlap it.
-template <class D, class Op, class... S>
-void mapElements(const Op& op, D* dst, size_t len, const S*... src) {
-  using namespace loop_detail;
+// The loop itself. Streaming wants at least two blocks.
+template <bool kStream, class D, class Op, class... S>
+KVRS_INLINE void map(const Op& op, D* dst, size_t len, const S*... src) {
   constexpr size_t N = kBlock<D, S...>;
   if (len < 2 * N) {
     if (len >= N) {
@@ -119,29 +123,45 @@ void mapElements(const Op& op, D* dst, size_t len, const S*... src) {
     return;
   }
   const ElementLanes<D, N> d;
-  const auto first = block<N, D>(op, 0, src...);
   const auto last = block<N, D>(op, len - N, src...);
-
-  // The first index at which dst is aligned to a block; N, where no index is.
-  constexpr size_t blockBytes = N * sizeof(D);
-  const size_t toAligned = (0 - reinterpret_cast<uintptr_t>(dst)) & (blockBytes - 1);
-  const bool alignable = toAligned % sizeof(D) == 0;
-  const size_t begin = alignable && toAligned != 0 ? toAligned / sizeof(D) : N;
-
-  if constexpr (Element<D>::kStreams) {
-    const bool inPlace = ((static_cast<const void*>(dst) == static_cast<const void*>(src)) || ...);
-    const size_t bytes = len * (sizeof(D) + (size_t{0} + ... + sizeof(S)));
-    if (alignable && !inPlace && beyondCache(bytes)) {
-      body<true, N>(op, dst, begin, len - N, src...);
-      hwy::FlushStream();
-    } else {
-      body<false, N>(op, dst, begin, len - N, src...);
-    }
+  if (!kStream && len <= kUnalignedBlocks * N) {
+#pragma GCC unroll 1
+    for (size_t i = 0; i < len - N; i += N) Element<D>::store(block<N, D>(op, i, src...), d, dst + i);
   } else {
-    body<false, N>(op, dst, begin, len - N, src...);
+    const auto first = block<N, D>(op, 0, src...);
+    const size_t aligned = toAligned<N>(dst);
+    body<kStream, N>(op, dst, aligned != 0 ? aligned : N, len - N, src...);
+    if constexpr (kStream) hwy::FlushStream();
+    Element<D>::store(first, d, dst);
   }
-  Element<D>::store(first, d, dst);
   Element<D>::store(last, d, dst + (len - N));
+}
+
+// For what may be worth streaming. Out of line, as a loop that calls nothing needs no stack.
+template <class D, class Op, class... S>
+__attribute__((noinline)) void mapLarge(const Op& op, D* dst, size_t len, size_t bytes, const S*... src) {
+  constexpr size_t N = kBlock<D, S...>;
+  const bool inPlace = ((static_cast<const void*>(dst) == static_cast<const void*>(src)) || ...);
+  if (!inPlace && toAligned<N>(dst) != 0 && beyondCache(bytes)) {
+    map<true>(op, dst, len, src...);
+  } else {
+    map<false>(op, dst, len, src...);
+  }
+}
+
+}  // namespace loop_detail
+
+// dst[i] = op(d, src[i]...) for i in [0, len). `op` is called with a tag of dst's lanes and the sources'
+// vectors (a Complex for complex elements) and returns dst's. It is called for 1, 2, 4, ... elements up to a
+// full block, for some elements twice, and with elements in any order. Each source is dst itself or does not
+// overlap it.
+template <class D, class Op, class... S>
+void mapElements(const Op& op, D* dst, size_t len, const S*... src) {
+  if constexpr (Element<D>::kStreams) {
+    const size_t bytes = len * (sizeof(D) + (size_t{0} + ... + sizeof(S)));
+    if (bytes >= loop_detail::kLeastStreamedBytes) return loop_detail::mapLarge(op, dst, len, bytes, src...);
+  }
+  loop_detail::map<false>(op, dst, len, src...);
 }
 
 }  // namespace kvrs

@@ -27,6 +27,9 @@ inline constexpr size_t kVectorBytes = HWY_LANES(uint8_t);
 // Whether MulAdd is one rounding (v3, v4) or two (s8, v2).
 inline constexpr bool kFusedMulAdd = HWY_TARGET <= HWY_AVX2;
 
+// Whether lanes of two vectors are merged in one operation: not in s8, which has no blend.
+inline constexpr bool kBlends = HWY_TARGET <= HWY_SSE4;
+
 // General vector registers: what a kernel may keep live without spilling.
 inline constexpr int kVectorRegisters = HWY_TARGET <= HWY_AVX3 ? 32 : HWY_ARCH_X86_64 ? 16 : 8;
 
@@ -37,6 +40,41 @@ using Lanes = hn::CappedTag<T, N>;
 // The lanes of a full vector of T.
 template <class T>
 inline constexpr size_t kLanes = kVectorBytes / sizeof(T);
+
+// Even (odd) lanes over their odd (even) neighbours. Highway's take the one shuffle unit; on single precision
+// these take none at all where the operand comes from memory.
+template <class V>
+KVRS_INLINE V dupEven(V v) {
+  return hn::DupEven(v);
+}
+template <class V>
+KVRS_INLINE V dupOdd(V v) {
+  return hn::DupOdd(v);
+}
+template <size_t N>
+KVRS_INLINE hn::Vec128<float, N> dupEven(hn::Vec128<float, N> v) {
+  return hn::Vec128<float, N>{_mm_moveldup_ps(v.raw)};
+}
+template <size_t N>
+KVRS_INLINE hn::Vec128<float, N> dupOdd(hn::Vec128<float, N> v) {
+  return hn::Vec128<float, N>{_mm_movehdup_ps(v.raw)};
+}
+#if HWY_TARGET <= HWY_AVX2
+KVRS_INLINE hn::Vec256<float> dupEven(hn::Vec256<float> v) {
+  return hn::Vec256<float>{_mm256_moveldup_ps(v.raw)};
+}
+KVRS_INLINE hn::Vec256<float> dupOdd(hn::Vec256<float> v) {
+  return hn::Vec256<float>{_mm256_movehdup_ps(v.raw)};
+}
+#endif
+#if HWY_TARGET <= HWY_AVX3
+KVRS_INLINE hn::Vec512<float> dupEven(hn::Vec512<float> v) {
+  return hn::Vec512<float>{_mm512_moveldup_ps(v.raw)};
+}
+KVRS_INLINE hn::Vec512<float> dupOdd(hn::Vec512<float> v) {
+  return hn::Vec512<float>{_mm512_movehdup_ps(v.raw)};
+}
+#endif
 
 }  // namespace kvrs
 
