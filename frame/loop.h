@@ -45,9 +45,15 @@ inline constexpr size_t kSpanBytes = Element<T>::kSpan * sizeof(LaneOf<T>);
 template <class D, class... S>
 inline constexpr size_t kBlock = kVectorBytes / widest(kSpanBytes<D>, kSpanBytes<S>...);
 
+// Whether an array of `len` elements can exist. Without the question a length of more bytes than an address
+// counts would wrap and write at random.
+constexpr bool fitsAddress(size_t len, size_t elementBytes) {
+  return len <= SIZE_MAX / elementBytes;
+}
+
 // One block from index i on.
 template <size_t N, class D, class Op, class... S>
-KVRS_INLINE auto block(const Op& op, ptrdiff_t i, const S*... src) {
+KVRS_INLINE auto block(const Op& op, [[maybe_unused]] ptrdiff_t i, const S*... src) {
   const ElementLanes<D, N> d;
   return op(d, Element<S>::load(ElementLanes<S, N>(), src + i)...);
 }
@@ -71,10 +77,25 @@ KVRS_INLINE void keepIndex(ptrdiff_t& i) {
   asm("" : "+r"(i));
 }
 
-template <size_t N, class D, class Op, class... S>
-KVRS_INLINE void storeBlock(const Op& op, D* dst, ptrdiff_t i, const S*... src) {
-  Element<D>::store(block<N, D>(op, i, src...), ElementLanes<D, N>(), dst + i);
+// put(i) for the first index of every block from i on, until at most one block is left behind `end`, which is
+// the last one's.
+template <size_t N, class Put>
+KVRS_INLINE void forBlocks(ptrdiff_t i, ptrdiff_t end, Put put) {
+  constexpr ptrdiff_t n = N;
+  for (const ptrdiff_t lastTurn = end - 3 * n; i < lastTurn; i += 4 * n) {
+    keepIndex(i);
+    put(i);
+    put(i + n);
+    put(i + 2 * n);
+    put(i + 3 * n);
+  }
+  for (; i < end; i += n) put(i);
 }
+
+// Vectors of more elements than these go through the loop; up to there everything is read before anything is
+// written.
+template <class D, class... S>
+inline constexpr size_t kLoopFrom = 4 * kBlock<D, S...>;
 
 // At most two blocks of N elements, which may lie over each other.
 template <size_t N, class D, class Op, class... S>
@@ -110,15 +131,8 @@ template <class D, class Op, class... S>
     Element<D>::store(second, d, dst + N);
     Element<D>::store(third, d, dst + (end - N));
   } else {
-    ptrdiff_t i = firstAligned<N>(dst);
-    for (const ptrdiff_t lastTurn = end - 3 * N; i < lastTurn; i += 4 * N) {
-      keepIndex(i);
-      storeBlock<N>(op, dst, i, src...);
-      storeBlock<N>(op, dst, i + N, src...);
-      storeBlock<N>(op, dst, i + 2 * N, src...);
-      storeBlock<N>(op, dst, i + 3 * N, src...);
-    }
-    for (; i < end; i += N) storeBlock<N>(op, dst, i, src...);
+    forBlocks<N>(firstAligned<N>(dst), end,
+                 [&](ptrdiff_t i) { Element<D>::store(block<N, D>(op, i, src...), d, dst + i); });
     Element<D>::store(first, d, dst);
   }
   Element<D>::store(last, d, dst + end);
@@ -148,17 +162,23 @@ inline constexpr size_t kBytesPerElement = (sizeof(D) + ... + sizeof(S));
 
 // Whether a result is better written past the cache: when it and its sources cannot all stay there. In place
 // there is nothing to gain, as the lines of dst have been read anyway.
-inline constexpr size_t kLeastStreamedBytes = size_t{1} << 20;
-
-// Vectors of kLeastStreamedBytes and more: the usual call is spared the questions.
-template <class D, class Op, class... S>
-[[gnu::noinline]] KvrStatus mapLong(const S*... src, D* dst, size_t len, Op op) {
+template <class D, class... S>
+bool beyondCache(const D* dst, size_t len, const S*... src) {
   constexpr size_t N = kBlock<D, S...>;
   const bool alignable = bytesToAligned<N>(dst) % sizeof(D) == 0;
   const bool inPlace = ((static_cast<const void*>(dst) == static_cast<const void*>(src)) || ...);
   const size_t cache = lastLevelCacheBytes();
-  if (alignable && !inPlace && cache != 0 && len > cache / kBytesPerElement<D, S...>) {
-    return mapPastCache<D, Op, S...>(src..., dst, len, op);
+  return alignable && !inPlace && cache != 0 && len > cache / kBytesPerElement<D, S...>;
+}
+
+// Vectors of so many bytes are asked questions that the usual call is spared.
+inline constexpr size_t kLongBytes = size_t{1} << 20;
+
+template <class D, class Op, class... S>
+[[gnu::noinline]] KvrStatus mapLong(const S*... src, D* dst, size_t len, Op op) {
+  if (!fitsAddress(len, widest(sizeof(D), sizeof(S)...))) return kvrStatusBadLength;
+  if constexpr (Element<D>::kStreams) {
+    if (beyondCache(dst, len, src...)) return mapPastCache<D, Op, S...>(src..., dst, len, op);
   }
   return mapInCache<D, Op, S...>(src..., dst, len, op);
 }
@@ -170,16 +190,15 @@ template <class D, class Op, class... S>
 // full block, for some elements twice, and with elements in any order. Each source is dst itself or does not
 // overlap it. `len` is below 2^31.
 //
-// The result is always kvrStatusOk, so that an export may end in the call, which then is a jump:
+// The result is kvrStatusOk, and in a 32-bit process kvrStatusBadLength, with nothing written, for an array that
+// does not fit into the address space. An export may end in the call, which then is a jump:
 //
 //   return mapElements(Add(), dst, len, src1, src2);
 template <class D, class Op, class... S>
 KVRS_INLINE KvrStatus mapElements(const Op& op, D* dst, size_t len, const S*... src) {
   using namespace loop_detail;
-  if constexpr (Element<D>::kStreams) {
-    if (__builtin_expect(len >= kLeastStreamedBytes / kBytesPerElement<D, S...>, false)) {
-      return mapLong<D, Op, S...>(src..., dst, len, op);
-    }
+  if (__builtin_expect(len >= kLongBytes / kBytesPerElement<D, S...>, false)) {
+    return mapLong<D, Op, S...>(src..., dst, len, op);
   }
   return mapInCache<D, Op, S...>(src..., dst, len, op);
 }

@@ -2,9 +2,12 @@
 // SPDX-License-Identifier: MIT
 #include "kvrs/logic.h"
 
+#include <type_traits>
+
 #include "frame/check.h"
 #include "frame/loop.h"
-#include "kvrs/fill.h"
+#include "vector/copy.h"
+#include "vector/fill.h"
 
 namespace kvrs {
 namespace {
@@ -53,10 +56,16 @@ KvrStatus vectorVector(const T* src1, const T* src2, T* dst, int len) {
   return mapElements(Op(), dst, static_cast<size_t>(len), src1, src2);
 }
 
+// A value of 0 leaves nothing to compute: And gives zeros, Or and Xor the source.
 template <class Op, class T>
 KvrStatus vectorScalar(const T* src, T val, T* dst, int len) {
   KVRS_CHECK(pointers(src, dst), length(len));
-  return mapElements(WithScalar<Op, T>{val}, dst, static_cast<size_t>(len), src);
+  const size_t n = static_cast<size_t>(len);
+  if (val == 0) {
+    if constexpr (std::is_same_v<Op, And>) return mapElements(Fill<T>{0}, dst, n);
+    return src == dst ? kvrStatusOk : mapElements(Same(), dst, n, src);
+  }
+  return mapElements(WithScalar<Op, T>{val}, dst, n, src);
 }
 
 template <class T>
