@@ -11,10 +11,11 @@
 
 #include "kvrs/types.h"
 
-#define KVRS_CHECK(...)                                                                             \
-  do {                                                                                              \
-    using namespace ::kvrs::check;                                                                  \
-    if (const KvrStatus bad = ::kvrs::check::firstBad(__VA_ARGS__); bad != kvrStatusOk) return bad; \
+#define KVRS_CHECK(...)                                          \
+  do {                                                           \
+    using namespace ::kvrs::check;                               \
+    const KvrStatus bad = ::kvrs::check::firstBad(__VA_ARGS__);  \
+    if (__builtin_expect(bad != kvrStatusOk, false)) return bad; \
   } while (false)
 
 namespace kvrs::check {

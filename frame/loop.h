@@ -23,6 +23,7 @@
 #include "frame/cache.h"
 #include "frame/element.h"
 #include "frame/simd.h"
+#include "kvrs/types.h"
 
 namespace kvrs {
 namespace loop_detail {
@@ -44,42 +45,62 @@ inline constexpr size_t kSpanBytes = Element<T>::kSpan * sizeof(LaneOf<T>);
 template <class D, class... S>
 inline constexpr size_t kBlock = kVectorBytes / widest(kSpanBytes<D>, kSpanBytes<S>...);
 
+// Whether an array of `len` elements can exist. Without the question a length of more bytes than an address
+// counts would wrap and write at random.
+constexpr bool fitsAddress(size_t len, size_t elementBytes) {
+  return len <= SIZE_MAX / elementBytes;
+}
+
 // One block from index i on.
 template <size_t N, class D, class Op, class... S>
-KVRS_INLINE auto block(const Op& op, size_t i, const S*... src) {
+KVRS_INLINE auto block(const Op& op, [[maybe_unused]] ptrdiff_t i, const S*... src) {
   const ElementLanes<D, N> d;
   return op(d, Element<S>::load(ElementLanes<S, N>(), src + i)...);
 }
 
-// The elements from `i` on, block by block until at most one block is left, which is the last one's.
-// Streaming stores want an aligned dst + i.
-template <bool kStream, size_t N, class D, class Op, class... S>
-KVRS_INLINE void body(const Op& op, D* dst, size_t i, size_t end, const S*... src) {
-  const ElementLanes<D, N> d;
-  const auto put = [&](auto v, size_t at) {
-    if constexpr (kStream) {
-      Element<D>::stream(v, d, dst + at);
-    } else {
-      Element<D>::store(v, d, dst + at);
-    }
-  };
-  while (i + 3 * N < end) {
-    const auto v0 = block<N, D>(op, i, src...);
-    const auto v1 = block<N, D>(op, i + N, src...);
-    put(v0, i);
-    put(v1, i + N);
-    const auto v2 = block<N, D>(op, i + 2 * N, src...);
-    const auto v3 = block<N, D>(op, i + 3 * N, src...);
-    put(v2, i + 2 * N);
-    put(v3, i + 3 * N);
-    i += 4 * N;
-  }
-  for (; i < end; i += N) put(block<N, D>(op, i, src...), i);
+// The distance in bytes from dst to the next address that is aligned to a block.
+template <size_t N, class D>
+KVRS_INLINE size_t bytesToAligned(const D* dst) {
+  return (0 - reinterpret_cast<uintptr_t>(dst)) & (N * sizeof(D) - 1);
 }
 
+// The first index behind 0 at which dst is aligned to a block; where none is, some index within the first
+// block.
+template <size_t N, class D>
+KVRS_INLINE size_t firstAligned(const D* dst) {
+  return N - (reinterpret_cast<uintptr_t>(dst) & (N * sizeof(D) - 1)) / sizeof(D);
+}
+
+// Makes the index the loop's one counter: from a plain one the compiler makes a pointer for every array, for
+// which s8 has no registers.
+KVRS_INLINE void keepIndex(ptrdiff_t& i) {
+  asm("" : "+r"(i));
+}
+
+// put(i) for the first index of every block from i on, until at most one block is left behind `end`, which is
+// the last one's.
+template <size_t N, class Put>
+KVRS_INLINE void forBlocks(ptrdiff_t i, ptrdiff_t end, Put put) {
+  constexpr ptrdiff_t n = N;
+  for (const ptrdiff_t lastTurn = end - 3 * n; i < lastTurn; i += 4 * n) {
+    keepIndex(i);
+    put(i);
+    put(i + n);
+    put(i + 2 * n);
+    put(i + 3 * n);
+  }
+  for (; i < end; i += n) put(i);
+}
+
+// Vectors of more elements than these go through the loop; up to there everything is read before anything is
+// written.
+template <class D, class... S>
+inline constexpr size_t kLoopFrom = 4 * kBlock<D, S...>;
+
+// At most two blocks of N elements, which may lie over each other.
 template <size_t N, class D, class Op, class... S>
-KVRS_INLINE void shortMap(const Op& op, D* dst, size_t len, const S*... src) {
-  if (len >= N) {
+KVRS_INLINE void shortMap(const Op& op, D* dst, ptrdiff_t len, const S*... src) {
+  if (len >= ptrdiff_t{N}) {
     const ElementLanes<D, N> d;
     const auto first = block<N, D>(op, 0, src...);
     const auto last = block<N, D>(op, len - N, src...);
@@ -90,63 +111,76 @@ KVRS_INLINE void shortMap(const Op& op, D* dst, size_t len, const S*... src) {
   }
 }
 
-// Up to so many blocks, finding where dst is aligned takes longer than stores that cross a cache line.
-inline constexpr size_t kUnalignedBlocks = 512 / kVectorBytes;
-
-// The first index above 0 at which dst is aligned to a block; 0 if no index is.
-template <size_t N, class D>
-KVRS_INLINE size_t toAligned(const D* dst) {
-  constexpr size_t blockBytes = N * sizeof(D);
-  const size_t bytes = blockBytes - (reinterpret_cast<uintptr_t>(dst) & (blockBytes - 1));
-  return bytes % sizeof(D) == 0 ? bytes / sizeof(D) : 0;
-}
-
-// Whether a result of so many bytes is better written past the cache: when it and its sources cannot all stay
-// there. The bound below spares the usual call the question.
-inline constexpr size_t kLeastStreamedBytes = size_t{1} << 20;
-
-inline bool beyondCache(size_t bytes) {
-  const size_t cache = lastLevelCacheBytes();
-  return cache != 0 && bytes > cache;
-}
-
-// The loop itself. Streaming wants at least two blocks.
-template <bool kStream, class D, class Op, class... S>
-KVRS_INLINE void map(const Op& op, D* dst, size_t len, const S*... src) {
-  constexpr size_t N = kBlock<D, S...>;
-  if (len < 2 * N) {
-    if (len >= N) {
-      shortMap<N>(op, dst, len, src...);
-    } else if constexpr (N > 1) {
-      shortMap<N / 2>(op, dst, len, src...);
-    }
-    return;
+// A function of its own so that it calls nothing: no frame, nothing to save, and all forms of an operation
+// share it. Its arguments stand in the order of the exports, which spares them the shuffling of registers.
+template <class D, class Op, class... S>
+[[gnu::noinline]] KvrStatus mapInCache(const S*... src, D* dst, ptrdiff_t len, Op op) {
+  constexpr ptrdiff_t N = kBlock<D, S...>;
+  if (len <= 2 * N) {
+    shortMap<N>(op, dst, len, src...);
+    return kvrStatusOk;
   }
   const ElementLanes<D, N> d;
-  const auto last = block<N, D>(op, len - N, src...);
-  if (!kStream && len <= kUnalignedBlocks * N) {
-#pragma GCC unroll 1
-    for (size_t i = 0; i < len - N; i += N) Element<D>::store(block<N, D>(op, i, src...), d, dst + i);
+  const ptrdiff_t end = len - N;
+  const auto first = block<N, D>(op, 0, src...);
+  const auto last = block<N, D>(op, end, src...);
+  if (len <= 4 * N) {
+    const auto second = block<N, D>(op, N, src...);
+    const auto third = block<N, D>(op, end - N, src...);
+    Element<D>::store(first, d, dst);
+    Element<D>::store(second, d, dst + N);
+    Element<D>::store(third, d, dst + (end - N));
   } else {
-    const auto first = block<N, D>(op, 0, src...);
-    const size_t aligned = toAligned<N>(dst);
-    body<kStream, N>(op, dst, aligned != 0 ? aligned : N, len - N, src...);
-    if constexpr (kStream) hwy::FlushStream();
+    forBlocks<N>(firstAligned<N>(dst), end,
+                 [&](ptrdiff_t i) { Element<D>::store(block<N, D>(op, i, src...), d, dst + i); });
     Element<D>::store(first, d, dst);
   }
-  Element<D>::store(last, d, dst + (len - N));
+  Element<D>::store(last, d, dst + end);
+  return kvrStatusOk;
 }
 
-// For what may be worth streaming. Out of line, as a loop that calls nothing needs no stack.
+// The same with stores that bypass the cache. Wants an alignable dst and more than two blocks.
 template <class D, class Op, class... S>
-__attribute__((noinline)) void mapLarge(const Op& op, D* dst, size_t len, size_t bytes, const S*... src) {
-  constexpr size_t N = kBlock<D, S...>;
-  const bool inPlace = ((static_cast<const void*>(dst) == static_cast<const void*>(src)) || ...);
-  if (!inPlace && toAligned<N>(dst) != 0 && beyondCache(bytes)) {
-    map<true>(op, dst, len, src...);
-  } else {
-    map<false>(op, dst, len, src...);
+[[gnu::noinline]] KvrStatus mapPastCache(const S*... src, D* dst, ptrdiff_t len, Op op) {
+  constexpr ptrdiff_t N = kBlock<D, S...>;
+  const ElementLanes<D, N> d;
+  const ptrdiff_t end = len - N;
+  const auto first = block<N, D>(op, 0, src...);
+  const auto last = block<N, D>(op, end, src...);
+  for (ptrdiff_t i = firstAligned<N>(dst); i < end; i += N) {
+    Element<D>::stream(block<N, D>(op, i, src...), d, dst + i);
   }
+  hwy::FlushStream();
+  Element<D>::store(first, d, dst);
+  Element<D>::store(last, d, dst + end);
+  return kvrStatusOk;
+}
+
+// Bytes of one element of every array.
+template <class D, class... S>
+inline constexpr size_t kBytesPerElement = (sizeof(D) + ... + sizeof(S));
+
+// Whether a result is better written past the cache: when it and its sources cannot all stay there. In place
+// there is nothing to gain, as the lines of dst have been read anyway.
+template <class D, class... S>
+bool beyondCache(const D* dst, size_t len, const S*... src) {
+  constexpr size_t N = kBlock<D, S...>;
+  const bool alignable = bytesToAligned<N>(dst) % sizeof(D) == 0;
+  const bool inPlace = ((static_cast<const void*>(dst) == static_cast<const void*>(src)) || ...);
+  const size_t cache = lastLevelCacheBytes();
+  return alignable && !inPlace && cache != 0 && len > cache / kBytesPerElement<D, S...>;
+}
+
+// Vectors of so many bytes are asked questions that the usual call is spared.
+inline constexpr size_t kLongBytes = size_t{1} << 20;
+
+template <class D, class Op, class... S>
+[[gnu::noinline]] KvrStatus mapLong(const S*... src, D* dst, size_t len, Op op) {
+  if (!fitsAddress(len, widest(sizeof(D), sizeof(S)...))) return kvrStatusBadLength;
+  if constexpr (Element<D>::kStreams) {
+    if (beyondCache(dst, len, src...)) return mapPastCache<D, Op, S...>(src..., dst, len, op);
+  }
+  return mapInCache<D, Op, S...>(src..., dst, len, op);
 }
 
 }  // namespace loop_detail
@@ -154,14 +188,19 @@ __attribute__((noinline)) void mapLarge(const Op& op, D* dst, size_t len, size_t
 // dst[i] = op(d, src[i]...) for i in [0, len). `op` is called with a tag of dst's lanes and the sources'
 // vectors (a Complex for complex elements) and returns dst's. It is called for 1, 2, 4, ... elements up to a
 // full block, for some elements twice, and with elements in any order. Each source is dst itself or does not
-// overlap it.
+// overlap it. `len` is below 2^31.
+//
+// The result is kvrStatusOk, and in a 32-bit process kvrStatusBadLength, with nothing written, for an array that
+// does not fit into the address space. An export may end in the call, which then is a jump:
+//
+//   return mapElements(Add(), dst, len, src1, src2);
 template <class D, class Op, class... S>
-void mapElements(const Op& op, D* dst, size_t len, const S*... src) {
-  if constexpr (Element<D>::kStreams) {
-    const size_t bytes = len * (sizeof(D) + (size_t{0} + ... + sizeof(S)));
-    if (bytes >= loop_detail::kLeastStreamedBytes) return loop_detail::mapLarge(op, dst, len, bytes, src...);
+KVRS_INLINE KvrStatus mapElements(const Op& op, D* dst, size_t len, const S*... src) {
+  using namespace loop_detail;
+  if (__builtin_expect(len >= kLongBytes / kBytesPerElement<D, S...>, false)) {
+    return mapLong<D, Op, S...>(src..., dst, len, op);
   }
-  loop_detail::map<false>(op, dst, len, src...);
+  return mapInCache<D, Op, S...>(src..., dst, len, op);
 }
 
 }  // namespace kvrs

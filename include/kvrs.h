@@ -28,6 +28,8 @@
 #include "kvrs/arith_float.h"
 #include "kvrs/fill.h"
 #include "kvrs/logic.h"
+#include "kvrs/reorder.h"
+#include "kvrs/shift.h"
 
 #include "kvrs/fft.h"
 #include "kvrs/spectrum.h"

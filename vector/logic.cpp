@@ -1,10 +1,13 @@
-// Bitwise logic on vectors. Two vectors are combined as bytes, whatever their elements are.
+// Bitwise logic on vectors.
 // SPDX-License-Identifier: MIT
 #include "kvrs/logic.h"
 
+#include <type_traits>
+
 #include "frame/check.h"
 #include "frame/loop.h"
-#include "kvrs/fill.h"
+#include "vector/copy.h"
+#include "vector/fill.h"
 
 namespace kvrs {
 namespace {
@@ -47,40 +50,28 @@ struct WithScalar {
   }
 };
 
-template <class T>
-const Kvr8u* asBytes(const T* p) {
-  return reinterpret_cast<const Kvr8u*>(p);
-}
-
-template <class Op, class T, class... S>
-void combine(T* dst, int len, const S*... src) {
-  mapElements(Op(), reinterpret_cast<Kvr8u*>(dst), static_cast<size_t>(len) * sizeof(T), asBytes(src)...);
-}
-
-template <class Op, class T>
-void combineScalar(const T* src, T val, T* dst, int len) {
-  mapElements(WithScalar<Op, T>{val}, dst, static_cast<size_t>(len), src);
-}
-
 template <class Op, class T>
 KvrStatus vectorVector(const T* src1, const T* src2, T* dst, int len) {
   KVRS_CHECK(pointers(src1, src2, dst), length(len));
-  combine<Op>(dst, len, src1, src2);
-  return kvrStatusOk;
+  return mapElements(Op(), dst, static_cast<size_t>(len), src1, src2);
 }
 
+// A value of 0 leaves nothing to compute: And gives zeros, Or and Xor the source.
 template <class Op, class T>
 KvrStatus vectorScalar(const T* src, T val, T* dst, int len) {
   KVRS_CHECK(pointers(src, dst), length(len));
-  combineScalar<Op>(src, val, dst, len);
-  return kvrStatusOk;
+  const size_t n = static_cast<size_t>(len);
+  if (val == 0) {
+    if constexpr (std::is_same_v<Op, And>) return mapElements(Fill<T>{0}, dst, n);
+    return src == dst ? kvrStatusOk : mapElements(Same(), dst, n, src);
+  }
+  return mapElements(WithScalar<Op, T>{val}, dst, n, src);
 }
 
 template <class T>
 KvrStatus invert(const T* src, T* dst, int len) {
   KVRS_CHECK(pointers(src, dst), length(len));
-  combine<Not>(dst, len, src);
-  return kvrStatusOk;
+  return mapElements(Not(), dst, static_cast<size_t>(len), src);
 }
 
 }  // namespace

@@ -1,0 +1,39 @@
+// Copies. Names of one width of elements share a symbol, see frame/aliases.def.
+// SPDX-License-Identifier: MIT
+#include "vector/copy.h"
+
+#include "frame/check.h"
+#include "kvrs/fill.h"
+
+namespace kvrs {
+namespace {
+
+// Elements of Word's width.
+template <class Word, class T>
+KvrStatus copyVector(const T* src, T* dst, int len) {
+  static_assert(sizeof(Word) == sizeof(T));
+  KVRS_CHECK(pointers(src, dst), length(len));
+  return mapElements(Same(), reinterpret_cast<Word*>(dst), static_cast<size_t>(len),
+                     reinterpret_cast<const Word*>(src));
+}
+
+}  // namespace
+}  // namespace kvrs
+
+using namespace kvrs;
+
+KvrStatus kvrsCopy_8u(const Kvr8u* src, Kvr8u* dst, int len) noexcept {
+  return copyVector<Kvr8u>(src, dst, len);
+}
+KvrStatus kvrsCopy_16s(const Kvr16s* src, Kvr16s* dst, int len) noexcept {
+  return copyVector<Kvr16u>(src, dst, len);
+}
+KvrStatus kvrsCopy_32f(const Kvr32f* src, Kvr32f* dst, int len) noexcept {
+  return copyVector<Kvr32u>(src, dst, len);
+}
+KvrStatus kvrsCopy_64f(const Kvr64f* src, Kvr64f* dst, int len) noexcept {
+  return copyVector<Kvr64u>(src, dst, len);
+}
+KvrStatus kvrsCopy_64fc(const Kvr64fc* src, Kvr64fc* dst, int len) noexcept {
+  return copyVector<Pair<Kvr64u>>(src, dst, len);
+}
