@@ -95,7 +95,7 @@ def check_text(path, text, findings):
         if len(line) > MOST_COLUMNS and path.suffix in (".py", ".sh"):
             findings.add(path, number, f"{len(line)} columns, {MOST_COLUMNS} at most")
     if path.suffix not in NO_LICENCE_TAG and path.name not in NO_LICENCE_TAG_NAMES:
-        if "SPDX-License-Identifier: MIT" not in "\n".join(text.splitlines()[:20]):
+        if not any(re.fullmatch(r"\W*SPDX-License-Identifier: MIT\W*", line) for line in text.splitlines()[:30]):
             findings.add(path, 1, "no line \"SPDX-License-Identifier: MIT\" at the head of the file")
 
 
