@@ -1,5 +1,6 @@
 // Caller's memory: rounding a pointer up, cutting tables out of a block, and the work area rule of the
-// transforms. SPDX-License-Identifier: MIT
+// transforms.
+// SPDX-License-Identifier: MIT
 #ifndef KVRS_FRAME_BUFFER_H
 #define KVRS_FRAME_BUFFER_H
 

@@ -3,7 +3,8 @@
 //   KVRS_CHECK(pointers(src, dst), length(len), shiftCount(val));
 //
 // returns the status of the first check that fails. All checks of one KVRS_CHECK are evaluated, so a check
-// that looks behind a pointer tests that pointer itself. SPDX-License-Identifier: MIT
+// that looks behind a pointer tests that pointer itself.
+// SPDX-License-Identifier: MIT
 #ifndef KVRS_FRAME_CHECK_H
 #define KVRS_FRAME_CHECK_H
 

@@ -13,7 +13,8 @@
 //
 // There is one loop for every alignment of a source: on processors of the last fifteen years an unaligned
 // load costs nothing but the crossing of a cache line, which no alignment of dst can avoid for all sources at
-// once. SPDX-License-Identifier: MIT
+// once.
+// SPDX-License-Identifier: MIT
 #ifndef KVRS_FRAME_LOOP_H
 #define KVRS_FRAME_LOOP_H
 

@@ -1,6 +1,7 @@
 // A reference inside a block: the distance in bytes from itself to its target, 0 for null. It takes 32 bits
 // in every module, so a record has one layout and one size, and a block may be copied as bytes, since all its
-// references point into the block itself. SPDX-License-Identifier: MIT
+// references point into the block itself.
+// SPDX-License-Identifier: MIT
 #ifndef KVRS_FRAME_REF_H
 #define KVRS_FRAME_REF_H
 

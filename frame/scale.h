@@ -1,5 +1,6 @@
 // The scale-factor rule of the _Sfs functions: r * 2^(-scaleFactor), rounded to nearest with ties to even,
-// then saturated. SPDX-License-Identifier: MIT
+// then saturated.
+// SPDX-License-Identifier: MIT
 #ifndef KVRS_FRAME_SCALE_H
 #define KVRS_FRAME_SCALE_H
 

@@ -1,5 +1,6 @@
 // The vectors of the module's target: Highway, with the instruction set fixed by the compiler's flags. The
-// only place that knows about instruction sets. SPDX-License-Identifier: MIT
+// only place that knows about instruction sets.
+// SPDX-License-Identifier: MIT
 #ifndef KVRS_FRAME_SIMD_H
 #define KVRS_FRAME_SIMD_H
 

@@ -1,6 +1,7 @@
 /* kvrscore: memory and the thread count for kvrs. A library of its own, so that an application can put
  * another in its place: one that defines these functions with the same contracts, linked or loaded ahead of
- * this one. SPDX-License-Identifier: MIT */
+ * this one.
+ * SPDX-License-Identifier: MIT */
 #ifndef KVRSCORE_H
 #define KVRSCORE_H
 

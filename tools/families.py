@@ -39,7 +39,8 @@ def table():
         operations = list(dict.fromkeys(operation(f.name) for f in functions))
         shown = ", ".join(f"`{name}`" for name in operations[:MOST_OPERATIONS])
         rest = len(operations) - MOST_OPERATIONS
-        lines.append(f"| [{title}](include/{header}) | {len(functions)} | {shown}{f' and {rest} more' if rest > 0 else ''} |")
+        more = f" and {rest} more" if rest > 0 else ""
+        lines.append(f"| [{title}](include/{header}) | {len(functions)} | {shown}{more} |")
     listed = len(declarations.export_list(TOP / "frame/exports.def"))
     lines.append(f"| **together** | **{total:,} of {listed:,}** | |")
     return "\n".join(lines) + "\n"

@@ -6,6 +6,7 @@
 - Every file says its licence.
 - A room includes lower rooms only, and the library nothing that needs the C++ run-time library.
 - Instruction sets are named in frame/simd.h alone.
+- Every declared function stands in a group of the manual, below its contract.
 - The full name of every declared function stands in one header and, unless it is a second name, is defined in one
   source; no macro pastes names.
 
@@ -95,8 +96,19 @@ def check_text(path, text, findings):
         if len(line) > MOST_COLUMNS and path.suffix in (".py", ".sh"):
             findings.add(path, number, f"{len(line)} columns, {MOST_COLUMNS} at most")
     if path.suffix not in NO_LICENCE_TAG and path.name not in NO_LICENCE_TAG_NAMES:
-        if "SPDX-License-Identifier: MIT" not in "\n".join(text.splitlines()[:20]):
+        if not any(re.fullmatch(r"\W*SPDX-License-Identifier: MIT\W*", line) for line in text.splitlines()[:30]):
             findings.add(path, 1, "no line \"SPDX-License-Identifier: MIT\" at the head of the file")
+
+
+def check_public_header(path, text, findings):
+    """Tables of contracts are whole, and every declaration stands in a documented group."""
+    depth = 0
+    for number, line in enumerate(text.splitlines(), 1):
+        if re.match(r" \* \|", line) and not line.endswith("|"):
+            findings.add(path, number, "a row of a table that does not end in this line")
+        depth += line.count("@{") - line.count("@}")
+        if line.startswith(("KVRS_API ", "KVRSCORE_API ")) and depth == 0:
+            findings.add(path, number, "declared outside of a documented group (@defgroup)")
 
 
 def check_library_source(path, text, findings):
@@ -166,6 +178,8 @@ def main():
         check_text(path, text, findings)
         if path.suffix in CXX and room_of(path) in LIBRARY:
             check_library_source(path, text, findings)
+            if room_of(path) == "include":
+                check_public_header(path, text, findings)
             if path.suffix != ".h" and room_of(path) != "core":
                 sources.append((path, text))
     check_names(sources, findings)

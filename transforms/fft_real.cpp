@@ -1,5 +1,6 @@
 // The real FFTs: a complex transform of half the length, and the split between its spectrum and the real
-// one's. SPDX-License-Identifier: MIT
+// one's.
+// SPDX-License-Identifier: MIT
 #include <cstring>
 
 #include "frame/check.h"

@@ -1,5 +1,6 @@
 // Comparing with peers. Every case is registered under "family/case/who"; who is "kvrs" for the library. The
-// ratio of a peer is its median time over ours (tools/bench_ratios.py). SPDX-License-Identifier: MIT
+// ratio of a peer is its median time over ours (tools/bench_ratios.py).
+// SPDX-License-Identifier: MIT
 #ifndef KVRS_BENCH_SUPPORT_BENCH_H
 #define KVRS_BENCH_SUPPORT_BENCH_H
 

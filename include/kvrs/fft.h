@@ -48,14 +48,12 @@ KVRS_BEGIN_DECLS
  *
  * Errors, in the order tested:
  *
- * | Function   | Errors |
- * |------------|----------------------------------------------------------------------------------------------|
- * | GetSize    | ::kvrStatusBadFftOrder for an order outside 0 .. 30, ::kvrStatusNullPointer,
- * ::kvrStatusBadFftFlag, ::kvrStatusBadFftOrder for an order beyond the context's range | | Init       |
- * ::kvrStatusNullPointer for `spec`, ::kvrStatusBadFftOrder, ::kvrStatusNullPointer for `specMem`,
- * ::kvrStatusBadFftFlag, ::kvrStatusNullPointer for `initBuf` where its size is not 0 | | InitAlloc  |
- * ::kvrStatusNullPointer for `spec`, those of GetSize, ::kvrStatusOutOfMemory                  | | Free,
- * GetBufSize | ::kvrStatusNullPointer, ::kvrStatusContextMismatch                                     |
+ * | Function         | Errors |
+ * |------------------|--------|
+ * | GetSize          | ::kvrStatusBadFftOrder for an order outside 0 .. 30, ::kvrStatusNullPointer, ::kvrStatusBadFftFlag, ::kvrStatusBadFftOrder for an order beyond the context's range |
+ * | Init             | ::kvrStatusNullPointer for `spec`, ::kvrStatusBadFftOrder, ::kvrStatusNullPointer for `specMem`, ::kvrStatusBadFftFlag, ::kvrStatusNullPointer for `initBuf` where its size is not 0 |
+ * | InitAlloc        | ::kvrStatusNullPointer for `spec`, those of GetSize, ::kvrStatusOutOfMemory |
+ * | Free, GetBufSize | ::kvrStatusNullPointer, ::kvrStatusContextMismatch |
  *
  * A failed Init leaves `*spec` alone and may have begun to write `specMem`.
  *
@@ -71,8 +69,7 @@ KVRS_BEGIN_DECLS
  * `src` and `dst` may be one array, which is what the `_I` forms do; otherwise they do not overlap, and `src`
  * is left as it is.
  *
- * Errors of all transforms, in the order tested: ::kvrStatusNullPointer for `spec`,
- * ::kvrStatusContextMismatch,
+ * Errors of all transforms, in the order tested: ::kvrStatusNullPointer for `spec`, ::kvrStatusContextMismatch,
  * ::kvrStatusNullPointer for the data, ::kvrStatusOutOfMemory if `buffer` is null and there is no memory.
  * @{
  */

@@ -1,5 +1,6 @@
 // Every declared function against the rules for bad arguments: which status, in which order, and nothing
-// written. SPDX-License-Identifier: MIT
+// written.
+// SPDX-License-Identifier: MIT
 #include "tests/contract/contract.h"
 
 #include <gtest/gtest.h>

@@ -1,5 +1,6 @@
 // Where a function's checks leave the usual order, one row for each. Everything that has no row is held to
-// the usual one. Names are regular expressions on the whole name. SPDX-License-Identifier: MIT
+// the usual one. Names are regular expressions on the whole name.
+// SPDX-License-Identifier: MIT
 #ifndef KVRS_TESTS_CONTRACT_EXCEPTIONS_H
 #define KVRS_TESTS_CONTRACT_EXCEPTIONS_H
 

@@ -1,5 +1,6 @@
 // Calls every declared function with the same data in whatever module is loaded and prints what it returns
-// and stores, for compare_modules.py to compare between the modules. SPDX-License-Identifier: MIT
+// and stores, for compare_modules.py to compare between the modules.
+// SPDX-License-Identifier: MIT
 #include <cstdio>
 #include <cstring>
 #include <memory>

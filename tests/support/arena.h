@@ -1,5 +1,6 @@
 // Memory for one array of a test: any byte alignment, a page that may not be touched right before it or right
-// behind it, and canaries in the bytes between. SPDX-License-Identifier: MIT
+// behind it, and canaries in the bytes between.
+// SPDX-License-Identifier: MIT
 #ifndef KVRS_TESTS_SUPPORT_ARENA_H
 #define KVRS_TESTS_SUPPORT_ARENA_H
 

@@ -1,5 +1,6 @@
 // The test's own companion core library. It stands in for the real one, so that a test can count allocations,
-// make one fail and set the number of threads. SPDX-License-Identifier: MIT
+// make one fail and set the number of threads.
+// SPDX-License-Identifier: MIT
 #ifndef KVRS_TESTS_SUPPORT_CORE_H
 #define KVRS_TESTS_SUPPORT_CORE_H
 

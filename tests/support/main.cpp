@@ -1,5 +1,6 @@
 // Runs the tests against the module that KVRS_TEST_MODULE names, and makes sure that it is this one which is
-// loaded. SPDX-License-Identifier: MIT
+// loaded.
+// SPDX-License-Identifier: MIT
 #include <gtest/gtest.h>
 
 #include <cstdio>

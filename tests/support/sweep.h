@@ -1,5 +1,6 @@
 // The standard sweep of element-wise functions: lengths, byte offsets of every array, guard pages, canaries,
-// in place against an oracle for one element. SPDX-License-Identifier: MIT
+// in place against an oracle for one element.
+// SPDX-License-Identifier: MIT
 #ifndef KVRS_TESTS_SUPPORT_SWEEP_H
 #define KVRS_TESTS_SUPPORT_SWEEP_H
 

@@ -14,7 +14,8 @@
 //   2 Z[M-k] = (Re A + Re B) + P - i ((Im A - Im B) - Q)
 //
 // Vectors of k from 1 upwards meet vectors of M-k from M-1 downwards; the last pair shares the middle, k =
-// M/2, where both formulas give the conjugate of Z, or twice that of X. SPDX-License-Identifier: MIT
+// M/2, where both formulas give the conjugate of Z, or twice that of X.
+// SPDX-License-Identifier: MIT
 #ifndef KVRS_TRANSFORMS_KERNELS_REAL_INL_H
 #define KVRS_TRANSFORMS_KERNELS_REAL_INL_H
 
