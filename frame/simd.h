@@ -34,6 +34,14 @@ inline constexpr bool kBlends = HWY_TARGET <= HWY_SSE4;
 // General vector registers: what a kernel may keep live without spilling.
 inline constexpr int kVectorRegisters = HWY_TARGET <= HWY_AVX3 ? 32 : HWY_ARCH_X86_64 ? 16 : 8;
 
+// v in a register of its own. Without this the compiler may load a vector again from memory at each of its uses,
+// which looks free to it, as arithmetic can take an operand from memory.
+template <class V>
+KVRS_INLINE V inRegister(V v) {
+  asm("" : "+v"(v.raw));
+  return v;
+}
+
 // A tag for vectors of exactly N lanes of T.
 template <class T, size_t N>
 using Lanes = hn::CappedTag<T, N>;

@@ -1,0 +1,224 @@
+// The engines of single-rate FIR filters, for the sources that instantiate them: sums as they stand, and
+// overlap-save by FFT. Both leave the state alike, so that any call may run on either.
+// SPDX-License-Identifier: MIT
+#ifndef KVRS_FILTERS_FIR_ENGINE_INL_H
+#define KVRS_FILTERS_FIR_ENGINE_INL_H
+
+#include <cstring>
+#include <type_traits>
+
+#include "filters/fir_state.h"
+#include "frame/threads.h"
+
+namespace kvrs::fir {
+
+// Multiply-adds that are worth a thread: it takes some microseconds to wake, and a core does about
+// 3,000 * kLanes of them in one.
+template <class T>
+inline constexpr uint64_t kWorkOfThread = uint64_t{kLanes<T>} << 15;
+
+// The time of a transform there and back of N points over N log2(N), in multiply-adds of the direct engine.
+// Measured: it takes 64 taps before the FFT is faster with vectors of 128 bits, about 100 with 256 and 200
+// with 512, as the direct engine gains more from long vectors.
+inline constexpr uint64_t kTransformCost = kVectorBytes == 16 ? 6 : kVectorBytes == 32 ? 10 : 14;
+
+// How many threads to use for so many multiply-adds on a piece of `len` samples.
+template <class T>
+int teamFor(const State<T>& state, size_t len, uint64_t work) {
+  if (len < Sums<T>::kThreadsFromLen) return 1;
+  const int allowed = ownGetNumThreads();
+  const int most = allowed < state.threads ? allowed : state.threads;
+  const uint64_t useful = work / kWorkOfThread<T>;
+  return useful < static_cast<uint64_t>(most) ? static_cast<int>(useful) : most;
+}
+
+// Runs body(thread, team), on the calling thread alone where one is all it takes.
+template <class Body>
+void runOn(int threads, Body body) {
+  if (threads > 1) {
+    runTeam(threads, body);
+  } else {
+    body(0, 1);
+  }
+}
+
+// Samples come in the sums' type, or in another that a load() of theirs converts.
+inline void load(const Kvr32f* from, Kvr32f* to, size_t len) {
+  memcpy(to, from, len * sizeof *to);
+}
+
+// One sample.
+template <class T>
+T filterOne(State<T>& state, T sample) {
+  const size_t tapsLen = static_cast<size_t>(state.tapsLen);
+  const T* taps = state.tapsRev.get();
+  T* line = state.dlyLine.get();
+  const size_t pos = static_cast<size_t>(state.dlyPos);
+  line[pos] = sample;
+  line[pos + tapsLen] = sample;
+  const size_t next = pos + 1 < tapsLen ? pos + 1 : 0;
+  state.dlyPos = static_cast<int32_t>(next);
+  // The sample itself comes from its register: a vector load would wait for the store above to end.
+  return firDot(line + next, taps, tapsLen - 1) + sample * taps[tapsLen - 1];
+}
+
+// The direct engine. The first outputs, which reach back to samples of earlier calls, are computed from the
+// delay line with the first new samples behind it, and all others straight from `src`.
+template <class D, class T>
+void filterDirect(State<T>& state, const D* src, T* dst, size_t len) {
+  constexpr size_t N = kLanes<T>;
+  const size_t tapsLen = static_cast<size_t>(state.tapsLen), past = tapsLen - 1;
+  const T* taps = state.kernelTaps();
+  T* line = state.dlyLine.get();
+  T* window = line + state.dlyPos;
+  state.dlyPos = 0;
+  if (len < past + N) {
+    load(src, window + tapsLen, len);
+    firKernel(window + 1, dst, len, taps, tapsLen);
+    memmove(line, window + len, tapsLen * sizeof(T));
+    return;
+  }
+  const size_t staged = roundUp(past, N);  // whole vectors, and less than len
+  if (staged != 0) {
+    load(src, window + tapsLen, staged);
+    firKernel(window + 1, dst, staged, taps, tapsLen);
+  }
+  load(src + (len - tapsLen), line, tapsLen);
+  // No less than a vector, even if it computes some of the staged outputs again.
+  const size_t first = staged + N <= len ? staged : len - N;
+  const size_t count = len - first;
+  runOn(teamFor(state, len, uint64_t{count} * tapsLen), [=](int thread, int team) {
+    const size_t slice = count / static_cast<size_t>(team) / N * N;
+    const size_t begin = first + slice * static_cast<size_t>(thread);
+    firKernel(src + (begin - past), dst + begin, thread == team - 1 ? len - begin : slice, taps, tapsLen);
+  });
+}
+
+// The work of the FFT engine on `len` samples, in multiply-adds of the direct one.
+template <class T>
+uint64_t costOfBlocks(const State<T>& state, size_t len) {
+  const uint64_t fftLen = static_cast<uint64_t>(state.fftLen), tapsLen = static_cast<uint64_t>(state.tapsLen);
+  const uint64_t step = fftLen - tapsLen + 1;
+  uint64_t log = 0;
+  while (fftLen >> (log + 1) != 0) ++log;
+  return (len + step - 1) / step * fftLen * log * kTransformCost;
+}
+
+template <class T>
+bool blocksAreFaster(const State<T>& state, size_t len) {
+  return state.fftLen > 0 && costOfBlocks(state, len) < uint64_t{len} * static_cast<uint64_t>(state.tapsLen);
+}
+
+// The FFT engine: overlap-save (Stockham, High-speed convolution and correlation, 1966). With M = tapsLen - 1,
+// N = fftLen and B = N - M, block b takes the N samples from b*B - M on, multiplies their transform by that of
+// the taps and gets outputs b*B .. b*B + B-1 behind M that are wrapped around:
+//
+//   samples  |--M--|-------B-------|
+//                            |--M--|-------B-------|
+//   outputs        |---block 0-----|---block 1-----|
+//
+// Only block 0 has samples of earlier calls. `store` is called with a block's sums, the index of the first and
+// their number.
+template <class D, class T, class Store>
+KvrStatus filterBlocks(State<T>& state, const D* src, size_t len, Store store) {
+  const size_t tapsLen = static_cast<size_t>(state.tapsLen), past = tapsLen - 1;
+  const size_t fftLen = static_cast<size_t>(state.fftLen), step = fftLen - past;
+  const size_t blocks = (len + step - 1) / step;
+  T* line = state.dlyLine.get();
+  T* frames = state.frames.get();
+
+  // A frame from `at` on: samples, and silence behind them.
+  const auto fill = [=](T* frame, size_t at, const D* samples, size_t count) {
+    load(samples, frame + at, count);
+    memset(frame + at + count, 0, (fftLen - at - count) * sizeof(T));
+  };
+  // Block 0 is loaded before any other runs, so that the delay line can be brought up to date in peace.
+  memcpy(frames, line + state.dlyPos + 1, past * sizeof(T));
+  fill(frames, past, src, len < step ? len : step);
+  state.dlyPos = 0;
+  if (len < tapsLen) {
+    memcpy(line, frames + (len - 1), tapsLen * sizeof(T));
+  } else {
+    load(src + (len - tapsLen), line, tapsLen);
+  }
+
+  const auto* spec = state.fftSpec.get();
+  const T* fftTaps = state.fftTaps.get();
+  const auto runBlock = [=, &state](size_t block, T* frame, Kvr8u* buffer) {
+    const size_t begin = block * step, count = len - begin < step ? len - begin : step;
+    const T* samples = frame;
+    if (block > 0) {
+      const D* from = src + (begin - past);
+      if constexpr (std::is_same_v<D, T>) samples = from;
+      if (count < step || samples == frame) {
+        fill(frame, 0, from, past + count);
+        samples = frame;
+      }
+    }
+    KvrStatus status = Sums<T>::forward(samples, frame, spec, buffer);
+    if (status == kvrStatusOk) status = Sums<T>::multiply(fftTaps, frame, state.fftLen);
+    if (status == kvrStatusOk) status = Sums<T>::inverse(frame, spec, buffer);
+    if (status == kvrStatusOk) store(frame + past, begin, count);
+    return status;
+  };
+
+  KvrStatus* threadStatus = state.threadStatus.get();
+  int team = teamFor(state, len, costOfBlocks(state, len));
+  if (static_cast<size_t>(team) > blocks) team = static_cast<int>(blocks);
+  int granted = 1;
+  runOn(team, [=, &state, &granted](int thread, int threads) {
+    if (thread == 0) granted = threads;
+    T* frame = frames + fftLen * static_cast<size_t>(thread);
+    Kvr8u* buffer = state.fftBuffers.get();
+    if (buffer != nullptr) buffer += static_cast<size_t>(state.fftBufSize) * static_cast<size_t>(thread);
+    KvrStatus status = kvrStatusOk;
+    for (size_t block = static_cast<size_t>(thread); block < blocks && status == kvrStatusOk;
+         block += static_cast<size_t>(threads)) {
+      status = runBlock(block, frame, buffer);
+    }
+    threadStatus[thread] = status;
+  });
+  KvrStatus worst = kvrStatusOk;
+  for (int thread = 0; thread < granted; ++thread) {
+    if (threadStatus[thread] < worst) worst = threadStatus[thread];
+  }
+  return worst;
+}
+
+// In place, by way of the scratch area: outputs must not overwrite samples that later ones still need. A piece
+// runs by blocks only where enough is left behind it.
+template <class T>
+KvrStatus filterInPlace(State<T>& state, T* srcDst, size_t len) {
+  T* scratch = state.scratch.get();
+  while (len > 0) {
+    const size_t count = len < kScratch ? len : kScratch;
+    len -= count;
+    if (len >= Sums<T>::kFftFromLen && blocksAreFaster(state, count)) {
+      const KvrStatus status = filterBlocks(state, srcDst, count, [=](const T* sums, size_t at, size_t n) {
+        memcpy(scratch + at, sums, n * sizeof(T));
+      });
+      if (status != kvrStatusOk) return status;
+    } else {
+      filterDirect(state, srcDst, scratch, count);
+    }
+    memcpy(srcDst, scratch, count * sizeof(T));
+    srcDst += count;
+  }
+  return kvrStatusOk;
+}
+
+// From one array to another.
+template <class T>
+KvrStatus filter(State<T>& state, const T* src, T* dst, size_t len) {
+  if (len >= Sums<T>::kFftFromLen && blocksAreFaster(state, len)) {
+    return filterBlocks(state, src, len, [=](const T* sums, size_t at, size_t count) {
+      memcpy(dst + at, sums, count * sizeof(T));
+    });
+  }
+  filterDirect(state, src, dst, len);
+  return kvrStatusOk;
+}
+
+}  // namespace kvrs::fir
+
+#endif

@@ -1,0 +1,31 @@
+// The sums of a FIR filter, y[n] = sum over k of in[n+k] * tap[k], for any run of outputs whose inputs lie in
+// one piece. SPDX-License-Identifier: MIT
+#ifndef KVRS_FILTERS_FIR_KERNEL_H
+#define KVRS_FILTERS_FIR_KERNEL_H
+
+#include <cstddef>
+
+#include "frame/simd.h"
+
+namespace kvrs {
+
+// How often a tap stands in the kernel's table. From AVX on a load can spread one number over a vector;
+// before, a table of whole vectors saves the shuffle.
+template <class T>
+inline constexpr size_t kTapCopies = kVectorBytes == 16 ? kLanes<T> : 1;
+
+// out[n] for n in [0, count), from inputs of a type D that converts to that of the sums. `taps` begins with the tap of the oldest input and has kTapCopies of each. Reads
+// in[0 .. count + tapsLen - 2]. `out` does not overlap `in`.
+template <class D, class T>
+void firKernel(const D* in, T* out, size_t count, const T* taps, size_t tapsLen);
+
+// in[0]*taps[0] + ... + in[len-1]*taps[len-1]. Reads, but does not use, up to a vector behind each array.
+template <class T>
+T firDot(const T* in, const T* taps, size_t len);
+
+extern template void firKernel<Kvr32f, Kvr32f>(const Kvr32f*, Kvr32f*, size_t, const Kvr32f*, size_t);
+extern template Kvr32f firDot<Kvr32f>(const Kvr32f*, const Kvr32f*, size_t);
+
+}  // namespace kvrs
+
+#endif
