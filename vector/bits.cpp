@@ -49,37 +49,40 @@ void copyBits(const Kvr8u* src, unsigned from, Kvr8u* dst, unsigned to, unsigned
   if (len % 8 != 0) copyFewBits(src + bytes, from, dst + bytes, 0, len % 8);
 }
 
-// Appends codes to a string of bits.
+// Appends codes to a string of bits, by words of 32 of them.
 class BitWriter {
  public:
   // Begins `offset` bits, below 8, into dst[0].
   BitWriter(Kvr8u* dst, unsigned offset)
-      : dst_(dst), pending_(offset), bits_(offset != 0 ? dst[0] >> (8 - offset) : 0) {}
+      : dst_(dst), room_(32 - offset), word_(offset != 0 ? uint32_t{dst[0]} >> (8 - offset) << room_ : 0) {}
 
   // The low `count` bits of the code; at most 32.
-  void put(uint32_t code, unsigned count) {
-    const uint64_t mask = (uint64_t{1} << count) - 1;
-    bits_ = bits_ << count | (code & mask);
-    pending_ += count;
-    if (pending_ >= 32) {
-      pending_ -= 32;
-      const uint32_t word = __builtin_bswap32(static_cast<uint32_t>(bits_ >> pending_));
-      __builtin_memcpy(dst_, &word, sizeof word);
-      dst_ += sizeof word;
+  KVRS_INLINE void put(uint32_t code, unsigned count) {
+    code &= static_cast<uint32_t>((uint64_t{1} << count) - 1);
+    if (count < room_) {
+      room_ -= count;
+      word_ |= code << room_;
+    } else {
+      const unsigned over = count - room_;  // below 32, as there always is room
+      const uint32_t full = __builtin_bswap32(word_ | code >> over);
+      __builtin_memcpy(dst_, &full, sizeof full);
+      dst_ += sizeof full;
+      room_ = 32 - over;
+      word_ = (code << 1) << (31 - over);
     }
   }
 
   void finish() {
-    for (; pending_ >= 8; pending_ -= 8) *dst_++ = static_cast<Kvr8u>(bits_ >> (pending_ - 8));
-    if (pending_ == 0) return;
-    const unsigned behind = 0xFFu >> pending_;
-    *dst_ = static_cast<Kvr8u>((bits_ << (8 - pending_) & 0xFFu & ~behind) | (*dst_ & behind));
+    for (; room_ <= 24; room_ += 8, word_ <<= 8) *dst_++ = static_cast<Kvr8u>(word_ >> 24);
+    if (room_ == 32) return;
+    const unsigned behind = 0xFFu >> (32 - room_);
+    *dst_ = static_cast<Kvr8u>((word_ >> 24) | (*dst_ & behind));
   }
 
  private:
   Kvr8u* dst_;
-  unsigned pending_;  // bits not yet written, below 32 between codes
-  uint64_t bits_;     // in its low end; what lies above them is of no account
+  unsigned room_;  // bits still free in the word, at least 1
+  uint32_t word_;  // filled from its top, 0 below
 };
 
 }  // namespace

@@ -8,13 +8,27 @@
 namespace kvrs {
 namespace {
 
+template <class Word>
+[[gnu::noinline]] KvrStatus copyLong(const Word* src, Word* dst, size_t len) {
+  if (!loop_detail::fitsAddress(len, sizeof(Word))) return kvrStatusBadLength;
+  memcpy(dst, src, len * sizeof(Word));
+  return kvrStatusOk;
+}
+
 // Elements of Word's width.
 template <class Word, class T>
 KvrStatus copyVector(const T* src, T* dst, int len) {
   static_assert(sizeof(Word) == sizeof(T));
   KVRS_CHECK(pointers(src, dst), length(len));
-  return mapElements(Same(), reinterpret_cast<Word*>(dst), static_cast<size_t>(len),
-                     reinterpret_cast<const Word*>(src));
+  const auto from = reinterpret_cast<const Word*>(src);
+  const auto to = reinterpret_cast<Word*>(dst);
+  const size_t n = static_cast<size_t>(len);
+  if (n <= kShortBytes / sizeof(Word)) {
+    copyShort(reinterpret_cast<const Kvr8u*>(src), reinterpret_cast<Kvr8u*>(dst), n * sizeof(Word));
+    return kvrStatusOk;
+  }
+  if (n >= kLibraryBytes / sizeof(Word) && from != to) return copyLong(from, to, n);
+  return mapElements(Same(), to, n, from);
 }
 
 }  // namespace

@@ -89,7 +89,7 @@ KvrStatus flip(const T* src, T* dst, int len) {
   const size_t n = static_cast<size_t>(len);
   if (n >= kLongBytes / kBytesPerElement<Word, Word>) {
     if (!fitsAddress(n, sizeof(T))) return kvrStatusBadLength;
-    if (beyondCache(to, n, from)) return flipElements<true>(from, to, n);
+    if (kStreamsPay && beyondCache(to, n, from)) return flipElements<true>(from, to, n);
   }
   return flipElements<false>(from, to, n);
 }

@@ -62,7 +62,7 @@ KvrStatus vectorScalar(const T* src, T val, T* dst, int len) {
   KVRS_CHECK(pointers(src, dst), length(len));
   const size_t n = static_cast<size_t>(len);
   if (val == 0) {
-    if constexpr (std::is_same_v<Op, And>) return mapElements(Fill<T>{0}, dst, n);
+    if constexpr (std::is_same_v<Op, And>) return fillElements(FillZero(), dst, n);
     return src == dst ? kvrStatusOk : mapElements(Same(), dst, n, src);
   }
   return mapElements(WithScalar<Op, T>{val}, dst, n, src);

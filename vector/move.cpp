@@ -35,6 +35,13 @@ template <class Word>
   return kvrStatusOk;
 }
 
+template <class Word>
+[[gnu::noinline]] KvrStatus moveLong(const Word* src, Word* dst, size_t len) {
+  if (!loop_detail::fitsAddress(len, sizeof(Word))) return kvrStatusBadLength;
+  memmove(dst, src, len * sizeof(Word));
+  return kvrStatusOk;
+}
+
 // Elements of Word's width.
 template <class Word, class T>
 KvrStatus moveVector(const T* src, T* dst, int len) {
@@ -43,11 +50,13 @@ KvrStatus moveVector(const T* src, T* dst, int len) {
   const auto from = reinterpret_cast<const Word*>(src);
   const auto to = reinterpret_cast<Word*>(dst);
   const size_t n = static_cast<size_t>(len);
-  const size_t above = reinterpret_cast<uintptr_t>(dst) - reinterpret_cast<uintptr_t>(src);
-  if (above == 0) return kvrStatusOk;
-  if (above >= n * sizeof(T) || n <= loop_detail::kLoopFrom<Word>) {
-    return mapElements(Same(), to, n, from);
+  if (n <= kShortBytes / sizeof(Word)) {
+    copyShort(reinterpret_cast<const Kvr8u*>(src), reinterpret_cast<Kvr8u*>(dst), n * sizeof(Word));
+    return kvrStatusOk;
   }
+  if (n >= kLibraryBytes / sizeof(Word)) return moveLong(from, to, n);
+  const size_t above = reinterpret_cast<uintptr_t>(dst) - reinterpret_cast<uintptr_t>(src);
+  if (above >= n * sizeof(Word) || n <= loop_detail::kLoopFrom<Word>) return mapElements(Same(), to, n, from);
   return moveDown(from, to, static_cast<ptrdiff_t>(n));
 }
 

@@ -41,7 +41,7 @@ KvrStatus shiftLeft(const T* src, int val, T* dst, int len) {
   KVRS_CHECK(pointers(src, dst), length(len), shiftCount(val));
   const size_t n = static_cast<size_t>(len);
   if (val == 0) return copy(src, dst, n);
-  if (val >= kBits<T>) return mapElements(Fill<T>{0}, dst, n);
+  if (val >= kBits<T>) return fillElements(FillZero(), dst, n);
   // The same on signed elements, which share the kernel of the unsigned ones.
   using Unsigned = std::make_unsigned_t<T>;
   return mapElements(ShiftLeft{val}, reinterpret_cast<Unsigned*>(dst), n,
@@ -54,7 +54,7 @@ KvrStatus shiftRight(const T* src, int val, T* dst, int len) {
   const size_t n = static_cast<size_t>(len);
   if (val == 0) return copy(src, dst, n);
   if (val >= kBits<T>) {
-    if constexpr (std::is_unsigned_v<T>) return mapElements(Fill<T>{0}, dst, n);
+    if constexpr (std::is_unsigned_v<T>) return fillElements(FillZero(), dst, n);
     val = kBits<T> - 1;  // the sign in every bit
   }
   return mapElements(ShiftRight{val}, dst, n, src);

@@ -1,23 +1,50 @@
-// Zeros: Set with the value 0, one kernel for each width of elements. Names of one width share a symbol, see
+// Zeros. Names of one width share a symbol, see
 // frame/aliases.def. SPDX-License-Identifier: MIT
+#include <cstring>
+
 #include "frame/check.h"
 #include "kvrs/fill.h"
+#include "vector/copy.h"
 #include "vector/fill.h"
+
+namespace kvrs {
+namespace {
+
+template <class Word>
+[[gnu::noinline]] KvrStatus zeroLong(Word* dst, size_t len) {
+  if (!loop_detail::fitsAddress(len, sizeof(Word))) return kvrStatusBadLength;
+  memset(dst, 0, len * sizeof(Word));
+  return kvrStatusOk;
+}
+
+// Elements of Word's width.
+template <class Word, class T>
+KvrStatus zeroVector(T* dst, int len) {
+  static_assert(sizeof(Word) == sizeof(T));
+  KVRS_CHECK(pointers(dst), length(len));
+  const auto to = reinterpret_cast<Word*>(dst);
+  const size_t n = static_cast<size_t>(len);
+  if (n >= kLibraryBytes / sizeof(Word)) return zeroLong(to, n);
+  return fillElements(FillZero(), to, n);
+}
+
+}  // namespace
+}  // namespace kvrs
 
 using namespace kvrs;
 
 KvrStatus kvrsZero_8u(Kvr8u* dst, int len) noexcept {
-  return fillVector<Kvr8u>({}, dst, len);
+  return zeroVector<Kvr8u>(dst, len);
 }
 KvrStatus kvrsZero_16s(Kvr16s* dst, int len) noexcept {
-  return fillVector<Kvr16u>({}, dst, len);
+  return zeroVector<Kvr16u>(dst, len);
 }
 KvrStatus kvrsZero_32f(Kvr32f* dst, int len) noexcept {
-  return fillVector<Kvr32u>({}, dst, len);
+  return zeroVector<Kvr32u>(dst, len);
 }
 KvrStatus kvrsZero_64f(Kvr64f* dst, int len) noexcept {
-  return fillVector<Kvr64u>({}, dst, len);
+  return zeroVector<Kvr64u>(dst, len);
 }
 KvrStatus kvrsZero_64fc(Kvr64fc* dst, int len) noexcept {
-  return fillVector<Pair<Kvr64u>>({}, dst, len);
+  return zeroVector<Pair<Kvr64u>>(dst, len);
 }

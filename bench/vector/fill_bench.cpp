@@ -25,33 +25,34 @@ constexpr int kBytes[] = {16,      24,      32,      57,      64,      100,     
                           8192,    16384,   30001,   32768,   65536,   1 << 17, 1 << 18, 1 << 19,
                           1 << 20, 1 << 21, 1 << 22, 5555555, 1 << 23, 1 << 24, 1 << 25, 1 << 26};
 
-void addBytes(int bytes, int misfit) {
-  const std::string n = std::to_string(bytes) + (misfit != 0 ? "+" + std::to_string(misfit) : "");
+void addBytes(const std::shared_ptr<Kvr8u>& a, const std::shared_ptr<Kvr8u>& b, int bytes, int misfit) {
+  std::string n = std::to_string(bytes);
+  if (misfit != 0) n.append("+").append(std::to_string(misfit));
   const size_t size = static_cast<size_t>(bytes);
-  const auto a = array<Kvr8u>(size + 64), b = array<Kvr8u>(size + 64);
-  Kvr8u* const dst = b.get() + misfit;
-  const Kvr8u* const src = a.get() + 3 * misfit;
-  add("fill/Copy_8u/" + n, "kvrs", [=, k2 = a, k3 = b] { kvrsCopy_8u(src, dst, bytes); });
-  add("fill/Copy_8u/" + n, "memcpy", [=, k2 = a, k3 = b] { memcpy(dst, src, size); });
-  add("fill/Move_8u/" + n, "kvrs", [=, k2 = a, k3 = b] { kvrsMove_8u(src, dst, bytes); });
-  add("fill/Move_8u/" + n, "memmove", [=, k2 = a, k3 = b] { memmove(dst, src, size); });
-  add("fill/MoveUp_8u/" + n, "kvrs", [=, k3 = b] { kvrsMove_8u(b.get(), b.get() + 1 + misfit, bytes); });
-  add("fill/MoveUp_8u/" + n, "memmove", [=, k3 = b] { memmove(b.get() + 1 + misfit, b.get(), size); });
-  add("fill/Zero_8u/" + n, "kvrs", [=, k3 = b] { kvrsZero_8u(dst, bytes); });
-  add("fill/Zero_8u/" + n, "memset", [=, k3 = b] { memset(dst, 0, size); });
-  add("fill/Set_8u/" + n, "kvrs", [=, k3 = b] { kvrsSet_8u(7, dst, bytes); });
-  add("fill/Set_8u/" + n, "memset", [=, k3 = b] { memset(dst, 7, size); });
+  const auto src = [=] { return a.get() + 3 * misfit; };
+  const auto dst = [=] { return b.get() + misfit; };
+  add("fill/Copy_8u/" + n, "kvrs", [=] { kvrsCopy_8u(src(), dst(), bytes); });
+  add("fill/Copy_8u/" + n, "memcpy", [=] { memcpy(dst(), src(), size); });
+  add("fill/Move_8u/" + n, "kvrs", [=] { kvrsMove_8u(src(), dst(), bytes); });
+  add("fill/Move_8u/" + n, "memmove", [=] { memmove(dst(), src(), size); });
+  add("fill/MoveUp_8u/" + n, "kvrs", [=] { kvrsMove_8u(dst(), dst() + 1, bytes); });
+  add("fill/MoveUp_8u/" + n, "memmove", [=] { memmove(dst() + 1, dst(), size); });
+  add("fill/Zero_8u/" + n, "kvrs", [=] { kvrsZero_8u(dst(), bytes); });
+  add("fill/Zero_8u/" + n, "memset", [=] { memset(dst(), 0, size); });
+  add("fill/Set_8u/" + n, "kvrs", [=] { kvrsSet_8u(7, dst(), bytes); });
+  add("fill/Set_8u/" + n, "memset", [=] { memset(dst(), 7, size); });
 }
 
 Register fill([] {
+  // One pair of arrays for all sizes.
+  const auto a = array<Kvr8u>((1 << 26) + 64), b = array<Kvr8u>((1 << 26) + 64);
   for (int bytes : kBytes) {
-    addBytes(bytes, 0);
-    if (bytes <= 1 << 20) addBytes(bytes, 1);
+    addBytes(a, b, bytes, 0);
+    if (bytes <= 1 << 20) addBytes(a, b, bytes, 1);
   }
   for (int len : {64, 1024, 16384, 4 << 20}) {
     const std::string n = std::to_string(len);
-    const auto dst = array<Kvr64f>(2 * static_cast<size_t>(len));
-    const auto as = [=]<class T>(T*) { return reinterpret_cast<T*>(dst.get()); };
+    const auto as = [=]<class T>(T*) { return reinterpret_cast<T*>(b.get()); };
     const auto contest = [&]<class T>(const char* name, KvrStatus (*f)(T, T*, int), T val) {
       add(std::string("fill/") + name + "/" + n, "kvrs", [=] { f(val, as(static_cast<T*>(nullptr)), len); });
       add(std::string("fill/") + name + "/" + n, "loop",
@@ -67,8 +68,8 @@ Register fill([] {
         "Set_64fc", +[](Kvr64fc v, Kvr64fc* p, int l) { return kvrsSet_64fc(v, p, l); }, Kvr64fc{5, 6});
     const auto src = array<Kvr8u>(static_cast<size_t>(len) + 8),
                to = array<Kvr8u>(static_cast<size_t>(len) + 8);
-    add("fill/Copy_1u/" + n, "kvrs", [=] { kvrsCopy_1u(src.get(), 3, to.get(), 0, len); });
-    add("fill/Copy_1u/" + n, "loop", [=] { loopCopyBits(src.get(), 3, to.get(), len); });
+    add("fill/Copy_1u/" + n, "kvrs", [=] { kvrsCopy_1u(a.get(), 3, b.get(), 0, len); });
+    add("fill/Copy_1u/" + n, "loop", [=] { loopCopyBits(a.get(), 3, b.get(), len); });
   }
 });
 

@@ -53,50 +53,55 @@ __attribute__((noinline)) int loopPack(const Kvr32u* src, const int* counts, int
   return total;
 }
 
+// One pair of arrays for all cases.
+struct Arrays {
+  std::shared_ptr<Kvr8u> src, dst;
+};
+
 template <class T, class F>
-void contest(const char* name, int len, F f, void (*loop)(const T*, T*, int), size_t width = 1) {
-  const size_t count = static_cast<size_t>(len) * width;
-  const auto src = array<T>(count), dst = array<T>(count);
+void contest(const Arrays& arrays, const char* name, int len, F f, void (*loop)(const T*, T*, int)) {
+  const auto src = [=] { return reinterpret_cast<const T*>(arrays.src.get()); };
+  const auto dst = [=] { return reinterpret_cast<T*>(arrays.dst.get()); };
   const std::string label = std::string("reorder/") + name + "/" + std::to_string(len);
-  add(label, "kvrs", [=] { f(src.get(), dst.get(), len); });
-  add(label, "loop", [=] { loop(src.get(), dst.get(), len); });
+  add(label, "kvrs", [=] { f(src(), dst(), len); });
+  add(label, "loop", [=] { loop(src(), dst(), len); });
 }
 
 template <class T, class F>
-void contestInPlace(const char* name, int len, F f, void (*loop)(T*, int)) {
-  const auto srcDst = array<T>(static_cast<size_t>(len));
+void contestInPlace(const Arrays& arrays, const char* name, int len, F f, void (*loop)(T*, int)) {
+  const auto srcDst = [=] { return reinterpret_cast<T*>(arrays.dst.get()); };
   const std::string label = std::string("reorder/") + name + "/" + std::to_string(len);
-  add(label, "kvrs", [=] { f(srcDst.get(), len); });
-  add(label, "loop", [=] { loop(srcDst.get(), len); });
+  add(label, "kvrs", [=] { f(srcDst(), len); });
+  add(label, "loop", [=] { loop(srcDst(), len); });
 }
 
 Register reorder([] {
+  const size_t bytes = sizeof(Kvr64fc) * (4 << 20);
+  const Arrays arrays = {array<Kvr8u>(bytes), array<Kvr8u>(bytes)};
   for (int len : {64, 1024, 16384, 4 << 20}) {
-    contest<Kvr16u>("SwapBytes_16u", len, kvrsSwapBytes_16u, loopSwap<Kvr16u>);
-    contest<Kvr8u>("SwapBytes_24u", len, kvrsSwapBytes_24u, loopSwapTriples, 3);
-    contest<Kvr32u>("SwapBytes_32u", len, kvrsSwapBytes_32u, loopSwap<Kvr32u>);
-    contest<Kvr64u>("SwapBytes_64u", len, kvrsSwapBytes_64u, loopSwap<Kvr64u>);
-    contest<Kvr8u>("Flip_8u", len, kvrsFlip_8u, loopFlip<Kvr8u>);
-    contest<Kvr16u>("Flip_16u", len, kvrsFlip_16u, loopFlip<Kvr16u>);
-    contest<Kvr32f>("Flip_32f", len, kvrsFlip_32f, loopFlip<Kvr32f>);
-    contest<Kvr64f>("Flip_64f", len, kvrsFlip_64f, loopFlip<Kvr64f>);
-    contest<Kvr64fc>("Flip_64fc", len, kvrsFlip_64fc, loopFlip<Kvr64fc>);
-    contestInPlace<Kvr8u>("Flip_8u_I", len, kvrsFlip_8u_I, loopFlipInPlace<Kvr8u>);
-    contestInPlace<Kvr32f>("Flip_32f_I", len, kvrsFlip_32f_I, loopFlipInPlace<Kvr32f>);
-    contestInPlace<Kvr64fc>("Flip_64fc_I", len, kvrsFlip_64fc_I, loopFlipInPlace<Kvr64fc>);
+    contest<Kvr16u>(arrays, "SwapBytes_16u", len, kvrsSwapBytes_16u, loopSwap<Kvr16u>);
+    contest<Kvr8u>(arrays, "SwapBytes_24u", len, kvrsSwapBytes_24u, loopSwapTriples);
+    contest<Kvr32u>(arrays, "SwapBytes_32u", len, kvrsSwapBytes_32u, loopSwap<Kvr32u>);
+    contest<Kvr64u>(arrays, "SwapBytes_64u", len, kvrsSwapBytes_64u, loopSwap<Kvr64u>);
+    contest<Kvr8u>(arrays, "Flip_8u", len, kvrsFlip_8u, loopFlip<Kvr8u>);
+    contest<Kvr16u>(arrays, "Flip_16u", len, kvrsFlip_16u, loopFlip<Kvr16u>);
+    contest<Kvr32f>(arrays, "Flip_32f", len, kvrsFlip_32f, loopFlip<Kvr32f>);
+    contest<Kvr64f>(arrays, "Flip_64f", len, kvrsFlip_64f, loopFlip<Kvr64f>);
+    contest<Kvr64fc>(arrays, "Flip_64fc", len, kvrsFlip_64fc, loopFlip<Kvr64fc>);
+    contestInPlace<Kvr8u>(arrays, "Flip_8u_I", len, kvrsFlip_8u_I, loopFlipInPlace<Kvr8u>);
+    contestInPlace<Kvr32f>(arrays, "Flip_32f_I", len, kvrsFlip_32f_I, loopFlipInPlace<Kvr32f>);
+    contestInPlace<Kvr64fc>(arrays, "Flip_64fc_I", len, kvrsFlip_64fc_I, loopFlipInPlace<Kvr64fc>);
 
-    const size_t count = static_cast<size_t>(len);
-    const auto codes = array<Kvr32u>(count);
-    const auto lengths = array<int>(count);
-    const auto packed = array<Kvr8u>(4 * count + 8);
-    for (size_t i = 0; i < count; ++i) lengths.get()[i] = static_cast<int>(codes.get()[i] % 17);
+    const auto codes = array<Kvr32u>(static_cast<size_t>(len));
+    const auto lengths = array<int>(static_cast<size_t>(len));
+    for (int i = 0; i < len; ++i) lengths.get()[i] = static_cast<int>(codes.get()[i] % 17);
     const std::string label = "reorder/PackBits_32u8u/" + std::to_string(len);
     add(label, "kvrs", [=] {
       int written;
-      kvrsPackBits_32u8u(codes.get(), lengths.get(), len, packed.get(), 0, &written);
+      kvrsPackBits_32u8u(codes.get(), lengths.get(), len, arrays.dst.get(), 0, &written);
     });
     add(label, "loop",
-        [=] { benchmark::DoNotOptimize(loopPack(codes.get(), lengths.get(), len, packed.get())); });
+        [=] { benchmark::DoNotOptimize(loopPack(codes.get(), lengths.get(), len, arrays.dst.get())); });
   }
 });
 
