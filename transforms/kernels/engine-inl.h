@@ -12,7 +12,7 @@ namespace kvrs::fft {
 
 // The twiddles of squareTransform<R1, R2>.
 template <int R1, int R2, class T>
-inline constexpr auto kSquareTable = [] {
+alignas(64) inline constexpr auto kSquareTable = [] {
   std::array<T, 2 * R1 * R2> table{};
   constexpr int kOrder = __builtin_ctz(R1 * R2);
   for (int j = 1; j < R1; ++j) {

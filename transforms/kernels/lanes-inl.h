@@ -198,6 +198,23 @@ struct Blocks {
   }
 };
 
+// A table of such vectors. Contexts lie at multiples of 32 bytes, so that a short vector is aligned, and an operand
+// that the processor reads by itself.
+template <class T>
+struct Table {
+  const T* p;
+
+  template <class D>
+  KVRS_INLINE Cx<D> load(D d, size_t i) const {
+    constexpr size_t L = hn::MaxLanes(d);
+    if constexpr (L * sizeof(T) == 16) {
+      return {hn::Load(d, p + 2 * i), hn::Load(d, p + 2 * i + L)};
+    } else {
+      return Blocks<const T>{p}.load(d, i);
+    }
+  }
+};
+
 }  // namespace kvrs::fft
 
 #endif

@@ -75,7 +75,7 @@ void splitVectors(Split split, const T* src, T* dst, size_t M, const T* halves) 
     const size_t mirrored = M - k - L + 1;
     auto a = in.load(d, k);
     auto b = reversed(d, in.load(d, mirrored));
-    split(d, a, b, Blocks<const T>{halves}.load(d, 0));
+    split(d, a, b, Table<T>{halves}.load(d, 0));
     out.store(d, k, a);
     out.store(d, mirrored, reversed(d, b));
   }
@@ -96,7 +96,7 @@ void scalarForward(const T* src, T* dst, T scale) {
   const Lanes<T, 1> d;
   Cx<decltype(d)> z[M];
   loadRows(d, Interleaved<const T, false>{src}, 0, 1, z);
-  if constexpr (M > 1) butterfly(d, z);
+  butterfly(d, z);
   unroll<M / 2>([&](auto i) KVRS_UNROLLED {
     constexpr int k = i + 1;
     constexpr Root<T> w = kWave1024<T>.root(k, __builtin_ctz(N));
@@ -128,7 +128,7 @@ void scalarInverse(const T* src, T* dst, T scale) {
     }
   });
   unroll<M>([&](auto k) KVRS_UNROLLED { std::swap(z[k].re, z[k].im); });
-  if constexpr (M > 1) butterfly(d, z);
+  butterfly(d, z);
   if (scale != T(1)) scaleRows(d, z, scale);
   storeRows(d, Interleaved<T, true>{dst}, 0, 1, z);
 }
