@@ -31,17 +31,20 @@ struct Plan {
   }
 };
 
-// The largest radix: its points have to find room in the vector registers, more or less.
+// The largest radix, and the usual one: its points have to find room in the vector registers, more or less.
 inline constexpr int kMaxBits = kVectorRegisters >= 32 ? 4 : 3;
+inline constexpr int kUsualBits = kVectorRegisters >= 16 ? kMaxBits : 2;
 
-// `order` bits dealt out to as few passes as possible, evenly, the larger first; `first` bits go to the first
-// pass if given.
+// `order` bits dealt out to passes evenly, the larger last, where a pass has the fewest twiddles; `first` bits go to
+// the first pass if given.
 constexpr Plan makePlan(int order, int first = 0) {
   Plan plan{};
   if (first > 0) plan.bits[plan.passes++] = static_cast<uint8_t>(first);
   int rest = order - first;
-  for (int left = (rest + kMaxBits - 1) / kMaxBits; left > 0; --left) {
-    const int bits = (rest + left - 1) / left;
+  int left = kUsualBits < kMaxBits ? rest / kUsualBits : (rest + kMaxBits - 1) / kMaxBits;
+  if (left == 0) left = 1;
+  for (; left > 0; --left) {
+    const int bits = rest / left;
     plan.bits[plan.passes++] = static_cast<uint8_t>(bits);
     rest -= bits;
   }

@@ -13,12 +13,12 @@ namespace {
 // How a spectrum is stored, see kvrs/fft.h.
 enum class Packing { kPerm, kPack, kCcs };
 
-// The highest order that one lane does alone.
+// Up to this order there are no tables.
 template <class T>
-inline constexpr int kLastScalarOrder = 4;
+inline constexpr int kLastTinyOrder = 4;
 
 template <class T>
-void smallForward(int order, const T* src, T* dst, T scale) {
+void tinyForward(int order, const T* src, T* dst, T scale) {
   switch (order) {
     case 0:
       dst[0] = src[0];
@@ -30,12 +30,13 @@ void smallForward(int order, const T* src, T* dst, T scale) {
     case 3:
       return scalarForward<8>(src, dst, scale);
     default:
+      if constexpr (kLanes<T> >= 4) return forward16(src, dst, scale);
       return scalarForward<16>(src, dst, scale);
   }
 }
 
 template <class T>
-void smallInverse(int order, const T* src, T* dst, T scale) {
+void tinyInverse(int order, const T* src, T* dst, T scale) {
   switch (order) {
     case 0:
       dst[0] = src[0];
@@ -47,6 +48,7 @@ void smallInverse(int order, const T* src, T* dst, T scale) {
     case 3:
       return scalarInverse<8>(src, dst, scale);
     default:
+      if constexpr (kLanes<T> >= 4) return inverse16(src, dst, scale);
       return scalarInverse<16>(src, dst, scale);
   }
 }
@@ -87,8 +89,8 @@ KvrStatus realForward(const Record<T>* spec, const T* src, T* dst, Kvr8u* buffer
   if (!work.ok()) return kvrStatusOutOfMemory;
   const T scale = spec->scaleFwd ? spec->scale : T(1);
   const size_t n = size_t{1} << spec->order;
-  if (spec->order <= kLastScalarOrder<T>) {
-    smallForward(spec->order, src, dst, scale);
+  if (spec->order <= kLastTinyOrder<T>) {
+    tinyForward(spec->order, src, dst, scale);
   } else {
     transform(*spec, spec->order - 1, Direction::kForward, src, dst, work.as<T>(), scale);
     const T re = dst[0], im = dst[1];
@@ -106,9 +108,12 @@ KvrStatus realInverse(const Record<T>* spec, const T* src, T* dst, Kvr8u* buffer
   if (!work.ok()) return kvrStatusOutOfMemory;
   const T scale = spec->scaleInv ? spec->scale : T(1);
   const size_t n = size_t{1} << spec->order;
-  if (spec->order <= kLastScalarOrder<T>) {
-    permFromPack<kPacking>(src, dst, n);
-    smallInverse(spec->order, dst, dst, scale);
+  if (spec->order <= kLastTinyOrder<T>) {
+    if constexpr (kPacking != Packing::kPerm) {
+      permFromPack<kPacking>(src, dst, n);
+      src = dst;
+    }
+    tinyInverse(spec->order, src, dst, scale);
     return kvrStatusOk;
   }
   const T first = src[0];

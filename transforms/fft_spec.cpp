@@ -183,8 +183,8 @@ class Tables {
   // Small transforms above order 5; those below have theirs in the program.
   void square(int order) {
     if (order < 6) return;
-    const int lanes = 8;
-    for (size_t j = 1; j < size_t{1} << (order - 3); ++j) {
+    const int lanes = 1 << (order - 3);
+    for (size_t j = 1; j < 8; ++j) {
       vectors(lanes, [&](int lane) { return wave_.root(j * lane, order); });
     }
   }

@@ -63,6 +63,7 @@ KVRS_INLINE void addSubI(Complex<V> a, V c, Complex<V> b, Complex<V>& sum, Compl
   addSub(a.im, c, b.re, diff.im, sum.im);
 }
 
+// Four points to four results, in place.
 template <class V>
 KVRS_INLINE void butterfly4(Complex<V>& x0, Complex<V>& x1, Complex<V>& x2, Complex<V>& x3) {
   const Complex<V> a = add(x0, x2), b = sub(x0, x2), c = add(x1, x3), e = sub(x1, x3);
@@ -72,40 +73,52 @@ KVRS_INLINE void butterfly4(Complex<V>& x0, Complex<V>& x1, Complex<V>& x2, Comp
   x3 = addI(b, e);
 }
 
-// x[k] = sum over n of x[n] exp(-2 pi i n k / R), in place, in natural order.
-template <int R, class D>
-KVRS_INLINE void butterfly(D d, Cx<D> (&x)[R]) {
+// y[k] = sum over n of x[n] exp(-2 pi i n k / R), with x[n] = load(Index<n>()), and emit(Index<k>(), y[k]) as soon as
+// it is known, so that few numbers have to be kept. All loads come before the first emit.
+template <int R, class D, class Load, class Emit>
+KVRS_INLINE void butterfly(D d, Load load, Emit emit) {
   using T = hn::TFromD<D>;
   using C = Cx<D>;
-  if constexpr (R == 2) {
-    const C a = x[0];
-    x[0] = add(a, x[1]);
-    x[1] = sub(a, x[1]);
+  if constexpr (R == 1) {
+    emit(Index<0>(), load(Index<0>()));
+  } else if constexpr (R == 2) {
+    const C a = load(Index<0>()), b = load(Index<1>());
+    emit(Index<0>(), add(a, b));
+    emit(Index<1>(), sub(a, b));
   } else if constexpr (R == 4) {
-    butterfly4(x[0], x[1], x[2], x[3]);
+    const C x0 = load(Index<0>()), x2 = load(Index<2>());
+    const C a = add(x0, x2), b = sub(x0, x2);
+    const C x1 = load(Index<1>()), x3 = load(Index<3>());
+    const C c = add(x1, x3), e = sub(x1, x3);
+    emit(Index<0>(), add(a, c));
+    emit(Index<2>(), sub(a, c));
+    emit(Index<1>(), subI(b, e));
+    emit(Index<3>(), addI(b, e));
   } else if constexpr (R == 8) {
-    // Two transforms of the even and the odd points; 52 operations, the factors sqrt(1/2) within
-    // multiply-adds.
+    // Two transforms of the even and the odd points; 52 operations, the factors sqrt(1/2) within multiply-adds.
     const auto h = hn::Set(d, T(0.70710678118654752440));
-    butterfly4(x[0], x[2], x[4], x[6]);
-    butterfly4(x[1], x[3], x[5], x[7]);
-    const C e0 = x[0], e1 = x[2], e2 = x[4], e3 = x[6];
-    const C o0 = x[1], o1 = turn45(x[3]), o2 = x[5], o3 = turn45(x[7]);
-    x[0] = add(e0, o0);
-    x[4] = sub(e0, o0);
-    x[2] = subI(e2, o2);
-    x[6] = addI(e2, o2);
-    addSub(e1, h, o1, x[1], x[5]);
-    addSubI(e3, h, o3, x[3], x[7]);
+    C e0 = load(Index<0>()), e1 = load(Index<2>()), e2 = load(Index<4>()), e3 = load(Index<6>());
+    butterfly4(e0, e1, e2, e3);
+    C o0 = load(Index<1>()), o1 = load(Index<3>()), o2 = load(Index<5>()), o3 = load(Index<7>());
+    butterfly4(o0, o1, o2, o3);
+    emit(Index<0>(), add(e0, o0));
+    emit(Index<4>(), sub(e0, o0));
+    emit(Index<2>(), subI(e2, o2));
+    emit(Index<6>(), addI(e2, o2));
+    C p, m;
+    addSub(e1, h, turn45(o1), p, m);
+    emit(Index<1>(), p);
+    emit(Index<5>(), m);
+    addSubI(e3, h, turn45(o3), p, m);
+    emit(Index<3>(), p);
+    emit(Index<7>(), m);
   } else {
-    // Four transforms of four points, twice. The turns between them are written as a factor times a number
-    // that needs no multiplication, or one multiply-add; the factor goes into the last additions: 144
-    // operations.
+    // Four transforms of four points, twice. The turns between them are written as a factor times a number that
+    // needs no multiplication, or one multiply-add; the factor goes into the last additions: 144 operations.
     static_assert(R == 16);
     const auto h = hn::Set(d, T(0.70710678118654752440));
     const auto c = hn::Set(d, T(0.92387953251128675613));  // cos(pi/8)
     const auto t = hn::Set(d, T(0.41421356237309504880));  // tan(pi/8)
-    unroll<4>([&](auto j) KVRS_UNROLLED { butterfly4(x[j], x[j + 4], x[j + 8], x[j + 12]); });
     // exp(-i pi/8) a / c and exp(-3 i pi/8) a / c
     const auto turn1 = [&](C a) KVRS_UNROLLED {
       return C{hn::MulAdd(t, a.im, a.re), hn::NegMulAdd(t, a.re, a.im)};
@@ -113,34 +126,55 @@ KVRS_INLINE void butterfly(D d, Cx<D> (&x)[R]) {
     const auto turn3 = [&](C a) KVRS_UNROLLED {
       return C{hn::MulAdd(t, a.re, a.im), hn::MulSub(t, a.im, a.re)};
     };
-    butterfly4(x[0], x[1], x[2], x[3]);
-    C p, m;
-    {
-      const C u1 = turn1(x[5]), u3 = turn3(x[7]);
-      addSub(x[4], h, turn45(x[6]), p, m);
-      addSub(p, c, add(u1, u3), x[4], x[6]);
-      addSubI(m, c, sub(u1, u3), x[5], x[7]);
-    }
-    {
-      const C u1 = turn45(x[9]), u3 = turn45(x[11]);
-      p = subI(x[8], x[10]);
-      m = addI(x[8], x[10]);
-      addSub(p, h, subI(u1, u3), x[8], x[10]);
-      addSubI(m, h, addI(u1, u3), x[9], x[11]);
-    }
-    {
-      const C u1 = turn3(x[13]), u3 = turn1(x[15]);
-      addSubI(x[12], h, turn45(x[14]), p, m);
-      addSub(p, c, sub(u1, u3), x[12], x[14]);
-      addSubI(m, c, add(u1, u3), x[13], x[15]);
-    }
-    // x[4 k + j] is now output k + 4 j.
-    unroll<4>([&](auto k) KVRS_UNROLLED {
-      unroll<4>([&](auto j) KVRS_UNROLLED {
-        if constexpr (k() < j()) std::swap(x[4 * k + j], x[4 * j + k]);
-      });
+    C x[4][4];  // [j][k]: output k of the transform of points j, j + 4, j + 8, j + 12
+    unroll<4>([&](auto j) KVRS_UNROLLED {
+      unroll<4>([&](auto i) KVRS_UNROLLED { x[j][i] = load(Index<j + 4 * i>()); });
+      butterfly4(x[j][0], x[j][1], x[j][2], x[j][3]);
     });
+    // From the sums and differences of points 0, 2 and of 1, 3, the latter still to be multiplied by the factor.
+    const auto finish = [&](auto k, C sum02, C diff02, auto factor, C sum13, C diff13) KVRS_UNROLLED {
+      C p, m;
+      addSub(sum02, factor, sum13, p, m);
+      emit(Index<k>(), p);
+      emit(Index<k + 8>(), m);
+      addSubI(diff02, factor, diff13, p, m);
+      emit(Index<k + 4>(), p);
+      emit(Index<k + 12>(), m);
+    };
+    {
+      const C a = add(x[0][0], x[2][0]), b = sub(x[0][0], x[2][0]);
+      const C u = add(x[1][0], x[3][0]), v = sub(x[1][0], x[3][0]);
+      emit(Index<0>(), add(a, u));
+      emit(Index<8>(), sub(a, u));
+      emit(Index<4>(), subI(b, v));
+      emit(Index<12>(), addI(b, v));
+    }
+    {
+      C p, m;
+      addSub(x[0][1], h, turn45(x[2][1]), p, m);
+      const C u = turn1(x[1][1]), v = turn3(x[3][1]);
+      finish(Index<1>(), p, m, c, add(u, v), sub(u, v));
+    }
+    {
+      const C u = turn45(x[1][2]), v = turn45(x[3][2]);
+      finish(Index<2>(), subI(x[0][2], x[2][2]), addI(x[0][2], x[2][2]), h, subI(u, v), addI(u, v));
+    }
+    {
+      C p, m;
+      addSubI(x[0][3], h, turn45(x[2][3]), p, m);
+      const C u = turn3(x[1][3]), v = turn1(x[3][3]);
+      finish(Index<3>(), p, m, c, sub(u, v), add(u, v));
+    }
   }
+}
+
+// The same in an array of its own.
+template <int R, class D>
+KVRS_INLINE void butterfly(D d, Cx<D> (&x)[R]) {
+  Cx<D> y[R];
+  butterfly<R>(
+      d, [&](auto n) KVRS_UNROLLED { return x[n]; }, [&](auto k, Cx<D> v) KVRS_UNROLLED { y[k] = v; });
+  unroll<R>([&](auto k) KVRS_UNROLLED { x[k] = y[k]; });
 }
 
 }  // namespace kvrs::fft

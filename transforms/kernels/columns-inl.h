@@ -18,7 +18,7 @@ struct FactoredTwiddles {
   template <class D>
   KVRS_INLINE Cx<D> apply(D d, Cx<D> x, size_t k, size_t c) const {
     const T* v = vectors + 2 * (c / hn::MaxLanes(d) * rows + k);
-    const auto lane = Blocks<const T>{lanes}.load(d, k * hn::MaxLanes(d));
+    const auto lane = Table<T>{lanes}.load(d, k * hn::MaxLanes(d));
     return mul(x, mul(lane, Cx<D>{hn::Set(d, v[0]), hn::Set(d, v[1])}));
   }
 };
@@ -31,7 +31,7 @@ struct TabledTwiddles {
 
   template <class D>
   KVRS_INLINE Cx<D> apply(D d, Cx<D> x, size_t k, size_t c) const {
-    return mul(x, Blocks<const T>{table}.load(d, k * columns + c));
+    return mul(x, Table<T>{table}.load(d, k * columns + c));
   }
 };
 
@@ -49,14 +49,15 @@ struct Columns {
   static constexpr size_t L = kLanes<T>;
   static constexpr Lanes<T, L> d{};
 
+  using D = Lanes<T, L>;
+
   // One butterfly is the whole transform.
   template <int R>
   void onlyPass(size_t first) const {
     for (size_t c = first; c < first + width; c += L) {
-      Cx<Lanes<T, L>> x[R];
-      loadRows(d, in, c, pitch, x);
-      butterfly(d, x);
-      unroll<R>([&](auto k) KVRS_UNROLLED { out.store(d, k * pitch + c, twiddles.apply(d, x[k], k, c)); });
+      butterfly<R>(
+          d, [&](auto k) KVRS_UNROLLED { return in.load(d, k * pitch + c); },
+          [&](auto k, Cx<D> x) KVRS_UNROLLED { out.store(d, k * pitch + c, twiddles.apply(d, x, k, c)); });
     }
   }
 
@@ -65,12 +66,9 @@ struct Columns {
     const size_t m = n / R;
     const T* wp = w;
     for (size_t p = 0; p < m; ++p, wp += 2 * (R - 1)) {
+      const NumberTwiddles<R, D> turns(d, wp);
       for (size_t c = 0; c < width; c += L) {
-        Cx<Lanes<T, L>> x[R];
-        loadRows(d, in, p * pitch + first + c, m * pitch, x);
-        butterfly(d, x);
-        twiddleAll(d, x, wp);
-        storeRows(d, work, p * width + c, m * width, x);
+        passStep<R>(d, in, p * pitch + first + c, m * pitch, work, p * width + c, m * width, turns);
       }
     }
   }
@@ -81,12 +79,10 @@ struct Columns {
     for (size_t base = 0; base < points; base += n) {
       const T* wp = wn;
       for (size_t p = 0; p < m; ++p, wp += 2 * (R - 1)) {
+        const NumberTwiddles<R, D> turns(d, wp);
         for (size_t c = 0; c < width; c += L) {
-          Cx<Lanes<T, L>> x[R];
-          loadRows(d, work, (base + p) * width + c, m * width, x);
-          butterfly(d, x);
-          twiddleAll(d, x, wp);
-          storeRows(d, work, (base + p) * width + c, m * width, x);
+          const size_t at = (base + p) * width + c;
+          passStep<R>(d, work, at, m * width, work, at, m * width, turns);
         }
       }
     }
@@ -99,13 +95,12 @@ struct Columns {
     for (size_t g = 0; g < m; ++g) {
       const size_t k0 = plan.reverse(g);
       for (size_t c = 0; c < width; c += L) {
-        Cx<Lanes<T, L>> x[R];
-        loadRows(d, work, g * R * width + c, width, x);
-        butterfly(d, x);
-        unroll<R>([&](auto j) KVRS_UNROLLED {
-          const size_t k = k0 + j * m;
-          out.store(d, k * pitch + first + c, twiddles.apply(d, x[j], k, first + c));
-        });
+        butterfly<R>(
+            d, [&](auto j) KVRS_UNROLLED { return work.load(d, (g * R + j) * width + c); },
+            [&](auto j, Cx<D> x) KVRS_UNROLLED {
+              const size_t k = k0 + j * m;
+              out.store(d, k * pitch + first + c, twiddles.apply(d, x, k, first + c));
+            });
       }
     }
   }
@@ -115,24 +110,9 @@ struct Columns {
   }
 
  private:
-  // Runs body(Index<R>()) for the radix R of so many bits.
-  template <class F>
-  static KVRS_INLINE void withRadix(int bits, F body) {
-    switch (bits) {
-      case 1:
-        return body(Index<2>());
-      case 2:
-        return body(Index<4>());
-      case 3:
-        return body(Index<8>());
-      default:
-        return body(Index<16>());
-    }
-  }
-
   void strip(const Plan& plan, size_t points, size_t first) const {
     if (plan.passes == 1) {
-      return withRadix(plan.bits[0], [&](auto r) KVRS_UNROLLED { this->template onlyPass<r()>(first); });
+      return withRadix<1>(plan.bits[0], [&](auto r) KVRS_UNROLLED { this->template onlyPass<r()>(first); });
     }
     size_t n = points;
     const T* wn = w;
@@ -140,16 +120,16 @@ struct Columns {
       n >>= bits;
       wn += 2 * n * ((1 << bits) - 1);
     };
-    withRadix(plan.bits[0], [&](auto r) KVRS_UNROLLED { this->template firstPass<r()>(first, n); });
+    withRadix<2>(plan.bits[0], [&](auto r) KVRS_UNROLLED { this->template firstPass<r()>(first, n); });
     next(plan.bits[0]);
     int pass = 1;
     for (; pass + 1 < plan.passes; ++pass) {
-      withRadix(plan.bits[pass],
-                [&](auto r) KVRS_UNROLLED { this->template middlePass<r()>(points, n, wn); });
+      withRadix<2>(plan.bits[pass],
+                   [&](auto r) KVRS_UNROLLED { this->template middlePass<r()>(points, n, wn); });
       next(plan.bits[pass]);
     }
-    withRadix(plan.bits[pass],
-              [&](auto r) KVRS_UNROLLED { this->template lastPass<r()>(first, plan, points); });
+    withRadix<2>(plan.bits[pass],
+                 [&](auto r) KVRS_UNROLLED { this->template lastPass<r()>(first, plan, points); });
   }
 };
 

@@ -12,7 +12,7 @@ namespace kvrs::fft {
 
 // The twiddles of squareTransform<R1, R2>.
 template <int R1, int R2, class T>
-inline constexpr auto kSquareTable = [] {
+alignas(64) inline constexpr auto kSquareTable = [] {
   std::array<T, 2 * R1 * R2> table{};
   constexpr int kOrder = __builtin_ctz(R1 * R2);
   for (int j = 1; j < R1; ++j) {
@@ -35,10 +35,12 @@ void transformViews(const Record<T>& r, int order, In in, Out out, T* work, T sc
     case 2:
       return butterflyTransform<4>(in, out, scale);
     case 3:
+      if constexpr (kLanes<T> >= 4) return eightTransform(in, out, scale);
       return butterflyTransform<8>(in, out, scale);
     case 4:
       return squareTransform<4, 4>(in, out, kSquareTable<4, 4, T>.data(), scale);
     case 5:
+      if constexpr (kLanes<T> >= 8) return wideTransform<4>(in, out, kSquareTable<4, 8, T>.data(), scale);
       return squareTransform<8, 4>(in, out, kSquareTable<8, 4, T>.data(), scale);
     default:
       break;
@@ -47,7 +49,7 @@ void transformViews(const Record<T>& r, int order, In in, Out out, T* work, T sc
     if (order == 6) return squareTransform<8, 8>(in, out, r.rows.get(), scale);
   }
   if constexpr (kLastSmallOrder<T> >= 7) {
-    if (order == 7) return squareTransform<16, 8>(in, out, r.rows.get(), scale);
+    if (order == 7) return wideTransform<8>(in, out, r.rows.get(), scale);
   }
   if (order <= kLastStockhamOrder) {
     return stockham(order, in, out, Blocks<T>{work}, Blocks<T>{out.p}, r.rows.get(), scale);

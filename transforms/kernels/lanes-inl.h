@@ -48,6 +48,14 @@ constexpr int laneOrder(int lane, int lanes) {
   return rest / kHalf * (lanes / 2) + block * kHalf + rest % kHalf;
 }
 
+// The lane of number `number`.
+template <class T>
+constexpr int laneOfNumber(int number, int lanes) {
+  int lane = 0;
+  while (laneOrder<T>(lane, lanes) != number) ++lane;
+  return lane;
+}
+
 namespace detail {
 
 // Lane i of the result is lane Pick::at(i) of the two vectors a, b one behind the other.
@@ -89,18 +97,15 @@ KVRS_INLINE hn::Vec<D> parts(D d, hn::Vec<D> a, hn::Vec<D> b) {
       d, a, b);
 }
 
-// Rows to columns of a square of vectors: row[l] becomes lane l of all rows.
-template <class D, int L = static_cast<int>(hn::MaxLanes(D()))>
-KVRS_INLINE void transpose(D d, hn::Vec<D> (&row)[L]) {
+// Squares of kBlock x kBlock within the blocks of R vectors: column c of a block goes to row c of its group.
+template <int R, class D>
+KVRS_INLINE void transposeInBlocks(D d, hn::Vec<D>* row) {
   using T = hn::TFromD<D>;
-  using V = hn::Vec<D>;
   constexpr int P = kBlock<T>;
-  static_assert(L % P == 0);
-  // Squares of P x P within the blocks: column c of a block goes to row c of its group.
-  if constexpr (P == 4) {
-    const hn::RepartitionToWide<D> wide;
-    unroll<L / P>([&](auto g) KVRS_UNROLLED {
-      V* r = row + g * P;
+  unroll<R / P>([&](auto g) KVRS_UNROLLED {
+    hn::Vec<D>* r = row + g * P;
+    if constexpr (P == 4) {
+      const hn::RepartitionToWide<D> wide;
       const auto a = hn::BitCast(wide, hn::InterleaveLower(d, r[0], r[1]));
       const auto b = hn::BitCast(wide, hn::InterleaveUpper(d, r[0], r[1]));
       const auto c = hn::BitCast(wide, hn::InterleaveLower(d, r[2], r[3]));
@@ -109,27 +114,32 @@ KVRS_INLINE void transpose(D d, hn::Vec<D> (&row)[L]) {
       r[1] = hn::BitCast(d, hn::InterleaveUpper(wide, a, c));
       r[2] = hn::BitCast(d, hn::InterleaveLower(wide, b, e));
       r[3] = hn::BitCast(d, hn::InterleaveUpper(wide, b, e));
-    });
-  } else {
-    static_assert(P == 2);
-    unroll<L / P>([&](auto g) KVRS_UNROLLED {
-      V* r = row + g * P;
-      const V a = hn::InterleaveLower(d, r[0], r[1]);
+    } else {
+      static_assert(P == 2);
+      const hn::Vec<D> a = hn::InterleaveLower(d, r[0], r[1]);
       r[1] = hn::InterleaveUpper(d, r[0], r[1]);
       r[0] = a;
-    });
-  }
-  // Then the square of whole blocks.
+    }
+  });
+}
+
+// After that, the square of whole blocks of as many vectors as there are lanes.
+template <class D>
+KVRS_INLINE void transposeBlocks(D d, hn::Vec<D>* row) {
+  using V = hn::Vec<D>;
+  constexpr int L = static_cast<int>(hn::MaxLanes(d));
+  constexpr int P = kBlock<hn::TFromD<D>>;
+  using Even = detail::PickBlocks<L, P, 0>;
+  using Odd = detail::PickBlocks<L, P, 1>;
+  static_assert(L / P == 1 || L / P == 2 || L / P == 4);
   if constexpr (L / P == 2) {
     unroll<P>([&](auto c) KVRS_UNROLLED {
       const V a = row[c], b = row[P + c];
-      row[c] = detail::shuffle<detail::PickBlocks<L, P, 0>>(d, a, b);
-      row[P + c] = detail::shuffle<detail::PickBlocks<L, P, 1>>(d, a, b);
+      row[c] = detail::shuffle<Even>(d, a, b);
+      row[P + c] = detail::shuffle<Odd>(d, a, b);
     });
   } else if constexpr (L / P == 4) {
     unroll<P>([&](auto c) KVRS_UNROLLED {
-      using Even = detail::PickBlocks<L, P, 0>;
-      using Odd = detail::PickBlocks<L, P, 1>;
       const V a = detail::shuffle<Even>(d, row[c], row[P + c]);
       const V b = detail::shuffle<Odd>(d, row[c], row[P + c]);
       const V e = detail::shuffle<Even>(d, row[2 * P + c], row[3 * P + c]);
@@ -140,6 +150,26 @@ KVRS_INLINE void transpose(D d, hn::Vec<D> (&row)[L]) {
       row[3 * P + c] = detail::shuffle<Odd>(d, b, f);
     });
   }
+}
+
+// Rows to columns of a square of vectors: row[l] becomes lane l of all rows.
+template <class D, int L = static_cast<int>(hn::MaxLanes(D()))>
+KVRS_INLINE void transpose(D d, hn::Vec<D> (&row)[L]) {
+  transposeInBlocks<L>(d, row);
+  transposeBlocks(d, row);
+}
+
+// Half a square: R rows of 2 R lanes become 2 R rows of R lanes.
+template <class D, int R = static_cast<int>(hn::MaxLanes(D()) / 2)>
+KVRS_INLINE void transposeWide(D d, hn::Vec<D> (&row)[R], hn::Vec<hn::Half<D>> (&out)[2 * R]) {
+  const hn::Half<D> half;
+  transposeInBlocks<R>(d, row);
+  unroll<R>([&](auto r) KVRS_UNROLLED {
+    out[r] = hn::LowerHalf(half, row[r]);
+    out[R + r] = hn::UpperHalf(half, row[r]);
+  });
+  transposeBlocks(half, out);
+  transposeBlocks(half, out + R);
 }
 
 // Views: where complex numbers lie in memory. load and store take the number of the first of a vector. A
@@ -195,6 +225,23 @@ struct Blocks {
   KVRS_INLINE void store(D d, size_t i, Cx<D> x) const {
     hn::StoreU(x.re, d, p + 2 * i);
     hn::StoreU(x.im, d, p + 2 * i + hn::MaxLanes(d));
+  }
+};
+
+// A table of such vectors. Contexts lie at multiples of 32 bytes, so that a short vector is aligned, and an operand
+// that the processor reads by itself.
+template <class T>
+struct Table {
+  const T* p;
+
+  template <class D>
+  KVRS_INLINE Cx<D> load(D d, size_t i) const {
+    constexpr size_t L = hn::MaxLanes(d);
+    if constexpr (L * sizeof(T) == 16) {
+      return {hn::Load(d, p + 2 * i), hn::Load(d, p + 2 * i + L)};
+    } else {
+      return Blocks<const T>{p}.load(d, i);
+    }
   }
 };
 

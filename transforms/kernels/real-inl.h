@@ -75,7 +75,7 @@ void splitVectors(Split split, const T* src, T* dst, size_t M, const T* halves) 
     const size_t mirrored = M - k - L + 1;
     auto a = in.load(d, k);
     auto b = reversed(d, in.load(d, mirrored));
-    split(d, a, b, Blocks<const T>{halves}.load(d, 0));
+    split(d, a, b, Table<T>{halves}.load(d, 0));
     out.store(d, k, a);
     out.store(d, mirrored, reversed(d, b));
   }
@@ -96,7 +96,7 @@ void scalarForward(const T* src, T* dst, T scale) {
   const Lanes<T, 1> d;
   Cx<decltype(d)> z[M];
   loadRows(d, Interleaved<const T, false>{src}, 0, 1, z);
-  if constexpr (M > 1) butterfly(d, z);
+  butterfly(d, z);
   unroll<M / 2>([&](auto i) KVRS_UNROLLED {
     constexpr int k = i + 1;
     constexpr Root<T> w = kWave1024<T>.root(k, __builtin_ctz(N));
@@ -128,9 +128,72 @@ void scalarInverse(const T* src, T* dst, T scale) {
     }
   });
   unroll<M>([&](auto k) KVRS_UNROLLED { std::swap(z[k].re, z[k].im); });
-  if constexpr (M > 1) butterfly(d, z);
+  butterfly(d, z);
   if (scale != T(1)) scaleRows(d, z, scale);
   storeRows(d, Interleaved<T, true>{dst}, 0, 1, z);
+}
+
+// N = 16 on four lanes. k = 1 .. 4 meets 7 .. 4 there, too.
+template <class D>
+KVRS_INLINE Cx<D> halves16(D d) {
+  using T = hn::TFromD<D>;
+  alignas(16) static constexpr auto kHalves = [] {
+    std::array<T, 8> table{};
+    for (int k = 1; k <= 4; ++k) {
+      const Root<T> w = kWave1024<T>.root(k, 4);
+      table[k - 1] = w.re / 2;
+      table[k + 3] = -w.im / 2;
+    }
+    return table;
+  }();
+  return Table<T>{kHalves.data()}.load(d, 0);
+}
+
+// Numbers 0 .. 3 and 4 .. 7 to 1 .. 4 and 7 .. 4, split, and back with `head` for number 0.
+template <class Split, class D>
+KVRS_INLINE void splitEight(Split split, D d, Cx<D>& lo, Cx<D>& hi, Cx<D> head) {
+  constexpr int kBytes = sizeof(hn::TFromD<D>);
+  Cx<D> a{hn::CombineShiftRightBytes<kBytes>(d, hi.re, lo.re),
+          hn::CombineShiftRightBytes<kBytes>(d, hi.im, lo.im)};
+  Cx<D> b = reversed(d, hi);
+  split(d, a, b, halves16(d));
+  lo = {hn::CombineShiftRightBytes<3 * kBytes>(d, a.re, hn::Reverse(d, head.re)),
+        hn::CombineShiftRightBytes<3 * kBytes>(d, a.im, hn::Reverse(d, head.im))};
+  hi = reversed(d, b);
+}
+
+template <class T>
+void forward16(const T* src, T* dst, T scale) {
+  const Lanes<T, 4> d;
+  using C = Cx<Lanes<T, 4>>;
+  const Interleaved<const T, false> in{src};
+  const Interleaved<T, false> out{dst};
+  hn::Vec<Lanes<T, 4>> y[4];
+  eightPoints(d, in.load(d, 0), in.load(d, 4), y);
+  C lo{hn::ConcatLowerLower(d, y[1], y[0]), hn::ConcatUpperUpper(d, y[1], y[0])};
+  C hi{hn::ConcatLowerLower(d, y[3], y[2]), hn::ConcatUpperUpper(d, y[3], y[2])};
+  splitEight(SplitForward(), d, lo, hi, C{hn::Add(lo.re, lo.im), hn::Sub(lo.re, lo.im)});
+  if (scale != T(1)) {
+    lo = mul(lo, hn::Set(d, scale));
+    hi = mul(hi, hn::Set(d, scale));
+  }
+  out.store(d, 0, lo);
+  out.store(d, 4, hi);
+}
+
+template <class T>
+void inverse16(const T* src, T* dst, T scale) {
+  const Lanes<T, 4> d;
+  using C = Cx<Lanes<T, 4>>;
+  const Interleaved<const T, false> in{src};
+  const Interleaved<T, true> out{dst};
+  C lo = in.load(d, 0), hi = in.load(d, 4);
+  splitEight(SplitInverse(), d, lo, hi, C{hn::Add(lo.re, lo.im), hn::Sub(lo.re, lo.im)});
+  hn::Vec<Lanes<T, 4>> y[4];
+  eightPoints(d, C{lo.im, lo.re}, C{hi.im, hi.re}, y);
+  if (scale != T(1)) unroll<4>([&](auto k) KVRS_UNROLLED { y[k] = hn::Mul(y[k], hn::Set(d, scale)); });
+  out.store(d, 0, C{hn::ConcatLowerLower(d, y[1], y[0]), hn::ConcatUpperUpper(d, y[1], y[0])});
+  out.store(d, 4, C{hn::ConcatLowerLower(d, y[3], y[2]), hn::ConcatUpperUpper(d, y[3], y[2])});
 }
 
 }  // namespace kvrs::fft

@@ -7,13 +7,29 @@
 
 namespace kvrs::fft {
 
+template <int R, class D, class In>
+KVRS_INLINE void loadRows(D d, In in, size_t first, size_t stride, Cx<D> (&x)[R]) {
+  unroll<R>([&](auto k) KVRS_UNROLLED { x[k] = in.load(d, first + k * stride); });
+}
+
+template <int R, class D, class Out>
+KVRS_INLINE void storeRows(D d, Out out, size_t first, size_t stride, const Cx<D> (&x)[R]) {
+  unroll<R>([&](auto k) KVRS_UNROLLED { out.store(d, first + k * stride, x[k]); });
+}
+
+template <int R, class D>
+KVRS_INLINE void scaleRows(D d, Cx<D> (&x)[R], hn::TFromD<D> scale) {
+  const auto factor = hn::Set(d, scale);
+  unroll<R>([&](auto k) KVRS_UNROLLED { x[k] = mul(x[k], factor); });
+}
+
 // One butterfly, one lane: 1, 2, 4 or 8 points.
 template <int R, class In, class Out, class T>
 KVRS_INLINE void butterflyTransform(In in, Out out, T scale) {
   const Lanes<T, 1> d;
-  Cx<decltype(d)> x[R];
+  Cx<Lanes<T, 1>> x[R];
   loadRows(d, in, 0, 1, x);
-  if constexpr (R > 1) butterfly(d, x);
+  butterfly(d, x);
   if (scale != T(1)) scaleRows(d, x, scale);
   storeRows(d, out, 0, 1, x);
 }
@@ -23,19 +39,85 @@ template <int R1, int R2, class In, class Out, class T>
 KVRS_INLINE void squareTransform(In in, Out out, const T* w, T scale) {
   static_assert(R1 % R2 == 0);
   const Lanes<T, R2> d;
-  using C = Cx<decltype(d)>;
+  using C = Cx<Lanes<T, R2>>;
+  const LaneTwiddles<Lanes<T, R2>> twiddles{{w}};
   C x[R1];
-  loadRows(d, in, 0, R2, x);
-  butterfly(d, x);
-  twiddle(d, x, w);
+  butterfly<R1>(
+      d, [&](auto k) KVRS_UNROLLED { return in.load(d, k * R2); },
+      [&](auto k, C y) KVRS_UNROLLED { x[k] = twiddles.apply(d, k, y); });
   C y[R1 / R2][R2];
-  transposeRows(d, x, [&](auto lane, auto group, auto row) KVRS_UNROLLED {
+  transposeRows(d, x, [&](auto lane, auto group, C row) KVRS_UNROLLED {
     constexpr int kRow = In::kLaneOrder ? laneOrder<T>(lane, R2) : lane;
     y[group][kRow] = row;
   });
   unroll<R1 / R2>([&](auto group) KVRS_UNROLLED { butterfly(d, y[group]); });
   if (scale != T(1)) unroll<R1 / R2>([&](auto group) KVRS_UNROLLED { scaleRows(d, y[group], scale); });
   unroll<R1 / R2>([&](auto group) KVRS_UNROLLED { storeRows(d, out, group * R2, R1, y[group]); });
+}
+
+// R x 2R points, the other way about: butterflies of R for 2R lanes, then butterflies of 2R for R lanes.
+template <int R, class In, class Out, class T>
+KVRS_INLINE void wideTransform(In in, Out out, const T* w, T scale) {
+  const Lanes<T, 2 * R> d;
+  const Lanes<T, R> half;
+  using C = Cx<Lanes<T, 2 * R>>;
+  const LaneTwiddles<Lanes<T, 2 * R>> twiddles{{w}};
+  hn::Vec<Lanes<T, 2 * R>> re[R], im[R];
+  butterfly<R>(
+      d, [&](auto k) KVRS_UNROLLED { return in.load(d, k * 2 * R); },
+      [&](auto k, C x) KVRS_UNROLLED {
+        const C y = twiddles.apply(d, k, x);
+        constexpr int kRow = laneOfNumber<T>(k, R);
+        re[kRow] = y.re;
+        im[kRow] = y.im;
+      });
+  hn::Vec<Lanes<T, R>> outRe[2 * R], outIm[2 * R];
+  transposeWide(d, re, outRe);
+  transposeWide(d, im, outIm);
+  Cx<Lanes<T, R>> y[2 * R];
+  unroll<2 * R>([&](auto lane) KVRS_UNROLLED {
+    constexpr int kRow = In::kLaneOrder ? laneOrder<T>(lane, 2 * R) : lane;
+    y[kRow] = {outRe[lane], outIm[lane]};
+  });
+  butterfly(half, y);
+  if (scale != T(1)) scaleRows(half, y, scale);
+  storeRows(half, out, 0, R, y);
+}
+
+// Eight points in one register of four lanes and another: a butterfly of 2, twiddles, and a butterfly of 4 on vectors
+// that hold both halves, even and odd results side by side, real before imaginary:
+//
+//   lo = x0 x1 x2 x3   lo + hi       = a0 a1 a2 a3   transposed   re a0, re b0, im a0, im b0    ...   re X0, re X1, im X0, im X1
+//   hi = x4 x5 x6 x7   (lo - hi) w^n = b0 b1 b2 b3      to        re a1, re b1, im a1, im b1          re X2, re X3, im X2, im X3
+//                                                                 ...                                 ...
+template <class D>
+KVRS_INLINE void eightPoints(D d, Cx<D> lo, Cx<D> hi, hn::Vec<D> (&y)[4]) {
+  using T = hn::TFromD<D>;
+  using V = hn::Vec<D>;
+  constexpr T h = T(0.70710678118654752440);
+  alignas(16) static constexpr T kTurns[8] = {1, h, 0, -h, 0, -h, -1, -h};
+  alignas(16) static constexpr T kMinusI[4] = {0, 0, T(-0.0), T(-0.0)};
+  const Cx<D> a = add(lo, hi), b = mul(sub(lo, hi), Table<T>{kTurns}.load(d, 0));
+  V r[4] = {a.re, b.re, a.im, b.im};
+  transpose(d, r);
+  const V sum02 = hn::Add(r[0], r[2]), diff02 = hn::Sub(r[0], r[2]);
+  const V sum13 = hn::Add(r[1], r[3]), diff13 = hn::Sub(r[1], r[3]);
+  // -i times the difference: the parts exchanged, the new imaginary one negated
+  const V turned = hn::Xor(hn::Shuffle1032(diff13), hn::Load(d, kMinusI));
+  y[0] = hn::Add(sum02, sum13);
+  y[1] = hn::Add(diff02, turned);
+  y[2] = hn::Sub(sum02, sum13);
+  y[3] = hn::Sub(diff02, turned);
+}
+
+template <class In, class Out, class T>
+KVRS_INLINE void eightTransform(In in, Out out, T scale) {
+  const Lanes<T, 4> d;
+  hn::Vec<Lanes<T, 4>> y[4];
+  eightPoints(d, in.load(d, 0), in.load(d, 4), y);
+  if (scale != T(1)) unroll<4>([&](auto k) KVRS_UNROLLED { y[k] = hn::Mul(y[k], hn::Set(d, scale)); });
+  out.store(d, 0, {hn::ConcatLowerLower(d, y[1], y[0]), hn::ConcatUpperUpper(d, y[1], y[0])});
+  out.store(d, 4, {hn::ConcatLowerLower(d, y[3], y[2]), hn::ConcatUpperUpper(d, y[3], y[2])});
 }
 
 }  // namespace kvrs::fft

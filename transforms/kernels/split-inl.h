@@ -65,7 +65,7 @@ struct SplitTables {
 //
 // The last three are done on kTile rows k1 at a time, and their tiles change places with those of the rows
 // before.
-template <class T, class In, class Out>
+template <class In, class Out, class T>
 void splitTransform(int order, In in, Out out, T* work, size_t workPoints, const SplitTables<T>& tables,
                     T scale) {
   const Split split = splitOf(order);
@@ -81,13 +81,13 @@ void splitTransform(int order, In in, Out out, T* work, size_t workPoints, const
     for (size_t row = block; row < block + kTile; ++row) {
       const Out points{out.p + 2 * row * pitch};
       if (split.middle > 0) {
-        Columns<T, Out, Out, TabledTwiddles<T>>{
-            points, points, edge, {work}, width, tables.middle, {tables.middleOuter, edge}}
+        Columns<T, In, Out, TabledTwiddles<T>>{
+            In{points.p}, points, edge, {work}, width, tables.middle, {tables.middleOuter, edge}}
             .transform(kColumnPlans[split.middle], size_t{1} << split.middle, edge);
       }
       for (size_t k2 = 0; k2 < pitch; k2 += edge) {
         const Out piece{points.p + 2 * k2};
-        stockham(split.outer, piece, piece, Blocks<T>{work}, Blocks<T>{piece.p}, tables.rows, scale);
+        stockham(split.outer, In{piece.p}, piece, Blocks<T>{work}, Blocks<T>{piece.p}, tables.rows, scale);
       }
     }
     for (size_t k2 = 0; k2 < pitch; k2 += edge) {

@@ -8,37 +8,73 @@
 
 namespace kvrs::fft {
 
-// w[j - 1] for j = 1 .. R - 1, a vector of each, real and imaginary parts in turn.
+// The factors of a pass, x times factor j for j = 1 .. R - 1: vectors of them, for the lanes.
+template <class D>
+struct LaneTwiddles {
+  Table<hn::TFromD<D>> table;
+
+  template <class I>
+  KVRS_INLINE Cx<D> apply(D d, I j, Cx<D> x) const {
+    if constexpr (j() == 0) return x;
+    return mul(x, table.load(d, (j - 1) * hn::MaxLanes(d)));
+  }
+};
+
+// Numbers, each for all lanes. Vectors of 16 bytes have no instruction that spreads a number on its way out of
+// memory: there the factors are spread once and kept.
 template <int R, class D>
-KVRS_INLINE void twiddle(D d, Cx<D> (&x)[R], const hn::TFromD<D>* w) {
-  unroll<R - 1>([&](auto j) KVRS_UNROLLED {
-    x[j + 1] = mul(x[j + 1], Blocks<const hn::TFromD<D>>{w}.load(d, j * hn::MaxLanes(d)));
-  });
+class NumberTwiddles {
+ public:
+  KVRS_INLINE NumberTwiddles(D d, const hn::TFromD<D>* w) : w_(w) {
+    if constexpr (kKept) {
+      unroll<2 * (R - 1)>([&](auto i) KVRS_UNROLLED { kept_[i] = hn::Set(d, w[i]); });
+    }
+  }
+
+  template <class I>
+  KVRS_INLINE Cx<D> apply(D d, I j, Cx<D> x) const {
+    if constexpr (j() == 0) {
+      return x;
+    } else if constexpr (kKept) {
+      return mul(x, Cx<D>{kept_[2 * j - 2], kept_[2 * j - 1]});
+    } else {
+      return mul(x, Cx<D>{hn::Set(d, w_[2 * j - 2]), hn::Set(d, w_[2 * j - 1])});
+    }
+  }
+
+ private:
+  static constexpr bool kKept = kVectorBytes == 16;
+
+  const hn::TFromD<D>* w_;
+  hn::Vec<D> kept_[kKept ? 2 * (R - 1) : 1];
+};
+
+// One butterfly of a pass: rows `stride` apart in, rows `outStride` apart out.
+template <int R, class D, class In, class Out, class Twiddles>
+KVRS_INLINE void passStep(D d, In in, size_t first, size_t stride, Out out, size_t outFirst, size_t outStride,
+                          const Twiddles& twiddles) {
+  butterfly<R>(
+      d, [&](auto k) KVRS_UNROLLED { return in.load(d, first + k * stride); },
+      [&](auto k, Cx<D> x)
+          KVRS_UNROLLED { out.store(d, outFirst + k * outStride, twiddles.apply(d, k, x)); });
 }
 
-// The same with one number for all lanes.
-template <int R, class D>
-KVRS_INLINE void twiddleAll(D d, Cx<D> (&x)[R], const hn::TFromD<D>* w) {
-  unroll<R - 1>([&](auto j) KVRS_UNROLLED {
-    x[j + 1] = mul(x[j + 1], Cx<D>{hn::Set(d, w[2 * j]), hn::Set(d, w[2 * j + 1])});
-  });
-}
+// A factor for all results, in place of twiddles.
+template <class D>
+struct Scale {
+  hn::Vec<D> factor;
 
-template <int R, class D, class In>
-KVRS_INLINE void loadRows(D d, In in, size_t first, size_t stride, Cx<D> (&x)[R]) {
-  unroll<R>([&](auto k) KVRS_UNROLLED { x[k] = in.load(d, first + k * stride); });
-}
-
-template <int R, class D, class Out>
-KVRS_INLINE void storeRows(D d, Out out, size_t first, size_t stride, const Cx<D> (&x)[R]) {
-  unroll<R>([&](auto k) KVRS_UNROLLED { out.store(d, first + k * stride, x[k]); });
-}
-
-template <int R, class D>
-KVRS_INLINE void scaleRows(D d, Cx<D> (&x)[R], hn::TFromD<D> scale) {
-  const auto factor = hn::Set(d, scale);
-  unroll<R>([&](auto k) KVRS_UNROLLED { x[k] = mul(x[k], factor); });
-}
+  template <class I>
+  KVRS_INLINE Cx<D> apply(D, I, Cx<D> x) const {
+    return mul(x, factor);
+  }
+};
+struct NoScale {
+  template <class D, class I, class X>
+  KVRS_INLINE X apply(D, I, X x) const {
+    return x;
+  }
+};
 
 // Lane p of row j goes to lane j of row p, for R rows: R / L squares side by side. Rows come out in the order
 // of the lanes, and the lanes in laneOrder, so that whoever joins the parts again finds them where they
@@ -63,13 +99,15 @@ KVRS_INLINE void transposeRows(D d, const Cx<D> (&x)[R], Store store) {
 template <int R, size_t L, class In, class T>
 void firstPass(In in, Blocks<T> out, size_t n, const T* w) {
   const Lanes<T, L> d;
+  using C = Cx<Lanes<T, L>>;
   const size_t m = n / R;
   for (size_t p = 0; p < m; p += L, w += 2 * L * (R - 1)) {
-    Cx<decltype(d)> x[R];
-    loadRows(d, in, p, m, x);
-    butterfly(d, x);
-    twiddle(d, x, w);
-    transposeRows(d, x, [&](auto lane, auto group, auto row) KVRS_UNROLLED {
+    const LaneTwiddles<Lanes<T, L>> twiddles{{w}};
+    C x[R];
+    butterfly<R>(
+        d, [&](auto k) KVRS_UNROLLED { return in.load(d, p + k * m); },
+        [&](auto k, C y) KVRS_UNROLLED { x[k] = twiddles.apply(d, k, y); });
+    transposeRows(d, x, [&](auto lane, auto group, C row) KVRS_UNROLLED {
       constexpr int kRow = In::kLaneOrder ? laneOrder<T>(lane, L) : lane;
       out.store(d, R * (p + kRow) + group * L, row);
     });
@@ -82,52 +120,34 @@ void middlePass(Blocks<T> in, Blocks<T> out, size_t n, size_t s, const T* w) {
   const Lanes<T, kLanes<T>> d;
   const size_t m = n / R;
   for (size_t p = 0; p < m; ++p, w += 2 * (R - 1)) {
+    const NumberTwiddles<R, Lanes<T, kLanes<T>>> twiddles(d, w);
     for (size_t q = 0; q < s; q += kLanes<T>) {
-      Cx<decltype(d)> x[R];
-      loadRows(d, in, q + s * p, s * m, x);
-      butterfly(d, x);
-      twiddleAll(d, x, w);
-      storeRows(d, out, q + s * R * p, s, x);
+      passStep<R>(d, in, q + s * p, s * m, out, q + s * R * p, s, twiddles);
     }
   }
 }
 
-// The last one: groups of R points, no twiddles, and the scale on the way out. In and out may be the same
-// memory.
+// The last one: groups of R points, no twiddles, and the scale on the way out. In and out may be the same memory.
 template <int R, bool kScaled, class Out, class T>
 void lastPass(Blocks<T> in, Out out, size_t s, T scale) {
   const Lanes<T, kLanes<T>> d;
   for (size_t q = 0; q < s; q += kLanes<T>) {
-    Cx<decltype(d)> x[R];
-    loadRows(d, in, q, s, x);
-    butterfly(d, x);
-    if constexpr (kScaled) scaleRows(d, x, scale);
-    storeRows(d, out, q, s, x);
+    if constexpr (kScaled) {
+      passStep<R>(d, in, q, s, out, q, s, Scale<Lanes<T, kLanes<T>>>{hn::Set(d, scale)});
+    } else {
+      passStep<R>(d, in, q, s, out, q, s, NoScale());
+    }
   }
 }
 
-template <class Out, class T>
-KVRS_INLINE void lastPass(Blocks<T> in, Out out, int bits, size_t s, T scale) {
-  const bool scaled = scale != T(1);
-  switch (bits) {
-    case 2:
-      return scaled ? lastPass<4, true>(in, out, s, scale) : lastPass<4, false>(in, out, s, scale);
-    case 3:
-      return scaled ? lastPass<8, true>(in, out, s, scale) : lastPass<8, false>(in, out, s, scale);
-    default:
-      return scaled ? lastPass<16, true>(in, out, s, scale) : lastPass<16, false>(in, out, s, scale);
-  }
-}
-
-template <class T>
-KVRS_INLINE void middlePass(Blocks<T> in, Blocks<T> out, int bits, size_t n, size_t s, const T* w) {
-  switch (bits) {
-    case 2:
-      return middlePass<4>(in, out, n, s, w);
-    case 3:
-      return middlePass<8>(in, out, n, s, w);
-    default:
-      return middlePass<16>(in, out, n, s, w);
+// Runs body(Index<R>()) for the radix R of so many bits.
+template <int kLeastBits, class F>
+KVRS_INLINE void withRadix(int bits, F body) {
+  if constexpr (kLeastBits < kMaxBits) {
+    if (bits == kLeastBits) return body(Index<1 << kLeastBits>());
+    return withRadix<kLeastBits + 1>(bits, body);
+  } else {
+    return body(Index<1 << kMaxBits>());
   }
 }
 
@@ -144,13 +164,15 @@ void stockham(int order, In in, Out out, Blocks<T> work, Blocks<T> scratch, cons
   int pass = 1;
   for (; pass + 1 < plan.passes; ++pass) {
     const int bits = plan.bits[pass];
-    middlePass(from, to, bits, n, s, w);
+    withRadix<2>(bits, [&](auto r) KVRS_UNROLLED { middlePass<r()>(from, to, n, s, w); });
     std::swap(from, to);
     s <<= bits;
     n >>= bits;
     w += 2 * n * ((1 << bits) - 1);
   }
-  lastPass(from, out, plan.bits[pass], s, scale);
+  withRadix<2>(plan.bits[pass], [&](auto r) KVRS_UNROLLED {
+    scale != T(1) ? lastPass<r(), true>(from, out, s, scale) : lastPass<r(), false>(from, out, s, scale);
+  });
 }
 
 }  // namespace kvrs::fft
