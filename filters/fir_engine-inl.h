@@ -15,7 +15,7 @@ namespace kvrs::fir {
 // Multiply-adds that are worth a thread: it takes some microseconds to wake, and a core does about
 // 3,000 * kLanes of them in one.
 template <class T>
-inline constexpr uint64_t kWorkOfThread = uint64_t{kLanes<T>} << 15;
+inline constexpr uint64_t kWorkOfThread = uint64_t{kLanes<T>} << 16;
 
 // The time of a transform there and back of N points over N log2(N), in multiply-adds of the direct engine.
 // Measured: it takes 64 taps before the FFT is faster with vectors of 128 bits, about 100 with 256 and 200
@@ -58,8 +58,20 @@ T filterOne(State<T>& state, T sample) {
   line[pos + tapsLen] = sample;
   const size_t next = pos + 1 < tapsLen ? pos + 1 : 0;
   state.dlyPos = static_cast<int32_t>(next);
-  // The sample itself comes from its register: a vector load would wait for the store above to end.
-  return firDot(line + next, taps, tapsLen - 1) + sample * taps[tapsLen - 1];
+  // A vector load that covers the sample of a recent call would have to wait until that call's store is through.
+  // So the newest samples are multiplied one by one.
+  constexpr size_t kRecent = 8;
+  const size_t recent = tapsLen < kRecent ? tapsLen : kRecent;
+  const T* window = line + next;
+  T even = 0, odd = 0;
+  size_t i = tapsLen;
+  for (; i >= tapsLen - recent + 2; i -= 2) {
+    odd += window[i - 1] * taps[i - 1];
+    even += window[i - 2] * taps[i - 2];
+  }
+  if (i > tapsLen - recent) even += window[i - 1] * taps[i - 1];
+  const T newest = odd + even;
+  return tapsLen > kRecent ? firDot(window, taps, tapsLen - kRecent) + newest : newest;
 }
 
 // The direct engine. The first outputs, which reach back to samples of earlier calls, are computed from the

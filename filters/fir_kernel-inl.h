@@ -33,9 +33,6 @@ inline constexpr int kBlocks = kVectorBytes == 64      ? 16
                                                        : 8;
 inline constexpr int kDepth = kVectorBytes >= 32 ? 4 : 1;
 
-// Sums in flight that it takes to keep two multiply-adds a cycle going through pipelines of four stages.
-inline constexpr int kSums = 8;
-
 template <class D, class T, size_t N, int kTileBlocks>
 class Tile {
  public:
@@ -63,40 +60,57 @@ class Tile {
   }
 
   KVRS_INLINE void store(T* out) {
-    unroll<kTileBlocks>([&](auto b) KVRS_UNROLLED {
-      auto sum = sum_[b * kSplit];
-      unroll<kSplit - 1>([&](auto i) KVRS_UNROLLED { sum = hn::Add(sum, sum_[b * kSplit + i + 1]); });
-      hn::StoreU(sum, Tag(), out + N * b);
-    });
+    unroll<kTileBlocks>([&](auto b)
+                            KVRS_UNROLLED { hn::StoreU(total<kSplit>(b * kSplit), Tag(), out + N * b); });
   }
 
  private:
   using Tag = Lanes<T, N>;
   using V = hn::Vec<Tag>;
 
-  // Short tiles spread the taps of one block over several sums.
-  static constexpr int kSplit = kTileBlocks >= kSums            ? 1
-                                : kTileBlocks * kDepth >= kSums ? kSums / kTileBlocks
-                                                                : kDepth;
+  // A sum takes a multiply-add every four cycles at most, so small tiles spread the taps of a block over
+  // several: as many as the registers of a whole tile allow.
+  static constexpr int kSplit = kBlocks / kTileBlocks >= 4 ? 4 : kBlocks / kTileBlocks >= 2 ? 2 : 1;
 
+  // Taps s of the groups from `taps` on, for s in [first, end).
   template <int kTileDepth>
   KVRS_INLINE void run(const D* in, const T* taps, size_t first, size_t end) {
     if constexpr (kTileDepth > 0) {
-      for (size_t s = first; s < end; ++s) {
-        V tap[kTileDepth];
-        unroll<kTileDepth>([&](auto q)
-                               KVRS_UNROLLED { tap[q] = loadTap(taps + kTapCopies<T> * (N * q + s)); });
-        unroll<kTileBlocks + kTileDepth - 1>([&](auto m) KVRS_UNROLLED {
-          const V x = inRegister(load(in + N * m + s));
-          unroll<kTileDepth>([&](auto q) KVRS_UNROLLED {
-            constexpr int b = m - q;
-            if constexpr (0 <= b && b < kTileBlocks) {
-              V& sum = sum_[b * kSplit + q % kSplit];
-              sum = hn::MulAdd(x, tap[q], sum);
-            }
-          });
+      constexpr int kTurns = kTileDepth >= kSplit ? 1 : kSplit / kTileDepth;  // values of s at a time
+      size_t s = first;
+      for (; s + kTurns <= end; s += kTurns) {
+        unroll<kTurns>([&](auto turn) KVRS_UNROLLED {
+          step<kTileDepth, turn * kTileDepth>(in + s + turn, taps, s + turn);
         });
       }
+      if constexpr (kTurns > 1) {
+        for (; s < end; ++s) step<kTileDepth, 0>(in + s, taps, s);
+      }
+    }
+  }
+
+  template <int kTileDepth, int kFirstSum>
+  KVRS_INLINE void step(const D* in, const T* taps, size_t s) {
+    V tap[kTileDepth];
+    unroll<kTileDepth>([&](auto q) KVRS_UNROLLED { tap[q] = loadTap(taps + kTapCopies<T> * (N * q + s)); });
+    unroll<kTileBlocks + kTileDepth - 1>([&](auto m) KVRS_UNROLLED {
+      const V x = inRegister(load(in + N * m));
+      unroll<kTileDepth>([&](auto q) KVRS_UNROLLED {
+        constexpr int b = m - q;
+        if constexpr (0 <= b && b < kTileBlocks) {
+          V& sum = sum_[b * kSplit + (kFirstSum + q) % kSplit];
+          sum = hn::MulAdd(x, tap[q], sum);
+        }
+      });
+    });
+  }
+
+  template <int kCount>
+  KVRS_INLINE V total(int first) const {
+    if constexpr (kCount == 1) {
+      return sum_[first];
+    } else {
+      return hn::Add(total<kCount / 2>(first), total<kCount / 2>(first + kCount / 2));
     }
   }
 
@@ -113,27 +127,50 @@ class Tile {
   V sum_[kTileBlocks * kSplit];
 };
 
-// `vectors` vectors of N outputs: whole tiles, then halves, quarters ... of one.
+// out[n] for n in [done, count): whole tiles, then halves, quarters ... of one. A rest that nearly fills a tile
+// is faster as one, with some outputs before it computed again, than in pieces. Wants N <= count.
 template <class D, class T, size_t N, int kTileBlocks>
-KVRS_INLINE void tiles(const D* in, T* out, size_t vectors, const T* taps, size_t tapsLen) {
-  for (; vectors >= kTileBlocks; vectors -= kTileBlocks) {
+KVRS_INLINE void tiles(const D* in, T* out, size_t done, size_t count, const T* taps, size_t tapsLen) {
+  constexpr size_t kOutputs = N * kTileBlocks;
+  const auto run = [=](size_t first) KVRS_UNROLLED {
     Tile<D, T, N, kTileBlocks> tile;
-    tile.accumulate(in, taps, tapsLen);
-    tile.store(out);
-    in += N * kTileBlocks;
-    out += N * kTileBlocks;
+    tile.accumulate(in + first, taps, tapsLen);
+    tile.store(out + first);
+  };
+  for (; count - done >= kOutputs; done += kOutputs) run(done);
+  const size_t rest = count - done;
+  if (rest > (kTileBlocks == 1 ? 0 : kOutputs * 3 / 4) && count >= kOutputs) {
+    run(count - kOutputs);
+  } else if constexpr (kTileBlocks > 1) {
+    tiles<D, T, N, kTileBlocks / 2>(in, out, done, count, taps, tapsLen);
   }
-  if constexpr (kTileBlocks > 1) tiles<D, T, N, kTileBlocks / 2>(in, out, vectors, taps, tapsLen);
 }
 
-// Fewer than 2N outputs: N from the front and N from the back, which may overlap; below N, shorter vectors.
+// Fewer outputs than a vector has.
 template <class D, class T, size_t N>
 KVRS_INLINE void fewOutputs(const D* in, T* out, size_t count, const T* taps, size_t tapsLen) {
   if (count >= N) {
-    tiles<D, T, N, 1>(in, out, 1, taps, tapsLen);
-    if (count > N) tiles<D, T, N, 1>(in + (count - N), out + (count - N), 1, taps, tapsLen);
+    tiles<D, T, N, 1>(in, out, 0, count, taps, tapsLen);
   } else if constexpr (N > 1) {
     fewOutputs<D, T, N / 2>(in, out, count, taps, tapsLen);
+  }
+}
+
+// The lanes of `sum`, and fewer than N products besides: those of the first N/2, N/4 ... elements that are left
+// come in when the sum has been folded to as many lanes.
+template <class T, size_t N>
+KVRS_INLINE T foldedSum(hn::Vec<Lanes<T, N>> sum, const T* in, const T* taps, size_t len) {
+  if constexpr (N == 1) {
+    return hn::GetLane(sum);
+  } else {
+    const Lanes<T, N / 2> half;
+    auto folded = hn::Add(hn::LowerHalf(half, sum), hn::UpperHalf(half, sum));
+    if (len & (N / 2)) {
+      folded = hn::MulAdd(hn::LoadU(half, in), hn::LoadU(half, taps), folded);
+      in += N / 2;
+      taps += N / 2;
+    }
+    return foldedSum<T, N / 2>(folded, in, taps, len);
   }
 }
 
@@ -142,11 +179,10 @@ KVRS_INLINE void fewOutputs(const D* in, T* out, size_t count, const T* taps, si
 template <class D, class T>
 void firKernel(const D* in, T* out, size_t count, const T* taps, size_t tapsLen) {
   constexpr size_t N = kLanes<T>;
-  if (count < N) return fir_detail::fewOutputs<D, T, N / 2>(in, out, count, taps, tapsLen);
-  fir_detail::tiles<D, T, N, fir_detail::kBlocks>(in, out, count / N, taps, tapsLen);
-  // What is left over is the end of one more vector, whose front has been stored already.
-  if (count % N != 0) {
-    fir_detail::tiles<D, T, N, 1>(in + (count - N), out + (count - N), 1, taps, tapsLen);
+  if (count >= N) {
+    fir_detail::tiles<D, T, N, fir_detail::kBlocks>(in, out, 0, count, taps, tapsLen);
+  } else {
+    fir_detail::fewOutputs<D, T, N / 2>(in, out, count, taps, tapsLen);
   }
 }
 
@@ -163,13 +199,8 @@ T firDot(const T* in, const T* taps, size_t len) {
     sum3 = hn::MulAdd(hn::LoadU(d, in + i + 3 * N), hn::LoadU(d, taps + i + 3 * N), sum3);
   }
   for (; i + N <= len; i += N) sum0 = hn::MulAdd(hn::LoadU(d, in + i), hn::LoadU(d, taps + i), sum0);
-  if (i < len) {
-    // Both factors are cut off: what stands behind the arrays may be no number.
-    const auto mask = hn::FirstN(d, len - i);
-    const auto x = hn::IfThenElseZero(mask, hn::LoadU(d, in + i));
-    sum1 = hn::MulAdd(x, hn::IfThenElseZero(mask, hn::LoadU(d, taps + i)), sum1);
-  }
-  return hn::GetLane(hn::SumOfLanes(d, hn::Add(hn::Add(sum0, sum1), hn::Add(sum2, sum3))));
+  const auto sum = hn::Add(hn::Add(sum0, sum1), hn::Add(sum2, sum3));
+  return fir_detail::foldedSum<T, N>(sum, in + i, taps + i, len - i);
 }
 
 }  // namespace kvrs

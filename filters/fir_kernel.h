@@ -19,7 +19,7 @@ inline constexpr size_t kTapCopies = kVectorBytes == 16 ? kLanes<T> : 1;
 template <class D, class T>
 void firKernel(const D* in, T* out, size_t count, const T* taps, size_t tapsLen);
 
-// in[0]*taps[0] + ... + in[len-1]*taps[len-1]. Reads, but does not use, up to a vector behind each array.
+// in[0]*taps[0] + ... + in[len-1]*taps[len-1].
 template <class T>
 T firDot(const T* in, const T* taps, size_t len);
 

@@ -37,7 +37,7 @@ Block<T> layOut(const Plan& plan, Kvr8u* buffer) {
   block.state = carver.take<State<T>>(1, kRecordAlignment);
   block.tapsRev = carver.take<T>(tapsLen, kRecordAlignment);
   if (kTapCopies < T >> 1) block.tapsBcast = carver.take<T>(kTapCopies<T> * tapsLen, kRecordAlignment);
-  // Window and staging area at their farthest, and the vector that a load may touch beyond.
+  // Window and staging area at their farthest.
   block.dlyLine = carver.take<T>(3 * tapsLen + kLanes<T>, kRecordAlignment);
   block.scratch = carver.take<T>(kScratch, kLine);
   if (fftLen != 0) {
