@@ -1,5 +1,6 @@
 // Zeros: Set with the value 0, one kernel for each width of elements. Names of one width share a symbol, see
-// frame/aliases.def. SPDX-License-Identifier: MIT
+// frame/aliases.def.
+// SPDX-License-Identifier: MIT
 #include "frame/check.h"
 #include "kvrs/fill.h"
 #include "vector/fill.h"
