@@ -1,5 +1,6 @@
 // The sums of a FIR filter, y[n] = sum over k of in[n+k] * tap[k], for any run of outputs whose inputs lie in
-// one piece. SPDX-License-Identifier: MIT
+// one piece.
+// SPDX-License-Identifier: MIT
 #ifndef KVRS_FILTERS_FIR_KERNEL_H
 #define KVRS_FILTERS_FIR_KERNEL_H
 

@@ -1,5 +1,6 @@
 // The state of a FIR filter: one block of memory, a record and its tables, that one description lays out for
-// every length and number of threads. SPDX-License-Identifier: MIT
+// every length and number of threads.
+// SPDX-License-Identifier: MIT
 #ifndef KVRS_FILTERS_FIR_STATE_H
 #define KVRS_FILTERS_FIR_STATE_H
 

@@ -1,5 +1,6 @@
 // Loops of a fixed number of turns, unrolled, so that arrays of vectors that are indexed by the turn live in
-// registers. SPDX-License-Identifier: MIT
+// registers.
+// SPDX-License-Identifier: MIT
 #ifndef KVRS_FRAME_UNROLL_H
 #define KVRS_FRAME_UNROLL_H
 

@@ -45,6 +45,9 @@ INSTRUCTION_SET = re.compile(r"\b(__AVX\w*|__SSE\w*|__SSSE\w*|__FMA__|__F16C__|_
 DEFINITION = re.compile(r"^[\w:*<> ]*?\b(kvrs[A-Z0-9]\w*)\s*\([^;{}]*?\)\s*noexcept\s*\{", re.M)
 
 
+TAG = "SPDX-License-Identifier: MIT"
+
+
 def room_of(path):
     return path.relative_to(TOP).parts[0]
 
@@ -85,6 +88,12 @@ def check_format(files, findings, fix):
         sys.exit(f"clang-format failed:\n{done.stderr}")
 
 
+def fix_tag(path):
+    """Gives the licence tag a line of its own where it follows other words of a comment."""
+    text = path.read_text()
+    path.write_text(re.sub(rf"^( ?\*|//) (.*\S) ({TAG}.*)$", r"\1 \2\n\1 \3", text, count=1, flags=re.M))
+
+
 def check_text(path, text, findings):
     if text and not text.endswith("\n"):
         findings.add(path, text.count("\n") + 1, "no end of line at the end of the file")
@@ -96,8 +105,8 @@ def check_text(path, text, findings):
         if len(line) > MOST_COLUMNS and path.suffix in (".py", ".sh"):
             findings.add(path, number, f"{len(line)} columns, {MOST_COLUMNS} at most")
     if path.suffix not in NO_LICENCE_TAG and path.name not in NO_LICENCE_TAG_NAMES:
-        if not any(re.fullmatch(r"\W*SPDX-License-Identifier: MIT\W*", line) for line in text.splitlines()[:30]):
-            findings.add(path, 1, "no line \"SPDX-License-Identifier: MIT\" at the head of the file")
+        if not any(re.fullmatch(rf"\W*{TAG}\W*", line) for line in text.splitlines()[:30]):
+            findings.add(path, 1, f"no line \"{TAG}\" of its own at the head of the file")
 
 
 def check_public_header(path, text, findings):
@@ -164,7 +173,7 @@ def check_names(sources, findings):
 
 def main():
     parser = argparse.ArgumentParser(description=__doc__, formatter_class=argparse.RawDescriptionHelpFormatter)
-    parser.add_argument("--fix", action="store_true", help="let clang-format rewrite the files first")
+    parser.add_argument("--fix", action="store_true", help="mend what can be mended: format, licence tags")
     parser.add_argument("--rules-only", action="store_true", help="leave clang-format out")
     options = parser.parse_args()
 
@@ -174,6 +183,8 @@ def main():
         check_format([path for path in files if path.suffix in CXX], findings, options.fix)
     sources = []
     for path in files:
+        if options.fix and path.suffix in CXX:
+            fix_tag(path)
         text = path.read_text()
         check_text(path, text, findings)
         if path.suffix in CXX and room_of(path) in LIBRARY:

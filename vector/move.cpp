@@ -2,7 +2,8 @@
 //
 // The element loop goes upward and reads each block before it writes it, both ends and all of a short vector
 // before it writes anything: that is right wherever dst lies below src, or at least len elements above it.
-// What remains is moved downward here. SPDX-License-Identifier: MIT
+// What remains is moved downward here.
+// SPDX-License-Identifier: MIT
 #include "frame/check.h"
 #include "kvrs/fill.h"
 #include "vector/copy.h"

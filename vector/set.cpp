@@ -2,7 +2,8 @@
 //
 // Each name has a function of its own, also where two do the same: kvrsSet_32fc and kvrsSet_32sc, or
 // kvrsSet_64f and kvrsSet_64s, get their value in registers of different kinds in 64-bit code, so one symbol
-// could not serve both. SPDX-License-Identifier: MIT
+// could not serve both.
+// SPDX-License-Identifier: MIT
 #include <bit>
 #include <cstring>
 

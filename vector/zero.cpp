@@ -1,5 +1,5 @@
-// Zeros. Names of one width share a symbol, see
-// frame/aliases.def. SPDX-License-Identifier: MIT
+// Zeros. Names of one width share a symbol, see frame/aliases.def.
+// SPDX-License-Identifier: MIT
 #include <cstring>
 
 #include "frame/check.h"
