@@ -1,4 +1,30 @@
-// Picks the path of a transform by its order.
+// The floating-point FFT engine.
+//
+// One transform serves both directions: with real and imaginary parts exchanged on the way in and on the way out, the
+// forward transform is the inverse one. All that knows the direction, and whether the parts lie in one array or in
+// two, is a view (lanes-inl.h): the first pass loads through one, the last stores through one, and between them a
+// vector of real parts is followed by one of imaginary parts, so that no pass in the middle moves a lane.
+//
+// Three paths, by order:
+//
+//   tiny    small-inl.h      one butterfly, or two passes in registers with a transposition between them
+//   medium  stockham-inl.h   decimation in frequency that sorts itself (Stockham), the work area and dst taking turns
+//   large   split-inl.h      rows and columns in place, since the work area holds a strip of columns only
+//
+// The medium path, 1024 points on 16 lanes, radix 16, 8, 8. Point n is (p, q): its group's place p and the number q
+// of the transform it belongs to, of which there are s, side by side.
+//
+//   pass    s     reads                        butterflies                 writes
+//   first   1     x[p + 64 k]                  16 p at once, one a lane    x[16 p + j], a square of 16 x 16 transposed
+//   middle  16    x[q + 16 (p + 8 k)]          16 q at once                x[q + 16 (8 p + j)], turned by p j / 64
+//   last    128   x[q + 128 k]                 16 q at once                x[q + 128 j]
+//
+// From the second pass on all lanes of a vector have one p, and so one twiddle factor: a number in the table, spread
+// over the lanes by the load. The tables hold the factors in the order of their use, N - 1 of them in all.
+//
+// References: P. N. Swarztrauber, FFT algorithms for vector computers, Parallel Computing 1 (1984); D. H. Bailey,
+// FFTs in external or hierarchical memory, Journal of Supercomputing 4 (1990); C. Van Loan, Computational Frameworks
+// for the Fast Fourier Transform, SIAM 1992.
 // SPDX-License-Identifier: MIT
 #ifndef KVRS_TRANSFORMS_KERNELS_ENGINE_INL_H
 #define KVRS_TRANSFORMS_KERNELS_ENGINE_INL_H
@@ -10,7 +36,7 @@
 
 namespace kvrs::fft {
 
-// The twiddles of squareTransform<R1, R2>.
+// The twiddles of a transform of R1 x R2 points, butterflies of R1 first.
 template <int R1, int R2, class T>
 alignas(64) inline constexpr auto kSquareTable = [] {
   std::array<T, 2 * R1 * R2> table{};
@@ -52,7 +78,7 @@ void transformViews(const Record<T>& r, int order, In in, Out out, T* work, T sc
     if (order == 7) return wideTransform<8>(in, out, r.rows.get(), scale);
   }
   if (order <= kLastStockhamOrder) {
-    return stockham(order, in, out, Blocks<T>{work}, Blocks<T>{out.p}, r.rows.get(), scale);
+    return stockham(order, in, out, Blocks<T>{work}, r.rows.get(), scale);
   }
   const SplitTables<T> tables{r.columns.get(), r.vectors.get(),     r.lanes.get(),
                               r.middle.get(),  r.middleOuter.get(), r.rows.get()};

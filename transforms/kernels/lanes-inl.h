@@ -176,12 +176,21 @@ KVRS_INLINE void transposeWide(D d, hn::Vec<D> (&row)[R], hn::Vec<hn::Half<D>> (
 // transform with the real and the imaginary parts exchanged on its way in and on its way out is the inverse
 // transform, so that a view that exchanges them (kSwapped) is all that tells the directions apart.
 
-// Pairs of real and imaginary part; lanes in laneOrder.
+template <class T>
+struct Blocks;
+
+// Pairs of real and imaginary part; lanes in laneOrder. P is the type of a part, const in a source.
 template <class P, bool kSwapped>
 struct Interleaved {
   using T = std::remove_const_t<P>;
+  using Source = Interleaved<const P, kSwapped>;
   static constexpr bool kLaneOrder = true;
   P* p;
+
+  Interleaved at(size_t i) const { return {p + 2 * i}; }
+  Source source() const { return {p}; }
+  // The same memory for what lies between two passes.
+  Blocks<P> scratch() const { return {p}; }
 
   template <class D>
   KVRS_INLINE Cx<D> load(D d, size_t i) const {

@@ -7,42 +7,38 @@
 
 namespace kvrs::fft {
 
-// The square of kTile x kTile complex numbers whose rows are `pitch` numbers apart: a row of it is a cache
-// line.
-inline constexpr int kTile = 8;
+// A square tile of so many complex numbers each way: a row of it is a cache line.
+inline constexpr size_t kTile = 8;
 
-// Exchanges tile a with the transpose of tile b; a may be b.
-template <class T>
-struct ComplexTypes;
-template <>
-struct ComplexTypes<Kvr32f> {
-  using Type = Kvr32fc;
-};
-template <class T>
-using ComplexOf = typename ComplexTypes<T>::Type;
-
-inline void exchangeTiles(Kvr32fc* a, Kvr32fc* b, size_t pitch) {
-  // A complex number moves as one lane of 64 bits.
-  constexpr int L = static_cast<int>(kLanes<double> < kTile ? kLanes<double> : kTile);
-  const Lanes<double, L> d;
-  using V = hn::Vec<decltype(d)>;
-  const auto at = [pitch](Kvr32fc* tile, int row, int column)
-                      KVRS_UNROLLED { return reinterpret_cast<double*>(tile + row * pitch + column); };
-  for (int r = 0; r < kTile; r += L) {
-    for (int c = a == b ? r : 0; c < kTile; c += L) {
-      V x[L], y[L];
+// Exchanges tile a with the transpose of tile b; a may be b. E is as large as an element, rows are `pitch` of them
+// apart.
+template <class E>
+void exchangeTiles(E* a, E* b, size_t pitch) {
+  constexpr int L = static_cast<int>(kLanes<E> < kTile ? kLanes<E> : kTile);
+  const Lanes<E, L> d;
+  for (size_t r = 0; r < kTile; r += L) {
+    for (size_t c = a == b ? r : 0; c < kTile; c += L) {
+      E* const inA = a + r * pitch + c;
+      E* const inB = b + c * pitch + r;
+      hn::Vec<Lanes<E, L>> x[L], y[L];
       unroll<L>([&](auto i) KVRS_UNROLLED {
-        x[i] = hn::LoadU(d, at(a, r + i, c));
-        y[i] = hn::LoadU(d, at(b, c + i, r));
+        x[i] = hn::LoadU(d, inA + i * pitch);
+        y[i] = hn::LoadU(d, inB + i * pitch);
       });
       transpose(d, x);
       transpose(d, y);
       unroll<L>([&](auto i) KVRS_UNROLLED {
-        hn::StoreU(x[i], d, at(b, c + i, r));
-        hn::StoreU(y[i], d, at(a, r + i, c));
+        hn::StoreU(x[i], d, inB + i * pitch);
+        hn::StoreU(y[i], d, inA + i * pitch);
       });
     }
   }
+}
+
+// A pair of floats moves as one lane of 64 bits.
+template <bool kSwapped>
+void exchangeTiles(Interleaved<Kvr32f, kSwapped> a, Interleaved<Kvr32f, kSwapped> b, size_t pitch) {
+  exchangeTiles(reinterpret_cast<double*>(a.p), reinterpret_cast<double*>(b.p), pitch);
 }
 
 // Tables of a split transform.
@@ -79,21 +75,21 @@ void splitTransform(int order, In in, Out out, T* work, size_t workPoints, const
 
   for (size_t block = 0; block < edge; block += kTile) {
     for (size_t row = block; row < block + kTile; ++row) {
-      const Out points{out.p + 2 * row * pitch};
+      const Out points = out.at(row * pitch);
       if (split.middle > 0) {
-        Columns<T, In, Out, TabledTwiddles<T>>{
-            In{points.p}, points, edge, {work}, width, tables.middle, {tables.middleOuter, edge}}
+        Columns<T, typename Out::Source, Out, TabledTwiddles<T>>{
+            points.source(), points, edge, {work}, width, tables.middle, {tables.middleOuter, edge}}
             .transform(kColumnPlans[split.middle], size_t{1} << split.middle, edge);
       }
       for (size_t k2 = 0; k2 < pitch; k2 += edge) {
-        const Out piece{points.p + 2 * k2};
-        stockham(split.outer, In{piece.p}, piece, Blocks<T>{work}, Blocks<T>{piece.p}, tables.rows, scale);
+        const Out piece = points.at(k2);
+        stockham(split.outer, piece.source(), piece, Blocks<T>{work}, tables.rows, scale);
       }
     }
     for (size_t k2 = 0; k2 < pitch; k2 += edge) {
-      auto* matrix = reinterpret_cast<ComplexOf<T>*>(out.p) + k2;
+      const Out matrix = out.at(k2);
       for (size_t before = 0; before <= block; before += kTile) {
-        exchangeTiles(matrix + block * pitch + before, matrix + before * pitch + block, pitch);
+        exchangeTiles(matrix.at(block * pitch + before), matrix.at(before * pitch + block), pitch);
       }
     }
   }

@@ -15,8 +15,11 @@ struct LaneTwiddles {
 
   template <class I>
   KVRS_INLINE Cx<D> apply(D d, I j, Cx<D> x) const {
-    if constexpr (j() == 0) return x;
-    return mul(x, table.load(d, (j - 1) * hn::MaxLanes(d)));
+    if constexpr (j() == 0) {
+      return x;
+    } else {
+      return mul(x, table.load(d, (j - 1) * hn::MaxLanes(d)));
+    }
   }
 };
 
@@ -115,8 +118,8 @@ void firstPass(In in, Blocks<T> out, size_t n, const T* w) {
 }
 
 // A pass over groups of n points, s of them side by side: butterflies over points n / R apart.
-template <int R, class T>
-void middlePass(Blocks<T> in, Blocks<T> out, size_t n, size_t s, const T* w) {
+template <int R, class In, class Out, class T>
+void middlePass(In in, Out out, size_t n, size_t s, const T* w) {
   const Lanes<T, kLanes<T>> d;
   const size_t m = n / R;
   for (size_t p = 0; p < m; ++p, w += 2 * (R - 1)) {
@@ -128,8 +131,8 @@ void middlePass(Blocks<T> in, Blocks<T> out, size_t n, size_t s, const T* w) {
 }
 
 // The last one: groups of R points, no twiddles, and the scale on the way out. In and out may be the same memory.
-template <int R, bool kScaled, class Out, class T>
-void lastPass(Blocks<T> in, Out out, size_t s, T scale) {
+template <int R, bool kScaled, class In, class Out, class T>
+void lastPass(In in, Out out, size_t s, T scale) {
   const Lanes<T, kLanes<T>> d;
   for (size_t q = 0; q < s; q += kLanes<T>) {
     if constexpr (kScaled) {
@@ -151,27 +154,34 @@ KVRS_INLINE void withRadix(int bits, F body) {
   }
 }
 
-// The whole transform of 2^order points. `work` and `scratch`, which is the memory of `out`, take turns.
+// The whole transform of 2^order points. The work area and the memory of `out` take turns; the last pass needs no
+// other memory than that of `out`, so that any number of passes will do.
 template <class T, class In, class Out>
-void stockham(int order, In in, Out out, Blocks<T> work, Blocks<T> scratch, const T* w, T scale) {
+void stockham(int order, In in, Out out, Blocks<T> work, const T* w, T scale) {
   const Plan& plan = kStockhamPlans<T>[order];
-  const size_t points = size_t{1} << order;
-  constexpr int kFirst = kFirstRadix<T>;
-  firstPass<kFirst, kLanes<T>>(in, work, points, w);
-  w += 2 * (points / kFirst) * (kFirst - 1);
-  size_t s = kFirst, n = points / kFirst;
-  Blocks<T> from = work, to = scratch;
+  const auto scratch = out.scratch();
+  size_t n = size_t{1} << order, s = 1;
+  const auto next = [&](int bits) {
+    n >>= bits;
+    s <<= bits;
+    w += 2 * n * ((1 << bits) - 1);
+  };
+  firstPass<kFirstRadix<T>, kLanes<T>>(in, work, n, w);
+  next(kFirstBits<T>);
+  bool inWork = true;
   int pass = 1;
   for (; pass + 1 < plan.passes; ++pass) {
-    const int bits = plan.bits[pass];
-    withRadix<2>(bits, [&](auto r) KVRS_UNROLLED { middlePass<r()>(from, to, n, s, w); });
-    std::swap(from, to);
-    s <<= bits;
-    n >>= bits;
-    w += 2 * n * ((1 << bits) - 1);
+    withRadix<2>(plan.bits[pass], [&](auto r) KVRS_UNROLLED {
+      inWork ? middlePass<r()>(work, scratch, n, s, w) : middlePass<r()>(scratch, work, n, s, w);
+    });
+    next(plan.bits[pass]);
+    inWork = !inWork;
   }
   withRadix<2>(plan.bits[pass], [&](auto r) KVRS_UNROLLED {
-    scale != T(1) ? lastPass<r(), true>(from, out, s, scale) : lastPass<r(), false>(from, out, s, scale);
+    const auto last = [&](auto from) KVRS_UNROLLED {
+      scale != T(1) ? lastPass<r(), true>(from, out, s, scale) : lastPass<r(), false>(from, out, s, scale);
+    };
+    inWork ? last(work) : last(scratch);
   });
 }
 
