@@ -192,7 +192,7 @@ template <class D, class Op, class... S>
 // dst[i] = op(d, src[i]...) for i in [0, len). `op` is called with a tag of dst's lanes and the sources'
 // vectors (a Complex for complex elements) and returns dst's. It is called for 1, 2, 4, ... elements up to a
 // full block, for some elements twice, and with elements in any order. Each source is dst itself or does not
-// overlap it. `len` is below 2^31.
+// overlap it. `len` is below 2^32.
 //
 // The result is kvrStatusOk, and in a 32-bit process kvrStatusBadLength, with nothing written, for an array that
 // does not fit into the address space. An export may end in the call, which then is a jump:

@@ -32,28 +32,28 @@ void realTerms(const T* src1, const T* src2, T* dst) {
 
 // The complex terms, which begin at `first` and end at `end`.
 template <class Op, class T>
-void complexTerms(const T* src1, const T* src2, T* dst, size_t first, size_t end) {
-  mapElements(Op(), asPairs<T>(dst + first), (end - first) / 2, asPairs<T>(src1 + first),
-              asPairs<T>(src2 + first));
+KvrStatus complexTerms(const T* src1, const T* src2, T* dst, size_t first, size_t end) {
+  return mapElements(Op(), asPairs<T>(dst + first), (end - first) / 2, asPairs<T>(src1 + first),
+                     asPairs<T>(src2 + first));
 }
 
 template <class Op, class T>
 KvrStatus multiplyPack(const T* src1, const T* src2, T* dst, int len) {
   KVRS_CHECK(pointers(src1, src2, dst), length(len));
+  if (!loop_detail::fitsAddress(static_cast<size_t>(len), sizeof(T))) return kvrStatusBadLength;
   const size_t last = static_cast<size_t>(len) - 1;
   realTerms<1>(src1, src2, dst);
   if (len % 2 == 0) realTerms<1>(src1 + last, src2 + last, dst + last);
-  complexTerms<Op>(src1, src2, dst, 1, last + len % 2);
-  return kvrStatusOk;
+  return complexTerms<Op>(src1, src2, dst, 1, last + len % 2);
 }
 
 template <class T>
 KvrStatus multiplyPerm(const T* src1, const T* src2, T* dst, int len) {
   if (len % 2 != 0) return multiplyPack<Product>(src1, src2, dst, len);
   KVRS_CHECK(pointers(src1, src2, dst), length(len));
+  if (!loop_detail::fitsAddress(static_cast<size_t>(len), sizeof(T))) return kvrStatusBadLength;
   realTerms<2>(src1, src2, dst);
-  complexTerms<Product>(src1, src2, dst, 2, static_cast<size_t>(len));
-  return kvrStatusOk;
+  return complexTerms<Product>(src1, src2, dst, 2, static_cast<size_t>(len));
 }
 
 }  // namespace

@@ -2,10 +2,9 @@
 // SPDX-License-Identifier: MIT
 #include "kvrs/arith_float.h"
 
-#include <cstring>
-
 #include "frame/check.h"
 #include "frame/loop.h"
+#include "kvrs/fill.h"
 
 namespace kvrs {
 namespace {
@@ -53,8 +52,7 @@ struct WithScalar {
 template <class Op, class T>
 KvrStatus vectorVector(const T* src1, const T* src2, T* dst, int len) {
   KVRS_CHECK(pointers(src1, src2, dst), length(len));
-  mapElements(Op(), dst, static_cast<size_t>(len), src1, src2);
-  return kvrStatusOk;
+  return mapElements(Op(), dst, static_cast<size_t>(len), src1, src2);
 }
 
 template <class T>
@@ -70,50 +68,47 @@ LaneOf<T>* asParts(T* p) {
 template <class Op, class T>
 KvrStatus complexVectors(const T* src1, const T* src2, T* dst, int len) {
   KVRS_CHECK(length(len), pointers(src1, src2, dst));
-  mapElements(Op(), asParts(dst), 2 * static_cast<size_t>(len), asParts(src1), asParts(src2));
-  return kvrStatusOk;
+  return mapElements(Op(), asParts(dst), 2 * static_cast<size_t>(len), asParts(src1), asParts(src2));
 }
 
 template <class Op, class T>
-void combineScalar(const T* src, T val, T* dst, int len) {
-  mapElements(WithScalar<Op, T>{val}, dst, static_cast<size_t>(len), src);
+KvrStatus vectorScalar(const T* src, T val, T* dst, int len) {
+  KVRS_CHECK(pointers(src, dst), length(len));
+  return mapElements(WithScalar<Op, T>{val}, dst, static_cast<size_t>(len), src);
 }
 
+KvrStatus copy(const Kvr32f* src, Kvr32f* dst, int len) {
+  return kvrsCopy_32f(src, dst, len);
+}
+KvrStatus copy(const Kvr64f* src, Kvr64f* dst, int len) {
+  return kvrsCopy_64f(src, dst, len);
+}
+KvrStatus zero(Kvr32f* dst, int len) {
+  return kvrsZero_32f(dst, len);
+}
+KvrStatus zero(Kvr64f* dst, int len) {
+  return kvrsZero_64f(dst, len);
+}
+
+// A scalar that changes nothing.
 template <class T>
-void copy(const T* src, T* dst, int len) {
-  if (src != dst) memcpy(dst, src, static_cast<size_t>(len) * sizeof(T));
+KvrStatus unchanged(const T* src, T* dst, int len) {
+  KVRS_CHECK(pointers(src, dst), length(len));
+  return src == dst ? kvrStatusOk : copy(src, dst, len);
 }
 
 // Op is Add or Sub.
 template <class Op, class T>
 KvrStatus sum(const T* src, T val, T* dst, int len) {
-  KVRS_CHECK(pointers(src, dst), length(len));
-  if (val == 0) {
-    copy(src, dst, len);
-  } else {
-    combineScalar<Op>(src, val, dst, len);
-  }
-  return kvrStatusOk;
-}
-
-template <class T>
-KvrStatus difference(const T* src, T val, T* dst, int len) {
-  KVRS_CHECK(pointers(src, dst), length(len));
-  combineScalar<SubRev>(src, val, dst, len);
-  return kvrStatusOk;
+  return val == 0 ? unchanged(src, dst, len) : vectorScalar<Op>(src, val, dst, len);
 }
 
 template <class T>
 KvrStatus product(const T* src, T val, T* dst, int len) {
+  if (val == 1) return unchanged(src, dst, len);
+  if (val != 0) return vectorScalar<Mul>(src, val, dst, len);
   KVRS_CHECK(pointers(src, dst), length(len));
-  if (val == 1) {
-    copy(src, dst, len);
-  } else if (val == 0) {
-    memset(dst, 0, static_cast<size_t>(len) * sizeof(T));
-  } else {
-    combineScalar<Mul>(src, val, dst, len);
-  }
-  return kvrStatusOk;
+  return zero(dst, len);
 }
 
 }  // namespace
@@ -206,16 +201,16 @@ KvrStatus kvrsSubC_64f_I(Kvr64f val, Kvr64f* srcDst, int len) noexcept {
   return sum<Sub>(srcDst, val, srcDst, len);
 }
 KvrStatus kvrsSubCRev_32f(const Kvr32f* src, Kvr32f val, Kvr32f* dst, int len) noexcept {
-  return difference(src, val, dst, len);
+  return vectorScalar<SubRev>(src, val, dst, len);
 }
 KvrStatus kvrsSubCRev_64f(const Kvr64f* src, Kvr64f val, Kvr64f* dst, int len) noexcept {
-  return difference(src, val, dst, len);
+  return vectorScalar<SubRev>(src, val, dst, len);
 }
 KvrStatus kvrsSubCRev_32f_I(Kvr32f val, Kvr32f* srcDst, int len) noexcept {
-  return difference(srcDst, val, srcDst, len);
+  return vectorScalar<SubRev>(srcDst, val, srcDst, len);
 }
 KvrStatus kvrsSubCRev_64f_I(Kvr64f val, Kvr64f* srcDst, int len) noexcept {
-  return difference(srcDst, val, srcDst, len);
+  return vectorScalar<SubRev>(srcDst, val, srcDst, len);
 }
 KvrStatus kvrsMulC_32f(const Kvr32f* src, Kvr32f val, Kvr32f* dst, int len) noexcept {
   return product(src, val, dst, len);

@@ -56,16 +56,16 @@ template <class T>
 KvrStatus multiply(const T* src1, const T* src2, T* dst, int len) {
   KVRS_CHECK(pointers(src1, src2, dst), length(len));
   using Part = LaneOf<T>;
-  mapElements(Mul(), asPairs<Part>(dst), static_cast<size_t>(len), asPairs<Part>(src1), asPairs<Part>(src2));
-  return kvrStatusOk;
+  return mapElements(Mul(), asPairs<Part>(dst), static_cast<size_t>(len), asPairs<Part>(src1),
+                     asPairs<Part>(src2));
 }
 
 template <template <class> class Op, class T>
 KvrStatus vectorScalar(const T* src, T val, T* dst, int len) {
   KVRS_CHECK(pointers(src, dst), length(len));
   using Part = LaneOf<T>;
-  mapElements(Op<Part>{{val.re, val.im}}, asPairs<Part>(dst), static_cast<size_t>(len), asPairs<Part>(src));
-  return kvrStatusOk;
+  return mapElements(Op<Part>{{val.re, val.im}}, asPairs<Part>(dst), static_cast<size_t>(len),
+                     asPairs<Part>(src));
 }
 
 }  // namespace

@@ -7,21 +7,11 @@
 
 KVRS_BEGIN_DECLS
 
-/** @defgroup spectrum Packed spectra
- *
- * The spectrum X of a real signal of length N is conjugate-symmetric, so N numbers hold it:
- *
- * | Format | N    | Sequence                                                                  | Numbers |
- * |--------|------|---------------------------------------------------------------------------|---------|
- * | Pack   | even | Re X[0], Re X[1], Im X[1], ..., Re X[N/2-1], Im X[N/2-1], Re X[N/2]       | N       |
- * | Pack   | odd  | Re X[0], Re X[1], Im X[1], ..., Re X[(N-1)/2], Im X[(N-1)/2]              | N       |
- * | Perm   | even | Re X[0], Re X[N/2], Re X[1], Im X[1], ..., Re X[N/2-1], Im X[N/2-1]       | N       |
- * | Perm   | odd  | as Pack                                                                   | N       |
- * | CCS    | even | Re X[0], 0, Re X[1], Im X[1], ..., Re X[N/2-1], Im X[N/2-1], Re X[N/2], 0 | N + 2   |
- * | CCS    | odd  | Re X[0], 0, Re X[1], Im X[1], ..., Re X[(N-1)/2], Im X[(N-1)/2]           | N + 1   |
+/** @defgroup spectrum Products of packed spectra
  *
  * A product of two spectra is the spectrum of the cyclic convolution of the signals; a product with the
- * conjugate, that of their cyclic correlation. `len` is N, the length of the real signals.
+ * conjugate, that of their cyclic correlation. `len` is N, the length of the real signals, of either parity;
+ * the layouts Pack and Perm are those of the @ref fft_real.
  *
  * | Function    | stores, for every k of the spectrum                            |
  * |-------------|----------------------------------------------------------------|

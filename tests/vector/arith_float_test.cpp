@@ -4,6 +4,7 @@
 #include <cfenv>
 
 #include "tests/support/floats.h"
+#include "tests/support/large.h"
 
 using namespace kvrs::test;
 
@@ -217,26 +218,29 @@ TEST(ArithFloat, ShortcutsCopyBits) {
   expectNothing(kvrsMulC_32f_I, 1.0f);
 }
 
-// Vectors long enough to be written past the cache.
+// Vectors that are written past the cache.
+template <class T>
+void checkLong(Vector<T> f, T (*oracle)(T, T), size_t offset) {
+  LargeVector<T> src(8), dst(offset);
+  const auto source = [](size_t i) {
+    if constexpr (isReal<T>) {
+      return static_cast<T>(i % 1021) - 500;
+    } else {
+      using Part = decltype(T::re);
+      return T{static_cast<Part>(i % 1021) - 500, static_cast<Part>(i % 127)};
+    }
+  };
+  for (int i = 0; i < src.size(); ++i)
+    put(src.data(), static_cast<size_t>(i), source(static_cast<size_t>(i)));
+  ASSERT_EQ(kvrStatusOk, f(src.data(), src.data(), dst.data(), dst.size()));
+  dst.expect([&](size_t i) { return oracle(source(i), source(i)); });
+}
 TEST(ArithFloat, LongVectors) {
-  constexpr int len = (5 << 20) + 3;
-  std::vector<Kvr32f> a(len), b(len), dst(len + 1);
-  Random random;
-  for (int i = 0; i < len; ++i) {
-    a[i] = random.value<Kvr32f>();
-    b[i] = random.value<Kvr32f>();
-  }
-  dst[len] = 7;
-  ASSERT_EQ(kvrStatusOk, kvrsSub_32f(a.data(), b.data(), dst.data(), len));
-  for (int i = 0; i < len; ++i) ASSERT_EQ(b[i] - a[i], dst[i]) << i;
-  const auto complex = [](auto& v) { return reinterpret_cast<Kvr32fc*>(v.data()); };
-  ASSERT_EQ(kvrStatusOk, kvrsMul_32fc(complex(a), complex(b), complex(dst), len / 2));
-  for (int i = 0; i < len / 2; ++i) {
-    const Kvr32fc want = product(complex(a)[i], complex(b)[i]);
-    ASSERT_EQ(want.re, complex(dst)[i].re) << i;
-    ASSERT_EQ(want.im, complex(dst)[i].im) << i;
-  }
-  EXPECT_EQ(7, dst[len]);
+  checkLong<Kvr32f>(kvrsMul_32f, product<Kvr32f>, 12);
+  checkLong<Kvr64f>(kvrsAdd_64f, sum<Kvr64f>, 8);
+  checkLong<Kvr32fc>(kvrsMul_32fc, product<Kvr32fc>, 40);
+  checkLong<Kvr32fc>(kvrsMul_32fc, product<Kvr32fc>, 4);
+  checkLong<Kvr64fc>(kvrsMul_64fc, product<Kvr64fc>, 32);
 }
 
 TEST(ArithFloat, CallersRoundingMode) {
