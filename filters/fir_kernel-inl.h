@@ -41,6 +41,7 @@ class Tile {
   }
 
   KVRS_INLINE void accumulate(const D* in, const T* taps, size_t tapsLen) {
+    if constexpr (kDepth == 1) return run<1>(in, taps, 0, tapsLen);
     for (size_t k = 0; k < tapsLen; k += N * kDepth) {
       const size_t rest = tapsLen - k;
       if (rest >= N * kDepth) {
@@ -94,7 +95,7 @@ class Tile {
     V tap[kTileDepth];
     unroll<kTileDepth>([&](auto q) KVRS_UNROLLED { tap[q] = loadTap(taps + kTapCopies<T> * (N * q + s)); });
     unroll<kTileBlocks + kTileDepth - 1>([&](auto m) KVRS_UNROLLED {
-      const V x = inRegister(load(in + N * m));
+      const V x = kTileDepth == 1 ? load(in + N * m) : inRegister(load(in + N * m));
       unroll<kTileDepth>([&](auto q) KVRS_UNROLLED {
         constexpr int b = m - q;
         if constexpr (0 <= b && b < kTileBlocks) {
