@@ -18,7 +18,7 @@ struct Same {
 
 // Vectors of so many bytes at the most are copied in the export itself, by pieces of at most 16 bytes, and those of so
 // many and more are left to the C library, which moves main memory at its best.
-inline constexpr size_t kShortBytes = 128;
+inline constexpr size_t kShortBytes = 64;
 inline constexpr size_t kLibraryBytes = size_t{1} << 19;
 
 // Two pieces of N bytes, at the begin and at the end, which may lie over each other.
@@ -50,8 +50,7 @@ KVRS_INLINE void copyVectors(const Kvr8u* src, Kvr8u* dst, size_t bytes) {
 KVRS_INLINE void copyShort(const Kvr8u* src, Kvr8u* dst, size_t bytes) {
   if (bytes >= 16) {
     if (bytes <= 32) return copyVectors<1>(src, dst, bytes);
-    if (bytes <= 64) return copyVectors<2>(src, dst, bytes);
-    return copyVectors<4>(src, dst, bytes);
+    return copyVectors<2>(src, dst, bytes);
   }
   if (bytes >= 8) return copyEnds<8>(src, dst, bytes);
   if (bytes >= 4) return copyEnds<4>(src, dst, bytes);

@@ -53,7 +53,7 @@ KVRS_INLINE void shortFlip(const T* src, T* dst, ptrdiff_t len) {
   }
 }
 
-template <bool kStream, class T>
+template <class T>
 [[gnu::noinline]] KvrStatus flipElements(const T* src, T* dst, ptrdiff_t len) {
   constexpr ptrdiff_t N = kBlock<T>;
   if (len <= 2 * N) {
@@ -65,15 +65,8 @@ template <bool kStream, class T>
   const T* const lastBlock = src + end;
   const auto first = reversedBlock<T, N>(lastBlock);
   const auto last = reversedBlock<T, N>(src);
-  forBlocks<N>(firstAligned<N>(dst), end, [&](ptrdiff_t i) {
-    const auto v = reversedBlock<T, N>(lastBlock - i);
-    if constexpr (kStream) {
-      Element<T>::stream(v, d, dst + i);
-    } else {
-      Element<T>::store(v, d, dst + i);
-    }
-  });
-  if constexpr (kStream) hwy::FlushStream();
+  forBlocks<N>(firstAligned<N>(dst), end,
+               [&](ptrdiff_t i) { Element<T>::store(reversedBlock<T, N>(lastBlock - i), d, dst + i); });
   Element<T>::store(first, d, dst);
   Element<T>::store(last, d, dst + end);
   return kvrStatusOk;
@@ -84,14 +77,8 @@ template <class Word, class T>
 KvrStatus flip(const T* src, T* dst, int len) {
   static_assert(sizeof(Word) == sizeof(T));
   KVRS_CHECK(pointers(src, dst), length(len));
-  const auto from = reinterpret_cast<const Word*>(src);
-  const auto to = reinterpret_cast<Word*>(dst);
-  const size_t n = static_cast<size_t>(len);
-  if (n >= kLongBytes / kBytesPerElement<Word, Word>) {
-    if (!fitsAddress(n, sizeof(T))) return kvrStatusBadLength;
-    if (kStreamsPay && beyondCache(to, n, from)) return flipElements<true>(from, to, n);
-  }
-  return flipElements<false>(from, to, n);
+  if (!fitsAddress(static_cast<size_t>(len), sizeof(T))) return kvrStatusBadLength;
+  return flipElements(reinterpret_cast<const Word*>(src), reinterpret_cast<Word*>(dst), len);
 }
 
 template <class Word, class T>

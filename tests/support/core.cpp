@@ -9,6 +9,7 @@
 namespace {
 std::atomic<int> live{0};
 std::atomic<int> calls{0};
+std::atomic<size_t> lastBytes{0};
 std::atomic<int> callsUntilFailure{0};  // 0: never
 std::atomic<bool> failing{false};
 std::atomic<int> threads{1};
@@ -17,6 +18,7 @@ std::atomic<int> threads{1};
 // The program's definitions come before those of libkvrscore, for the library under test too.
 void* kvrMalloc(size_t bytes) noexcept {
   ++calls;
+  lastBytes = bytes;
   if (failing && --callsUntilFailure < 1) return nullptr;
   // An odd multiple of 32 bytes: no more than what a core library has to give.
   void* block = nullptr;
@@ -45,6 +47,9 @@ int liveBlocks() {
 }
 int allocationCount() {
   return calls;
+}
+size_t lastAllocation() {
+  return lastBytes;
 }
 
 FailingAllocator::FailingAllocator(int nth) {

@@ -4,6 +4,8 @@
 #ifndef KVRS_TESTS_SUPPORT_CORE_H
 #define KVRS_TESTS_SUPPORT_CORE_H
 
+#include <cstddef>
+
 namespace kvrs::test {
 
 // Blocks of kvrMalloc that nobody has given back.
@@ -11,6 +13,9 @@ int liveBlocks();
 
 // Calls of kvrMalloc since the start of the program.
 int allocationCount();
+
+// The bytes that the last of them asked for.
+size_t lastAllocation();
 
 // While it lives, the nth call of kvrMalloc from now on (counted from 1) and all later ones fail.
 class FailingAllocator {
