@@ -1,5 +1,6 @@
 // What a transform has to give: the definition in extended precision, by the sum for short lengths and by
-// plain halving for long ones. SPDX-License-Identifier: MIT
+// plain halving for long ones.
+// SPDX-License-Identifier: MIT
 #ifndef KVRS_TESTS_TRANSFORMS_FFT_ORACLE_H
 #define KVRS_TESTS_TRANSFORMS_FFT_ORACLE_H
 
