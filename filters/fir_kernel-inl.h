@@ -180,8 +180,10 @@ KVRS_INLINE T foldedSum(hn::Vec<Lanes<T, N>> sum, const T* in, const T* taps, si
 template <class D, class T>
 void firKernel(const D* in, T* out, size_t count, const T* taps, size_t tapsLen) {
   constexpr size_t N = kLanes<T>;
-  if (count >= N) {
+  if (count >= 2 * N) {
     fir_detail::tiles<D, T, N, fir_detail::kBlocks>(in, out, 0, count, taps, tapsLen);
+  } else if (count >= N) {
+    fir_detail::tiles<D, T, N, 1>(in, out, 0, count, taps, tapsLen);
   } else {
     fir_detail::fewOutputs<D, T, N / 2>(in, out, count, taps, tapsLen);
   }

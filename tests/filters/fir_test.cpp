@@ -274,6 +274,7 @@ TEST(Fir, EngineOfEachCall) {
     EXPECT_EQ(kvrStatusContextMismatch, run(511, 513, false, threads));   // one block
     EXPECT_EQ(kvrStatusOk, run(512, 511, false, threads));
     EXPECT_EQ(kvrStatusOk, run(1024, 511, false, threads));
+    EXPECT_EQ(kvrStatusContextMismatch, run(1024, 512, false, threads));
     // In place, what counts is what is left behind the first 4,096.
     EXPECT_EQ(kvrStatusOk, run(512, 4096, true, threads));
     EXPECT_EQ(kvrStatusOk, run(512, 4607, true, threads));
