@@ -24,7 +24,9 @@ TEST(Version, EveryField) {
   EXPECT_EQ(0, version->targetCpu[2]);
   EXPECT_EQ(0, version->targetCpu[3]);
   EXPECT_EQ("kvrs" + cpu + "-6.1.dll", version->name);
-  if (const char* wanted = getenv("KVRS_TEST_MODULE")) EXPECT_EQ(wanted, cpu);
+  if (const char* wanted = getenv("KVRS_TEST_MODULE")) {
+    EXPECT_EQ(wanted, cpu);
+  }
 }
 
 TEST(Version, OneRecord) {
