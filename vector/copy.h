@@ -16,10 +16,12 @@ struct Same {
   }
 };
 
-// Vectors of so many bytes at the most are copied in the export itself, by pieces of at most 16 bytes, and those of so
-// many and more are left to the C library, which moves main memory at its best.
+// Vectors of so many bytes at the most are copied in the export itself, by pieces of at most 16 bytes.
 inline constexpr size_t kShortBytes = 64;
-inline constexpr size_t kLibraryBytes = size_t{1} << 19;
+
+// Those of so many and more are left to the C library, which moves main memory at its best and, where our vectors
+// have 16 bytes, may have wider ones for the processor at hand.
+inline constexpr size_t kLibraryBytes = kVectorBytes > 16 ? size_t{1} << 19 : kShortBytes + 16;
 
 // Two pieces of N bytes, at the begin and at the end, which may lie over each other.
 template <size_t N>
