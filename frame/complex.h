@@ -1,5 +1,5 @@
 // Complex arithmetic on pairs (frame/element.h): even lanes hold real parts, odd lanes imaginary ones. Every
-// product and sum is rounded by itself, in each module alike: nothing is fused.
+// product and sum is rounded by itself, in each module alike.
 // SPDX-License-Identifier: MIT
 #ifndef KVRS_FRAME_COMPLEX_H
 #define KVRS_FRAME_COMPLEX_H
@@ -14,25 +14,34 @@ KVRS_INLINE hn::Vec<D> setPairs(D d, T re, T im) {
   return hn::OddEven(hn::Set(d, im), hn::Set(d, re));
 }
 
-// Real parts x - y, imaginary parts x + y. The compiler has one instruction for the sum, the difference and
-// their merging; without blends it sees that in double precision only, and a flip of signs costs less.
+// Real parts x + re*y, imaginary parts x + im*y, where one of re and im is 1 and the other -1. Where there are fused
+// operations it is one of them, with one rounding all the same, as products with 1 and -1 are exact. Otherwise the
+// compiler has one instruction for a sum, a difference and their merging; without blends it sees that in double
+// precision only, and a flip of signs costs less.
+template <int re, int im, class D, class V = hn::Vec<D>>
+KVRS_INLINE V addSigned(D d, V x, V y) {
+  static_assert(re * im == -1);
+  using T = hn::TFromD<D>;
+  if constexpr (kFusedMulAdd) {
+    return hn::MulAdd(y, setPairs(d, T{re}, T{im}), x);
+  } else if constexpr (kBlends || sizeof(T) == 8) {
+    const V sum = hn::Add(x, y), difference = hn::Sub(x, y);
+    return re > 0 ? hn::OddEven(difference, sum) : hn::OddEven(sum, difference);
+  } else {
+    return hn::Add(x, hn::Xor(y, setPairs(d, re > 0 ? T{0} : -T{0}, im > 0 ? T{0} : -T{0})));
+  }
+}
+
+// Real parts x - y, imaginary parts x + y.
 template <class D, class V = hn::Vec<D>>
 KVRS_INLINE V subAdd(D d, V x, V y) {
-  if constexpr (kBlends || sizeof(hn::TFromD<D>) == 8) {
-    return hn::OddEven(hn::Add(x, y), hn::Sub(x, y));
-  } else {
-    return hn::Add(x, hn::Xor(y, setPairs(d, -0.0f, 0.0f)));
-  }
+  return addSigned<-1, 1>(d, x, y);
 }
 
 // Real parts x + y, imaginary parts x - y.
 template <class D, class V = hn::Vec<D>>
 KVRS_INLINE V addSub(D d, V x, V y) {
-  if constexpr (kBlends || sizeof(hn::TFromD<D>) == 8) {
-    return hn::OddEven(hn::Sub(x, y), hn::Add(x, y));
-  } else {
-    return hn::Add(x, hn::Xor(y, setPairs(d, 0.0f, -0.0f)));
-  }
+  return addSigned<1, -1>(d, x, y);
 }
 
 // a * b: (ar*br - ai*bi, ar*bi + ai*br).
