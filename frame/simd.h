@@ -31,6 +31,9 @@ inline constexpr bool kFusedMulAdd = HWY_TARGET <= HWY_AVX2;
 // Whether lanes of two vectors are merged in one operation: not in s8, which has no blend.
 inline constexpr bool kBlends = HWY_TARGET <= HWY_SSE4;
 
+// Whether there is a widening multiply of signed 32-bit lanes (all but s8).
+inline constexpr bool kSignedMulEven = HWY_TARGET <= HWY_SSE4;
+
 // General vector registers: what a kernel may keep live without spilling.
 inline constexpr int kVectorRegisters = HWY_TARGET <= HWY_AVX3 ? 32 : HWY_ARCH_X86_64 ? 16 : 8;
 

@@ -26,6 +26,7 @@
 #include "kvrs/frame.h"
 
 #include "kvrs/arith_float.h"
+#include "kvrs/arith_scaled.h"
 #include "kvrs/fill.h"
 #include "kvrs/logic.h"
 #include "kvrs/reorder.h"

@@ -1,0 +1,82 @@
+// Saturating arithmetic on vectors, in lanes of every integer type.
+// SPDX-License-Identifier: MIT
+#ifndef KVRS_FRAME_SATURATING_H
+#define KVRS_FRAME_SATURATING_H
+
+#include <limits>
+#include <type_traits>
+
+#include "frame/simd.h"
+#include "frame/widen.h"
+
+namespace kvrs {
+
+// The type's minimum where v is negative, else its maximum.
+template <class Dt, class V = hn::Vec<Dt>>
+KVRS_INLINE V extremeOfSign(Dt d, V v) {
+  using T = hn::TFromD<Dt>;
+  const V highest = hn::Set(d, std::numeric_limits<T>::max());
+  if constexpr (std::is_signed_v<T>) {
+    return hn::Xor(hn::BroadcastSignBit(v), highest);
+  } else {
+    return highest;
+  }
+}
+
+// What saturation leaves of v times an overwhelming factor: the extreme of its sign, or 0.
+template <class Dt, class V = hn::Vec<Dt>>
+KVRS_INLINE V saturatedBySign(Dt d, V v) {
+  return hn::IfThenZeroElse(hn::Eq(v, hn::Zero(d)), extremeOfSign(d, v));
+}
+
+template <class Dt, class V = hn::Vec<Dt>>
+KVRS_INLINE V saturatedAdd(Dt d, V a, V b) {
+  using T = hn::TFromD<Dt>;
+  if constexpr (sizeof(T) <= 2) {
+    return hn::SaturatedAdd(a, b);
+  } else if constexpr (std::is_signed_v<T>) {
+    const V sum = hn::Add(a, b);
+    // Overflow: the signs of a and b agree, and the sum has the other one.
+    const V overflow = hn::AndNot(hn::Xor(a, b), hn::Xor(a, sum));
+    return hn::IfVecThenElse(hn::BroadcastSignBit(overflow), extremeOfSign(d, a), sum);
+  } else {
+    const V sum = hn::Add(a, b);
+    return hn::Or(sum, hn::VecFromMask(d, hn::Lt(sum, a)));
+  }
+}
+
+// a - b.
+template <class Dt, class V = hn::Vec<Dt>>
+KVRS_INLINE V saturatedSub(Dt d, V a, V b) {
+  using T = hn::TFromD<Dt>;
+  if constexpr (sizeof(T) <= 2) {
+    return hn::SaturatedSub(a, b);
+  } else if constexpr (std::is_signed_v<T>) {
+    const V difference = hn::Sub(a, b);
+    const V overflow = hn::And(hn::Xor(a, b), hn::Xor(a, difference));
+    return hn::IfVecThenElse(hn::BroadcastSignBit(overflow), extremeOfSign(d, a), difference);
+  } else {
+    return hn::IfThenElseZero(hn::Gt(a, b), hn::Sub(a, b));
+  }
+}
+
+// v * 2^n, for n below the lanes' width.
+template <class Dt, class V = hn::Vec<Dt>>
+KVRS_INLINE V saturatedShiftLeft(Dt d, V v, int n) {
+  const V shifted = hn::ShiftLeftSame(v, n);
+  const auto fits = hn::Eq(hn::ShiftRightSame(shifted, n), v);
+  return hn::IfThenElse(fits, shifted, extremeOfSign(d, v));
+}
+
+// 64-bit lanes saturated to 32 bits: `even` in lanes 2i, `odd` in lanes 2i+1.
+template <class D32, class V64>
+KVRS_INLINE hn::Vec<D32> saturatedHalves(D32 d, V64 even, V64 odd) {
+  const auto low = lowHalves(d, even, odd);
+  const auto high = highHalves(d, even, odd);
+  // A number fits where its high half is nothing but the sign of its low one.
+  return hn::IfThenElse(hn::Eq(high, hn::BroadcastSignBit(low)), low, extremeOfSign(d, high));
+}
+
+}  // namespace kvrs
+
+#endif

@@ -1,0 +1,307 @@
+// Element loops of the _Sfs functions: dst[i] = exact(src[i]...) * 2^(-scaleFactor), rounded to nearest with
+// ties to even and saturated.
+//
+// A family supplies a functor that returns its exact result in one of the forms below; the form knows how to
+// saturate and how to shift right with rounding, and from these two every kernel is made:
+//
+//   scale factor 0   saturate
+//   negative         saturate, then shift left and saturate again: the same value, and nothing overflows
+//   very negative    saturate, then keep the sign alone
+//   1, and more      shift right with rounding, then saturate
+//
+// SPDX-License-Identifier: MIT
+#ifndef KVRS_FRAME_SCALED_H
+#define KVRS_FRAME_SCALED_H
+
+#include <type_traits>
+
+#include "frame/loop.h"
+#include "frame/saturating.h"
+#include "frame/scale.h"
+#include "frame/store.h"
+#include "frame/widen.h"
+
+namespace kvrs {
+
+// Forms of an exact result r, besides a plain vector in the destination's lanes.
+
+// a + b: up to one bit longer than a lane.
+template <class V>
+struct Sum {
+  V a, b;
+};
+
+// a - b in signed lanes. (An unsigned difference is raised to 0 first, and then is a plain vector.)
+template <class V>
+struct Difference {
+  V a, b;
+};
+
+// high * 2^w + low with unsigned low, in lanes of w bits: an unsigned product.
+template <class V>
+struct HighLow {
+  V high, low;
+};
+
+// Lanes of twice the destination's width. `lower` and `upper` hold what InterleaveLower and InterleaveUpper
+// of the destination's lanes with their high halves would give.
+template <class V>
+struct Interleaved {
+  V lower, upper;
+};
+
+// EvenOdd<V> (frame/widen.h): lanes of twice the width, r of the lanes 2i and of the lanes 2i+1.
+
+// (v + 2^(k-1) - 1 + x) >> k, where x is 1 if floor(v / 2^k) is odd or the lowest bit of `sticky` is set. That is
+// v / 2^k rounded to even, of a number v whose lost bits below the lowest are gathered in `sticky`. k is at
+// least 1; at most w in unsigned lanes of w <= 16 bits, else w - 1. No intermediate overflows:
+//
+//  - u8, u16: where x is 0, v is lowered by 1 (a v of 0 stays, and gives 0 all the same); then halves round
+//    up, (v + 2^(k-1)) >> k, which is the rounded-up average with 2^(k-1) - 1, shifted by the other k - 1.
+//  - i16: likewise, and halves round up in the product with 2^(15-k) that keeps bits 15 and up. A v of -2^15
+//    stays where it should be lowered: it is a multiple of 2^k, for which one less gives the same.
+//  - others: floor(v / 2^k), plus 1 where the rest is above half - x.
+template <class Dt, class V = hn::Vec<Dt>>
+KVRS_INLINE V shiftRightEven(Dt d, V v, V sticky, int k) {
+  using T = hn::TFromD<Dt>;
+  const V one = hn::Set(d, T{1});
+  const V floor = hn::ShiftRightSame(v, k);
+  const V up = hn::Or(sticky, floor);
+  if constexpr (std::is_unsigned_v<T> && sizeof(T) <= 2) {
+    const V lowered = hn::SaturatedSub(v, hn::AndNot(up, one));
+    const V bias = hn::Set(d, static_cast<T>((1u << (k - 1)) - 1));
+    return hn::ShiftRightSame(hn::AverageRound(lowered, bias), k - 1);
+  } else if constexpr (std::is_same_v<T, int16_t>) {
+    const V lowered = hn::SaturatedSub(v, hn::AndNot(up, one));
+    return hn::MulFixedPoint15(lowered, hn::Set(d, static_cast<T>(1 << (15 - k))));
+  } else {
+    // Compared as signed numbers, which the rest is: it has at most w - 1 bits.
+    const hn::RebindToSigned<Dt> di;
+    const V rest = hn::And(v, hn::Set(d, static_cast<T>((uint64_t{1} << k) - 1)));
+    const V limit = hn::Sub(hn::Set(d, static_cast<T>(uint64_t{1} << (k - 1))), hn::And(up, one));
+    if constexpr (sizeof(T) <= 4) {
+      const auto above = hn::Gt(hn::BitCast(di, rest), hn::BitCast(di, limit));
+      return hn::Sub(floor, hn::BitCast(d, hn::VecFromMask(di, above)));
+    } else {
+      // 64-bit lanes cannot be compared in all modules; both numbers are small enough for their difference.
+      const hn::RebindToUnsigned<Dt> du;
+      return hn::Add(floor, hn::BitCast(d, hn::ShiftRight<63>(hn::BitCast(du, hn::Sub(limit, rest)))));
+    }
+  }
+}
+
+template <class Dt, class V = hn::Vec<Dt>>
+KVRS_INLINE V shiftRightEven(Dt d, V v, int k) {
+  return shiftRightEven(d, v, hn::Zero(d), k);
+}
+
+namespace scaled_detail {
+
+// floor(r / 2), and r's lowest bit in the lowest bit of `rest`; its other bits mean nothing.
+template <class V>
+struct Halves {
+  V half, rest;
+};
+
+// a + b = 2 * (a & b) + (a ^ b).
+template <class Dt, class V>
+KVRS_INLINE Halves<V> halves(Dt d, Sum<V> r) {
+  using T = hn::TFromD<Dt>;
+  const V differing = hn::Xor(r.a, r.b);
+  if constexpr (std::is_same_v<T, uint8_t>) {
+    // There is no shift of bytes.
+    return {hn::Sub(hn::AverageRound(r.a, r.b), hn::And(differing, hn::Set(d, T{1}))), differing};
+  } else {
+    return {hn::Add(hn::And(r.a, r.b), hn::ShiftRight<1>(differing)), differing};
+  }
+}
+
+// a - b = a + ~b + 1, and (x + y + 1) / 2 rounded down is (x | y) - ((x ^ y) >> 1).
+template <class Dt, class V>
+KVRS_INLINE Halves<V> halves(Dt, Difference<V> r) {
+  const V notB = hn::Not(r.b);
+  return {hn::Sub(hn::Or(r.a, notB), hn::ShiftRight<1>(hn::Xor(r.a, notB))), hn::Xor(r.a, r.b)};
+}
+
+// r saturated to the destination's lanes.
+template <class Dt>
+KVRS_INLINE hn::Vec<Dt> saturated(Dt, hn::Vec<Dt> r) {
+  return r;
+}
+template <class Dt, class V>
+KVRS_INLINE V saturated(Dt d, Sum<V> r) {
+  return saturatedAdd(d, r.a, r.b);
+}
+template <class Dt, class V>
+KVRS_INLINE V saturated(Dt d, Difference<V> r) {
+  return saturatedSub(d, r.a, r.b);
+}
+template <class Dt, class V>
+KVRS_INLINE V saturated(Dt d, HighLow<V> r) {
+  return hn::IfThenElse(hn::Eq(r.high, hn::Zero(d)), r.low, extremeOfSign(d, r.low));
+}
+template <class Dt, class V>
+KVRS_INLINE hn::Vec<Dt> saturated(Dt d, Interleaved<V> r) {
+  return hn::ReorderDemote2To(d, r.lower, r.upper);
+}
+template <class Dt, class V>
+KVRS_INLINE hn::Vec<Dt> saturated(Dt d, EvenOdd<V> r) {
+  using T = hn::TFromD<Dt>;
+  const hn::RepartitionToWide<Dt> dw;
+  if constexpr (std::is_same_v<T, uint8_t>) {
+    // Adding 255 * 256 with saturation leaves the smaller of r and 255 in the low byte.
+    const V top = hn::Set(dw, uint16_t{0xFF00});
+    const V even = hn::And(hn::SaturatedAdd(r.even, top), hn::Set(dw, uint16_t{0x00FF}));
+    return hn::BitCast(d, hn::Or(even, hn::ShiftLeft<8>(hn::SaturatedAdd(r.odd, top))));
+  } else if constexpr (std::is_same_v<T, int16_t>) {
+    // Per block of 16 bytes: four even lanes, then four odd ones.
+    const auto packed = hn::BitCast(hn::Repartition<uint8_t, Dt>(), hn::ReorderDemote2To(d, r.even, r.odd));
+    alignas(16) static constexpr uint8_t kInTurn[16] = {0, 1, 8, 9, 2, 3, 10, 11, 4, 5, 12, 13, 6, 7, 14, 15};
+    const auto order = hn::LoadDup128(hn::Repartition<uint8_t, Dt>(), kInTurn);
+    return hn::BitCast(d, hn::TableLookupBytes(packed, order));
+  } else {
+    return saturatedHalves(d, r.even, r.odd);
+  }
+}
+
+// r / 2^n rounded to even, then saturated; n is at least 1.
+template <class Dt>
+KVRS_INLINE hn::Vec<Dt> rounded(Dt d, hn::Vec<Dt> r, int n) {
+  return shiftRightEven(d, r, n);
+}
+template <class Dt, class V>
+KVRS_INLINE V rounded(Dt d, HighLow<V> r, int n) {
+  // n up to w. The quotient's bits come from both lanes; if r >> n has more than w, high >> n is not 0.
+  using T = hn::TFromD<Dt>;
+  constexpr int w = 8 * sizeof(T);
+  const V high = hn::ShiftLeftSame(r.high, w - n);
+  const V up = hn::Or(high, hn::ShiftRightSame(r.low, n));
+  const V lowered = hn::SaturatedSub(r.low, hn::AndNot(up, hn::Set(d, T{1})));
+  const V bias = hn::Set(d, static_cast<T>((1u << (n - 1)) - 1));
+  const V low = hn::ShiftRightSame(hn::AverageRound(lowered, bias), n - 1);
+  const auto fits = hn::Eq(hn::ShiftRightSame(r.high, n), hn::Zero(d));
+  return hn::IfThenElse(fits, hn::SaturatedAdd(high, low), extremeOfSign(d, low));
+}
+template <class Dt, class V>
+KVRS_INLINE hn::Vec<Dt> rounded(Dt d, Interleaved<V> r, int n) {
+  const hn::RepartitionToWide<Dt> dw;
+  return saturated(d, Interleaved<V>{shiftRightEven(dw, r.lower, n), shiftRightEven(dw, r.upper, n)});
+}
+template <class Dt, class V>
+KVRS_INLINE hn::Vec<Dt> rounded(Dt d, EvenOdd<V> r, int n) {
+  const hn::DFromV<V> dw;
+  return saturated(d, EvenOdd<V>{shiftRightEven(dw, r.even, n), shiftRightEven(dw, r.odd, n)});
+}
+// A sum or difference: floor(r / 2) rounded by one bit less, with the bit that it lacks for a sticky one; n is at
+// least 2. Nothing saturates.
+template <class Dt, class V>
+KVRS_INLINE V rounded(Dt d, Halves<V> r, int n) {
+  return shiftRightEven(d, r.half, r.rest, n - 1);
+}
+template <class Dt, class V>
+KVRS_INLINE V rounded(Dt d, Sum<V> r, int n) {
+  return rounded(d, halves(d, r), n);
+}
+template <class Dt, class V>
+KVRS_INLINE V rounded(Dt d, Difference<V> r, int n) {
+  return rounded(d, halves(d, r), n);
+}
+
+// The same for n = 1. A tie goes up where floor(r / 2) is odd; only a difference then leaves its lane, by one.
+template <class Dt, class Exact>
+KVRS_INLINE auto halved(Dt d, Exact r) {
+  return rounded(d, r, 1);
+}
+template <class Dt, class V>
+KVRS_INLINE V halved(Dt d, Sum<V> r) {
+  const auto h = halves(d, r);
+  return hn::Add(h.half, hn::And(hn::And(h.half, h.rest), hn::Set(d, hn::TFromD<Dt>{1})));
+}
+template <class Dt, class V>
+KVRS_INLINE V halved(Dt d, Difference<V> r) {
+  const auto h = halves(d, r);
+  return saturatedAdd(d, h.half, hn::And(hn::And(h.half, h.rest), hn::Set(d, hn::TFromD<Dt>{1})));
+}
+
+// The kernels, each a stage behind the exact result.
+struct Saturated {
+  template <class Dt, class Exact>
+  KVRS_INLINE auto operator()(Dt d, Exact r) const {
+    return saturated(d, r);
+  }
+};
+struct ShiftedLeft {
+  int n;
+  template <class Dt, class Exact>
+  KVRS_INLINE auto operator()(Dt d, Exact r) const {
+    return saturatedShiftLeft(d, saturated(d, r), n);
+  }
+};
+struct BySign {
+  template <class Dt, class Exact>
+  KVRS_INLINE auto operator()(Dt d, Exact r) const {
+    return saturatedBySign(d, saturated(d, r));
+  }
+};
+struct Halved {
+  template <class Dt, class Exact>
+  KVRS_INLINE auto operator()(Dt d, Exact r) const {
+    return halved(d, r);
+  }
+};
+struct ShiftedRight {
+  int n;
+  template <class Dt, class Exact>
+  KVRS_INLINE auto operator()(Dt d, Exact r) const {
+    return rounded(d, r, n);
+  }
+};
+
+template <class Exact, class Stage>
+struct Kernel {
+  Exact exact;
+  Stage stage;
+
+  template <class Dt, class... V>
+  KVRS_INLINE hn::Vec<Dt> operator()(Dt d, V... v) const {
+    return inWholeBlocks([this](auto whole, auto... w) { return stage(whole, exact(whole, w...)); }, d, v...);
+  }
+};
+
+template <class Stage, class Exact, class D, class... S>
+void map(const Exact& exact, const Stage& stage, D* dst, size_t len, const S*... src) {
+  mapElements(Kernel<Exact, Stage>{exact, stage}, dst, len, src...);
+}
+
+}  // namespace scaled_detail
+
+// dst[i] = exact(d, src[i]...), saturated. `exact` is called as mapElements calls its functor, always with
+// vectors of at least 16 bytes, and returns a plain vector or one of the forms above.
+template <class Exact, class D, class... S>
+void mapSaturated(const Exact& exact, D* dst, size_t len, const S*... src) {
+  scaled_detail::map(exact, scaled_detail::Saturated(), dst, len, src...);
+}
+
+// dst[i] = exact(d, src[i]...) * 2^(-scaleFactor), rounded and saturated.
+template <class Exact, class D, class... S>
+void mapScaled(const Exact& exact, ScaleBounds bounds, int scaleFactor, D* dst, size_t len, const S*... src) {
+  using namespace scaled_detail;
+  switch (scaleKernel(scaleFactor, bounds)) {
+    case ScaleKernel::none:
+      return map(exact, Saturated(), dst, len, src...);
+    case ScaleKernel::shiftLeft:
+      return map(exact, ShiftedLeft{-scaleFactor}, dst, len, src...);
+    case ScaleKernel::bySign:
+      return map(exact, BySign(), dst, len, src...);
+    case ScaleKernel::zero:
+      return storeZeros(dst, len);
+    case ScaleKernel::one:
+      return map(exact, Halved(), dst, len, src...);
+    case ScaleKernel::shiftRight:
+      return map(exact, ShiftedRight{scaleFactor}, dst, len, src...);
+  }
+}
+
+}  // namespace kvrs
+
+#endif

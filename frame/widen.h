@@ -1,0 +1,96 @@
+// Exact products of integer lanes, in lanes of twice their width.
+// SPDX-License-Identifier: MIT
+#ifndef KVRS_FRAME_WIDEN_H
+#define KVRS_FRAME_WIDEN_H
+
+#include <type_traits>
+
+#include "frame/simd.h"
+
+namespace kvrs {
+
+// The same lanes in a vector of N, up to 16 bytes: those beyond N are dropped, those beyond v's own are
+// whatever its register holds, which is 0 after a load.
+template <size_t N, class T, size_t M>
+KVRS_INLINE hn::Vec<Lanes<T, N>> resized(hn::Vec128<T, M> v) {
+  static_assert(N * sizeof(T) <= 16);
+  return hn::Vec<Lanes<T, N>>{v.raw};
+}
+
+// Calls op(d, v...) with vectors of at least 16 bytes, so that op may count on whole blocks: where d is
+// shorter, in a block of 16 bytes of which only the first lanes are kept.
+template <class Op, class Dt, class... V>
+KVRS_INLINE hn::Vec<Dt> inWholeBlocks(const Op& op, Dt d, V... v) {
+  using T = hn::TFromD<Dt>;
+  constexpr size_t lanes = hn::MaxLanes(Dt());
+  if constexpr (lanes * sizeof(T) >= 16) {
+    return op(d, v...);
+  } else {
+    constexpr size_t times = 16 / (lanes * sizeof(T));
+    const auto whole = op(Lanes<T, lanes * times>(), resized<times * hn::MaxLanes(hn::DFromV<V>())>(v)...);
+    return resized<lanes>(whole);
+  }
+}
+
+// a[2i] * b[2i] + a[2i+1] * b[2i+1] of 16-bit lanes, in 32-bit lane i, modulo 2^32: the sum only overflows
+// where all four are -32768. On processors of this family the widening accumulate adds neighbours, and
+// takes no use of its second sum; a test holds it to that.
+template <class D32, class V16>
+KVRS_INLINE hn::Vec<D32> mulAddNeighbours(D32 d, V16 a, V16 b) {
+  hn::Vec<D32> unused = hn::Zero(d);
+  return hn::ReorderWidenMulAccumulate(d, a, b, hn::Zero(d), unused);
+}
+
+// a * b of 16-bit lanes in 32 bits: of a lane that is extended by its sign and one that is extended by zeros,
+// the low halves are multiplied and the high ones contribute nothing.
+template <class D32, class V16>
+KVRS_INLINE hn::Vec<D32> mulWiden(D32 d, V16 a, V16 b) {
+  const hn::RebindToUnsigned<D32> du;
+  const hn::RebindToUnsigned<hn::DFromV<V16>> du16;
+  const hn::Repartition<int16_t, D32> d16;
+  const auto byZeros = hn::PromoteTo(du, hn::BitCast(du16, b));
+  return mulAddNeighbours(d, hn::BitCast(d16, hn::PromoteTo(d, a)), hn::BitCast(d16, byZeros));
+}
+
+// All exact products of 32-bit lanes: lane i of `even` holds a[2i] * b[2i], of `odd` a[2i+1] * b[2i+1].
+template <class V64>
+struct EvenOdd {
+  V64 even, odd;
+};
+
+template <class D32, class V32, class D64 = hn::RepartitionToWide<D32>>
+KVRS_INLINE EvenOdd<hn::Vec<D64>> mulEvenOdd(D32 d, V32 a, V32 b) {
+  const D64 d64;
+  const hn::RepartitionToWide<hn::RebindToUnsigned<D32>> du64;
+  const auto down = [&](V32 v) { return hn::BitCast(d, hn::ShiftRight<32>(hn::BitCast(du64, v))); };
+  if constexpr (kSignedMulEven) {
+    return {hn::MulEven(a, b), hn::MulEven(down(a), down(b))};
+  } else {
+    // A negative lane read as unsigned is 2^32 too large, and so the product by the other lane times 2^32.
+    const hn::RebindToUnsigned<D32> du;
+    const auto unsignedProduct = [&](V32 x, V32 y) {
+      return hn::BitCast(d64, hn::MulEven(hn::BitCast(du, x), hn::BitCast(du, y)));
+    };
+    const V32 excess = hn::Add(hn::And(hn::BroadcastSignBit(a), b), hn::And(hn::BroadcastSignBit(b), a));
+    const auto even = hn::ShiftLeft<32>(hn::BitCast(d64, excess));
+    const auto odd = hn::BitCast(d64, hn::OddEven(excess, hn::Zero(d)));
+    return {hn::Sub(unsignedProduct(a, b), even), hn::Sub(unsignedProduct(down(a), down(b)), odd)};
+  }
+}
+
+// The low halves of 64-bit lanes, as lanes 2i and 2i+1.
+template <class D32, class V64>
+KVRS_INLINE hn::Vec<D32> lowHalves(D32 d, V64 even, V64 odd) {
+  return hn::OddEven(hn::BitCast(d, hn::ShiftLeft<32>(odd)), hn::BitCast(d, even));
+}
+
+// The high halves.
+template <class D32, class V64>
+KVRS_INLINE hn::Vec<D32> highHalves(D32 d, V64 even, V64 odd) {
+  const hn::RepartitionToWide<hn::RebindToUnsigned<D32>> du64;
+  return hn::OddEven(hn::BitCast(d, odd), hn::BitCast(d, hn::ShiftRight<32>(hn::BitCast(du64, even))));
+}
+
+}  // namespace kvrs
+
+#endif

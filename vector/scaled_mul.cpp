@@ -1,0 +1,220 @@
+// Scaled integer multiplication in 8 and 16 bits.
+// SPDX-License-Identifier: MIT
+#include "kvrs/arith_scaled.h"
+#include "vector/scaled_form.h"
+
+namespace kvrs {
+namespace {
+
+template <class D>
+using Wide = hn::RepartitionToWide<D>;
+
+// 32-bit lanes from the low and high halves of products of 16-bit lanes.
+template <class D, class V>
+KVRS_INLINE auto interleaved(D d, V low, V high) {
+  const Wide<hn::RebindToSigned<D>> dw;
+  return Interleaved<hn::Vec<decltype(dw)>>{hn::BitCast(dw, hn::InterleaveLower(d, low, high)),
+                                            hn::BitCast(dw, hn::InterleaveUpper(d, low, high))};
+}
+
+struct Times {
+  template <class D, class V>
+  KVRS_INLINE auto operator()(D d, V a, V b) const {
+    using T = hn::TFromD<D>;
+    if constexpr (sizeof(T) == 1) {
+      // Even and odd lanes apart, each in 16 bits.
+      const Wide<D> dw;
+      const auto even = [&](V v) { return hn::And(hn::BitCast(dw, v), hn::Set(dw, uint16_t{0x00FF})); };
+      const auto odd = [&](V v) { return hn::ShiftRight<8>(hn::BitCast(dw, v)); };
+      return EvenOdd<hn::Vec<Wide<D>>>{hn::Mul(even(a), even(b)), hn::Mul(odd(a), odd(b))};
+    } else if constexpr (std::is_unsigned_v<T>) {
+      return HighLow<V>{hn::MulHigh(a, b), hn::Mul(a, b)};
+    } else {
+      return interleaved(d, hn::Mul(a, b), hn::MulHigh(a, b));
+    }
+  }
+};
+
+// 16u by 16u for scale factors above 16: the high half, and a sticky bit for the low one.
+struct HighOfTimes {
+  int shift;  // scale factor - 16
+  template <class D, class V>
+  KVRS_INLINE V operator()(D d, V a, V b) const {
+    const auto nothing = hn::Eq(hn::Mul(a, b), hn::Zero(d));
+    return shiftRightEven(d, hn::MulHigh(a, b), hn::IfThenZeroElse(nothing, hn::Set(d, uint16_t{1})), shift);
+  }
+};
+
+// Unsigned a by signed b. A negative b read as unsigned is 2^16 too large, and the product by a * 2^16.
+struct UnsignedTimesSigned {
+  template <class D, class U, class V>
+  KVRS_INLINE auto operator()(D d, U a, V b) const {
+    const hn::RebindToUnsigned<D> du;
+    const V high = hn::BitCast(d, hn::MulHigh(a, hn::BitCast(du, b)));
+    const V excess = hn::And(hn::BitCast(d, a), hn::BroadcastSignBit(b));
+    return interleaved(d, hn::Mul(hn::BitCast(d, a), b), hn::Sub(high, excess));
+  }
+};
+
+// 16s by 16s in 32 bits.
+struct TimesWide {
+  template <class D, class V>
+  KVRS_INLINE auto operator()(D d, V a, V b) const {
+    return mulWiden(d, a, b);
+  }
+};
+
+// 8u by 8u in 16 bits.
+struct TimesWidened {
+  template <class D, class V>
+  KVRS_INLINE auto operator()(D d, V a, V b) const {
+    return hn::Mul(hn::PromoteTo(d, a), hn::PromoteTo(d, b));
+  }
+};
+
+// 16sc. The negative of -32768 has no place in 16 bits, so the real part is taken as ar*br + ai*~bi + ai,
+// which is the same number. The imaginary part of four parts -32768 is 2^31; it is taken as 2^31 - 1, which no
+// rounding tells from it.
+struct ComplexTimes {
+  template <class D, class V>
+  KVRS_INLINE auto operator()(D d, V a, V b) const {
+    using W = hn::Vec<Wide<D>>;
+    const Wide<D> dw;
+    const V notImaginary = hn::BitCast(d, hn::Set(dw, static_cast<int32_t>(0xFFFF0000)));
+    const W aImaginary = hn::ShiftRight<16>(hn::BitCast(dw, a));
+    const W re = hn::Add(mulAddNeighbours(dw, a, hn::Xor(b, notImaginary)), aImaginary);
+    const W im = mulAddNeighbours(dw, a, hn::Reverse2(d, b));
+    const W lowest = hn::Set(dw, std::numeric_limits<int32_t>::min());
+    return EvenOdd<W>{re, hn::Add(im, hn::VecFromMask(dw, hn::Eq(im, lowest)))};
+  }
+};
+
+template <class T>
+using TimesFor = std::conditional_t<std::is_same_v<T, Kvr16sc>, ComplexTimes, Times>;
+
+// 16u: the kernels of Times end at a scale factor of 16, with the bits of the low half.
+bool aboveLowHalf(int scaleFactor) {
+  return scaleFactor > 16 && scaleFactor <= kMul16u.zeroAbove;
+}
+
+KvrStatus vectorVector16u(const Kvr16u* a, const Kvr16u* b, Kvr16u* dst, int len, int scaleFactor) {
+  if (!aboveLowHalf(scaleFactor)) return vectorVector<Times>(a, b, dst, len, kMul16u, scaleFactor);
+  KVRS_CHECK(pointers(a, b, dst), length(len));
+  mapSaturated(HighOfTimes{scaleFactor - 16}, dst, static_cast<size_t>(len), a, b);
+  return kvrStatusOk;
+}
+
+KvrStatus complexVectors(const Kvr16sc* a, const Kvr16sc* b, Kvr16sc* dst, int len, int scaleFactor) {
+  KVRS_CHECK(pointers(a, b, dst), length(len));
+  mapScaled(ComplexTimes(), kMul16sc, scaleFactor, elements(dst), static_cast<size_t>(len), elements(a),
+            elements(b));
+  return kvrStatusOk;
+}
+
+template <class T>
+KvrStatus vectorScalar(const T* src, T val, T* dst, int len, ScaleBounds bounds, int scaleFactor) {
+  KVRS_CHECK(pointers(src, dst), length(len));
+  const size_t n = static_cast<size_t>(len);
+  if constexpr (!std::is_same_v<T, Kvr16sc>) {
+    if (val == 0) {
+      storeZeros(dst, n);
+      return kvrStatusOk;
+    }
+    if (val == 1 && scaleFactor == 0) {
+      storeCopy(src, dst, n);
+      return kvrStatusOk;
+    }
+  }
+  if constexpr (std::is_same_v<T, Kvr16u>) {
+    if (aboveLowHalf(scaleFactor)) {
+      const int shift = scaleFactor - 16;
+      mapSaturated([=](auto d, auto a) { return HighOfTimes{shift}(d, a, hn::Set(d, val)); }, dst, n, src);
+      return kvrStatusOk;
+    }
+  }
+  mapScaled(ThenScalar<TimesFor<T>, LaneOf<T>>{partsOf(val)}, bounds, scaleFactor, elements(dst), n,
+            elements(src));
+  return kvrStatusOk;
+}
+
+}  // namespace
+}  // namespace kvrs
+
+using namespace kvrs;
+
+KvrStatus kvrsMul_8u_Sfs(const Kvr8u* src1, const Kvr8u* src2, Kvr8u* dst, int len,
+                         int scaleFactor) noexcept {
+  return vectorVector<Times>(src1, src2, dst, len, kMul8u, scaleFactor);
+}
+KvrStatus kvrsMul_8u_ISfs(const Kvr8u* src, Kvr8u* srcDst, int len, int scaleFactor) noexcept {
+  return vectorVector<Times>(srcDst, src, srcDst, len, kMul8u, scaleFactor);
+}
+KvrStatus kvrsMul_16u_Sfs(const Kvr16u* src1, const Kvr16u* src2, Kvr16u* dst, int len,
+                          int scaleFactor) noexcept {
+  return vectorVector16u(src1, src2, dst, len, scaleFactor);
+}
+KvrStatus kvrsMul_16u_ISfs(const Kvr16u* src, Kvr16u* srcDst, int len, int scaleFactor) noexcept {
+  return vectorVector16u(srcDst, src, srcDst, len, scaleFactor);
+}
+KvrStatus kvrsMul_16s_Sfs(const Kvr16s* src1, const Kvr16s* src2, Kvr16s* dst, int len,
+                          int scaleFactor) noexcept {
+  return vectorVector<Times>(src1, src2, dst, len, kMul16s, scaleFactor);
+}
+KvrStatus kvrsMul_16s_ISfs(const Kvr16s* src, Kvr16s* srcDst, int len, int scaleFactor) noexcept {
+  return vectorVector<Times>(srcDst, src, srcDst, len, kMul16s, scaleFactor);
+}
+KvrStatus kvrsMul_16sc_Sfs(const Kvr16sc* src1, const Kvr16sc* src2, Kvr16sc* dst, int len,
+                           int scaleFactor) noexcept {
+  return complexVectors(src1, src2, dst, len, scaleFactor);
+}
+KvrStatus kvrsMul_16sc_ISfs(const Kvr16sc* src, Kvr16sc* srcDst, int len, int scaleFactor) noexcept {
+  return complexVectors(srcDst, src, srcDst, len, scaleFactor);
+}
+KvrStatus kvrsMul_16s(const Kvr16s* src1, const Kvr16s* src2, Kvr16s* dst, int len) noexcept {
+  return vectorVector<Times>(src1, src2, dst, len);
+}
+KvrStatus kvrsMul_16s_I(const Kvr16s* src, Kvr16s* srcDst, int len) noexcept {
+  return vectorVector<Times>(srcDst, src, srcDst, len);
+}
+KvrStatus kvrsMul_8u16u(const Kvr8u* src1, const Kvr8u* src2, Kvr16u* dst, int len) noexcept {
+  return vectorVector<TimesWidened>(src1, src2, dst, len);
+}
+KvrStatus kvrsMul_16u16s_Sfs(const Kvr16u* src1, const Kvr16s* src2, Kvr16s* dst, int len,
+                             int scaleFactor) noexcept {
+  return vectorVector<UnsignedTimesSigned>(src1, src2, dst, len, kMul16u16s, scaleFactor);
+}
+KvrStatus kvrsMul_16s32s_Sfs(const Kvr16s* src1, const Kvr16s* src2, Kvr32s* dst, int len,
+                             int scaleFactor) noexcept {
+  return vectorVector<TimesWide>(src1, src2, dst, len, kMul16s32s, scaleFactor);
+}
+
+KvrStatus kvrsMulC_8u_Sfs(const Kvr8u* src, Kvr8u val, Kvr8u* dst, int len, int scaleFactor) noexcept {
+  return vectorScalar(src, val, dst, len, kMul8u, scaleFactor);
+}
+KvrStatus kvrsMulC_8u_ISfs(Kvr8u val, Kvr8u* srcDst, int len, int scaleFactor) noexcept {
+  return vectorScalar(srcDst, val, srcDst, len, kMul8u, scaleFactor);
+}
+KvrStatus kvrsMulC_16u_Sfs(const Kvr16u* src, Kvr16u val, Kvr16u* dst, int len, int scaleFactor) noexcept {
+  // Ahead of the checks: the source is not looked at.
+  if (val == 0 || scaleFactor > kMul16u.zeroAbove) return zeros(dst, len);
+  return vectorScalar(src, val, dst, len, kMul16u, scaleFactor);
+}
+KvrStatus kvrsMulC_16u_ISfs(Kvr16u val, Kvr16u* srcDst, int len, int scaleFactor) noexcept {
+  return vectorScalar(srcDst, val, srcDst, len, kMul16u, scaleFactor);
+}
+KvrStatus kvrsMulC_16s_Sfs(const Kvr16s* src, Kvr16s val, Kvr16s* dst, int len, int scaleFactor) noexcept {
+  return vectorScalar(src, val, dst, len, kMul16s, scaleFactor);
+}
+KvrStatus kvrsMulC_16s_ISfs(Kvr16s val, Kvr16s* srcDst, int len, int scaleFactor) noexcept {
+  return vectorScalar(srcDst, val, srcDst, len, kMul16s, scaleFactor);
+}
+KvrStatus kvrsMulC_16sc_Sfs(const Kvr16sc* src, Kvr16sc val, Kvr16sc* dst, int len,
+                            int scaleFactor) noexcept {
+  return vectorScalar(src, val, dst, len, kMul16sc, scaleFactor);
+}
+KvrStatus kvrsMulC_16sc_ISfs(Kvr16sc val, Kvr16sc* srcDst, int len, int scaleFactor) noexcept {
+  return vectorScalar(srcDst, val, srcDst, len, kMul16sc, scaleFactor);
+}
+KvrStatus kvrsMulC_16s_I(Kvr16s val, Kvr16s* srcDst, int len) noexcept {
+  return vectorScalar(srcDst, val, srcDst, len, kMul16s, 0);
+}

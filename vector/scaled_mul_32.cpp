@@ -1,0 +1,257 @@
+// Scaled integer multiplication in 32 bits: exact for complex vectors, in double precision for real ones.
+// SPDX-License-Identifier: MIT
+#include "frame/rounding.h"
+#include "kvrs/arith_scaled.h"
+#include "vector/scaled_form.h"
+
+namespace kvrs {
+namespace {
+
+// 32sc: parts in 64 bits. The imaginary part of four parts -2^31 is 2^63; it is taken as 2^63 - 1, which no
+// rounding tells from it.
+struct ComplexTimes {
+  template <class D, class V>
+  KVRS_INLINE auto operator()(D d, V a, V b) const {
+    const hn::RepartitionToWide<D> dw;
+    const auto squares = mulEvenOdd(d, a, b);                   // ar*br, ai*bi
+    const auto crossed = mulEvenOdd(d, a, hn::Reverse2(d, b));  // ar*bi, ai*br
+    return EvenOdd<hn::Vec<decltype(dw)>>{hn::Sub(squares.even, squares.odd),
+                                          saturatedAdd(dw, crossed.even, crossed.odd)};
+  }
+};
+
+// Real numbers of 32 bits in two vectors of doubles.
+template <class D>
+using Doubles = Lanes<double, hn::MaxLanes(D()) / 2>;
+
+template <class D, class V = hn::Vec<D>>
+struct DoublePair {
+  hn::Vec<Doubles<D>> lower, upper;
+};
+
+template <class D, class V>
+KVRS_INLINE DoublePair<D> toDoubles(D, V v) {
+  const Doubles<D> dd;
+  return {hn::PromoteTo(dd, hn::LowerHalf(v)), hn::PromoteTo(dd, hn::UpperHalf(hn::Half<D>(), v))};
+}
+
+// Doubles bounded to the range of 32 bits and rounded in the current mode: adding 1.5 * 2^52 leaves the
+// integer in the low half of the sum's bits.
+template <class D>
+KVRS_INLINE hn::Vec<D> toIntegers(D d, DoublePair<D> x) {
+  const Doubles<D> dd;
+  const auto bits = [&](auto v) {
+    const auto bounded = hn::Min(hn::Max(v, hn::Set(dd, -0x1p31)), hn::Set(dd, 0x1p31 - 1));
+    return hn::BitCast(d, hn::Add(bounded, hn::Set(dd, 0x1.8p52)));
+  };
+  return hn::ConcatEven(d, bits(x.upper), bits(x.lower));
+}
+
+// Products in double precision, rounded to 53 bits and then scaled.
+struct DoubleTimes {
+  double scale;
+
+  template <class D, class V>
+  KVRS_INLINE V operator()(D d, V a, V b) const {
+    const auto scales = hn::Set(Doubles<D>(), scale);
+    const DoublePair<D> x = toDoubles(d, a), y = toDoubles(d, b);
+    return toIntegers(d, DoublePair<D>{hn::Mul(hn::Mul(x.lower, scales), y.lower),
+                                       hn::Mul(hn::Mul(x.upper, scales), y.upper)});
+  }
+};
+
+// By a scalar that is scaled already.
+struct DoubleTimesScalar {
+  double scaled;
+
+  template <class D, class V>
+  KVRS_INLINE V operator()(D d, V a) const {
+    const auto val = hn::Set(Doubles<D>(), scaled);
+    const DoublePair<D> x = toDoubles(d, a);
+    return toIntegers(d, DoublePair<D>{hn::Mul(x.lower, val), hn::Mul(x.upper, val)});
+  }
+};
+
+// Real a by the pairs of b.
+struct DoubleTimesPairs {
+  double scale;
+
+  template <class D, class V, class P>
+  KVRS_INLINE P operator()(D d, V a, P b) const {
+    const hn::RebindToUnsigned<hn::DFromV<V>> du;
+    const hn::RepartitionToWide<hn::RebindToUnsigned<D>> dw;
+    const P twice = hn::DupEven(hn::BitCast(d, hn::PromoteTo(dw, hn::BitCast(du, a))));
+    return DoubleTimes{scale}(d, twice, b);
+  }
+};
+
+struct DoubleTimesPlus {
+  double scale;
+
+  template <class D, class V>
+  KVRS_INLINE V operator()(D d, V a, V b, V c) const {
+    const auto scales = hn::Set(Doubles<D>(), scale);
+    const DoublePair<D> x = toDoubles(d, a), y = toDoubles(d, b), z = toDoubles(d, c);
+    return toIntegers(d, DoublePair<D>{hn::Mul(hn::Add(hn::Mul(x.lower, y.lower), z.lower), scales),
+                                       hn::Mul(hn::Add(hn::Mul(x.upper, y.upper), z.upper), scales)});
+  }
+};
+
+// 2^(-scaleFactor); below the lower bound any integer but 0 leaves the range already at the bound.
+double scaleOf(int scaleFactor, ScaleBounds bounds) {
+  const int n = scaleFactor < bounds.signAtOrBelow ? bounds.signAtOrBelow : scaleFactor;
+  return n >= 0 ? 1.0 / static_cast<double>(uint64_t{1} << n) : static_cast<double>(uint64_t{1} << -n);
+}
+
+// dst = op(src...) for an op in double precision, with the rounding mode forced to nearest.
+template <class Op, class D, class... S>
+void mapDoubles(const Op& op, D* dst, size_t len, const S*... src) {
+  const VectorRoundingScope nearest(Rounding::nearest);
+  mapSaturated(op, dst, len, src...);
+}
+
+template <class Op, class D, class A, class B>
+KvrStatus realVectors(const A* a, const B* b, D* dst, int len, int scaleFactor) {
+  KVRS_CHECK(pointers(a, b, dst), length(len));
+  const size_t n = static_cast<size_t>(len);
+  if (scaleFactor > kMul32s.zeroAbove) {
+    storeZeros(dst, n);
+  } else {
+    mapDoubles(Op{scaleOf(scaleFactor, kMul32s)}, elements(dst), n, elements(a), elements(b));
+  }
+  return kvrStatusOk;
+}
+
+KvrStatus realScalar(const Kvr32s* src, Kvr32s val, Kvr32s* dst, int len, int scaleFactor) {
+  KVRS_CHECK(pointers(src, dst), length(len));
+  const size_t n = static_cast<size_t>(len);
+  if (scaleFactor > kMul32s.zeroAbove) {
+    storeZeros(dst, n);
+  } else {
+    mapDoubles(DoubleTimesScalar{val * scaleOf(scaleFactor, kMul32s)}, dst, n, src);
+  }
+  return kvrStatusOk;
+}
+
+KvrStatus complexVectors(const Kvr32sc* a, const Kvr32sc* b, Kvr32sc* dst, int len, int scaleFactor) {
+  KVRS_CHECK(pointers(a, b, dst), length(len));
+  mapScaled(ComplexTimes(), kMul32sc, scaleFactor, elements(dst), static_cast<size_t>(len), elements(a),
+            elements(b));
+  return kvrStatusOk;
+}
+
+KvrStatus complexScalar(const Kvr32sc* src, Kvr32sc val, Kvr32sc* dst, int len, int scaleFactor) {
+  KVRS_CHECK(pointers(src, dst), length(len));
+  mapScaled(ThenScalar<ComplexTimes, Kvr32s>{partsOf(val)}, kMul32sc, scaleFactor, elements(dst),
+            static_cast<size_t>(len), elements(src));
+  return kvrStatusOk;
+}
+
+// The parts of kvrsMul_Low_32s_Sfs, by scale factor. None rounds.
+
+struct LowShiftedLeft {
+  int n;  // 0 to 31
+  template <class D, class V>
+  KVRS_INLINE V operator()(D, V a, V b) const {
+    return hn::ShiftLeftSame(hn::Mul(a, b), n);
+  }
+};
+
+struct LowOfShiftedRight {
+  int n;  // 1 to 31
+  template <class D, class V>
+  KVRS_INLINE V operator()(D d, V a, V b) const {
+    const hn::RepartitionToWide<hn::RebindToUnsigned<D>> dw;
+    const auto p = mulEvenOdd(d, a, b);
+    return lowHalves(d, hn::ShiftRightSame(hn::BitCast(dw, p.even), n),
+                     hn::ShiftRightSame(hn::BitCast(dw, p.odd), n));
+  }
+};
+
+struct HighShiftedRight {
+  int n;  // 0 to 30
+  template <class D, class V>
+  KVRS_INLINE V operator()(D d, V a, V b) const {
+    const auto p = mulEvenOdd(d, a, b);
+    return hn::ShiftRightSame(highHalves(d, p.even, p.odd), n);
+  }
+};
+
+struct SignOfProduct {
+  template <class D, class V>
+  KVRS_INLINE V operator()(D d, V a, V b) const {
+    const auto zero = hn::Or(hn::Eq(a, hn::Zero(d)), hn::Eq(b, hn::Zero(d)));
+    return hn::IfThenZeroElse(zero, extremeOfSign(d, hn::Xor(a, b)));
+  }
+};
+
+}  // namespace
+}  // namespace kvrs
+
+using namespace kvrs;
+
+KvrStatus kvrsMul_32s_Sfs(const Kvr32s* src1, const Kvr32s* src2, Kvr32s* dst, int len,
+                          int scaleFactor) noexcept {
+  return realVectors<DoubleTimes>(src1, src2, dst, len, scaleFactor);
+}
+KvrStatus kvrsMul_32s_ISfs(const Kvr32s* src, Kvr32s* srcDst, int len, int scaleFactor) noexcept {
+  return realVectors<DoubleTimes>(srcDst, src, srcDst, len, scaleFactor);
+}
+KvrStatus kvrsMul_32sc_Sfs(const Kvr32sc* src1, const Kvr32sc* src2, Kvr32sc* dst, int len,
+                           int scaleFactor) noexcept {
+  return complexVectors(src1, src2, dst, len, scaleFactor);
+}
+KvrStatus kvrsMul_32sc_ISfs(const Kvr32sc* src, Kvr32sc* srcDst, int len, int scaleFactor) noexcept {
+  return complexVectors(srcDst, src, srcDst, len, scaleFactor);
+}
+KvrStatus kvrsMul_32s32sc_Sfs(const Kvr32s* src1, const Kvr32sc* src2, Kvr32sc* dst, int len,
+                              int scaleFactor) noexcept {
+  return realVectors<DoubleTimesPairs>(src1, src2, dst, len, scaleFactor);
+}
+KvrStatus kvrsMul_32s32sc_ISfs(const Kvr32s* src, Kvr32sc* srcDst, int len, int scaleFactor) noexcept {
+  return realVectors<DoubleTimesPairs>(src, srcDst, srcDst, len, scaleFactor);
+}
+
+KvrStatus kvrsMulC_32s_Sfs(const Kvr32s* src, Kvr32s val, Kvr32s* dst, int len, int scaleFactor) noexcept {
+  return realScalar(src, val, dst, len, scaleFactor);
+}
+KvrStatus kvrsMulC_32s_ISfs(Kvr32s val, Kvr32s* srcDst, int len, int scaleFactor) noexcept {
+  return realScalar(srcDst, val, srcDst, len, scaleFactor);
+}
+KvrStatus kvrsMulC_32sc_Sfs(const Kvr32sc* src, Kvr32sc val, Kvr32sc* dst, int len,
+                            int scaleFactor) noexcept {
+  return complexScalar(src, val, dst, len, scaleFactor);
+}
+KvrStatus kvrsMulC_32sc_ISfs(Kvr32sc val, Kvr32sc* srcDst, int len, int scaleFactor) noexcept {
+  return complexScalar(srcDst, val, srcDst, len, scaleFactor);
+}
+
+KvrStatus kvrsMul_Low_32s_Sfs(const Kvr32s* src1, const Kvr32s* src2, Kvr32s* dst, int len,
+                              int scaleFactor) noexcept {
+  KVRS_CHECK(pointers(src1, src2, dst), length(len));
+  const size_t n = static_cast<size_t>(len);
+  if (scaleFactor > kMulLow32s.zeroAbove) {
+    storeZeros(dst, n);
+  } else if (scaleFactor <= kMulLow32s.signAtOrBelow) {
+    mapSaturated(SignOfProduct(), dst, n, src1, src2);
+  } else if (scaleFactor <= 0) {
+    mapSaturated(LowShiftedLeft{-scaleFactor}, dst, n, src1, src2);
+  } else if (scaleFactor < 32) {
+    mapSaturated(LowOfShiftedRight{scaleFactor}, dst, n, src1, src2);
+  } else {
+    mapSaturated(HighShiftedRight{scaleFactor - 32}, dst, n, src1, src2);
+  }
+  return kvrStatusOk;
+}
+KvrStatus kvrsAddProduct_32s_Sfs(const Kvr32s* src1, const Kvr32s* src2, Kvr32s* srcDst, int len,
+                                 int scaleFactor) noexcept {
+  KVRS_CHECK(pointers(src1, src2, srcDst), length(len));
+  const size_t n = static_cast<size_t>(len);
+  if (scaleFactor > kAddProduct32s.zeroAbove) {
+    storeZeros(srcDst, n);
+  } else {
+    mapDoubles(DoubleTimesPlus{scaleOf(scaleFactor, kAddProduct32s)}, srcDst, n, src1, src2,
+               static_cast<const Kvr32s*>(srcDst));
+  }
+  return kvrStatusOk;
+}
