@@ -18,7 +18,6 @@
 #include "frame/loop.h"
 #include "frame/saturating.h"
 #include "frame/scale.h"
-#include "frame/store.h"
 #include "frame/widen.h"
 
 namespace kvrs {
@@ -269,22 +268,32 @@ struct Kernel {
 };
 
 template <class Stage, class Exact, class D, class... S>
-void map(const Exact& exact, const Stage& stage, D* dst, size_t len, const S*... src) {
-  mapElements(Kernel<Exact, Stage>{exact, stage}, dst, len, src...);
+KVRS_INLINE KvrStatus map(const Exact& exact, const Stage& stage, D* dst, size_t len, const S*... src) {
+  return mapElements(Kernel<Exact, Stage>{exact, stage}, dst, len, src...);
 }
 
 }  // namespace scaled_detail
 
+// Above a family's bounds: dst[i] = 0.
+struct Zeros {
+  template <class Dt>
+  KVRS_INLINE auto operator()(Dt d) const {
+    return hn::Zero(d);
+  }
+};
+
 // dst[i] = exact(d, src[i]...), saturated. `exact` is called as mapElements calls its functor, always with
-// vectors of at least 16 bytes, and returns a plain vector or one of the forms above.
+// vectors of at least 16 bytes, and returns a plain vector or one of the forms above. The result is that of
+// mapElements.
 template <class Exact, class D, class... S>
-void mapSaturated(const Exact& exact, D* dst, size_t len, const S*... src) {
-  scaled_detail::map(exact, scaled_detail::Saturated(), dst, len, src...);
+KvrStatus mapSaturated(const Exact& exact, D* dst, size_t len, const S*... src) {
+  return scaled_detail::map(exact, scaled_detail::Saturated(), dst, len, src...);
 }
 
 // dst[i] = exact(d, src[i]...) * 2^(-scaleFactor), rounded and saturated.
 template <class Exact, class D, class... S>
-void mapScaled(const Exact& exact, ScaleBounds bounds, int scaleFactor, D* dst, size_t len, const S*... src) {
+KvrStatus mapScaled(const Exact& exact, ScaleBounds bounds, int scaleFactor, D* dst, size_t len,
+                    const S*... src) {
   using namespace scaled_detail;
   switch (scaleKernel(scaleFactor, bounds)) {
     case ScaleKernel::none:
@@ -294,12 +303,13 @@ void mapScaled(const Exact& exact, ScaleBounds bounds, int scaleFactor, D* dst, 
     case ScaleKernel::bySign:
       return map(exact, BySign(), dst, len, src...);
     case ScaleKernel::zero:
-      return storeZeros(dst, len);
+      return mapElements(Zeros(), dst, len);
     case ScaleKernel::one:
       return map(exact, Halved(), dst, len, src...);
     case ScaleKernel::shiftRight:
       return map(exact, ShiftedRight{scaleFactor}, dst, len, src...);
   }
+  __builtin_unreachable();
 }
 
 }  // namespace kvrs

@@ -1,6 +1,7 @@
 // Scaled integer addition: of two vectors, and of a vector and a scalar.
 // SPDX-License-Identifier: MIT
 #include "kvrs/arith_scaled.h"
+#include "kvrs/fill.h"
 #include "vector/scaled_form.h"
 
 namespace kvrs {
@@ -38,13 +39,9 @@ struct WidenedPlusWide {
 template <class T>
 KvrStatus vectorScalar(const T* src, T val, T* dst, int len, ScaleBounds bounds, int scaleFactor) {
   KVRS_CHECK(pointers(src, dst), length(len));
-  const size_t n = static_cast<size_t>(len);
-  if (isZero(val) && scaleFactor == 0) {
-    storeCopy(src, dst, n);
-    return kvrStatusOk;
-  }
-  mapScaled(ThenScalar<Plus, LaneOf<T>>{partsOf(val)}, bounds, scaleFactor, elements(dst), n, elements(src));
-  return kvrStatusOk;
+  if (isZero(val) && scaleFactor == 0) return copyVector(src, dst, len);
+  return mapScaled(ThenScalar<Plus, LaneOf<T>>{partsOf(val)}, bounds, scaleFactor, elements(dst),
+                   static_cast<size_t>(len), elements(src));
 }
 
 }  // namespace
@@ -79,10 +76,10 @@ KvrStatus kvrsAdd_16s_ISfs(const Kvr16s* src, Kvr16s* srcDst, int len, int scale
 }
 KvrStatus kvrsAdd_16sc_Sfs(const Kvr16sc* src1, const Kvr16sc* src2, Kvr16sc* dst, int len,
                            int scaleFactor) noexcept {
-  return partByPart<Plus, Kvr16s>(src1, src2, dst, len, kAdd16s, scaleFactor);
+  return partByPart<Plus>(src1, src2, dst, len, kAdd16s, scaleFactor);
 }
 KvrStatus kvrsAdd_16sc_ISfs(const Kvr16sc* src, Kvr16sc* srcDst, int len, int scaleFactor) noexcept {
-  return partByPart<Plus, Kvr16s>(src, srcDst, srcDst, len, kAdd16s, scaleFactor);
+  return partByPart<Plus>(src, srcDst, srcDst, len, kAdd16s, scaleFactor);
 }
 KvrStatus kvrsAdd_32s_Sfs(const Kvr32s* src1, const Kvr32s* src2, Kvr32s* dst, int len,
                           int scaleFactor) noexcept {
@@ -93,10 +90,10 @@ KvrStatus kvrsAdd_32s_ISfs(const Kvr32s* src, Kvr32s* srcDst, int len, int scale
 }
 KvrStatus kvrsAdd_32sc_Sfs(const Kvr32sc* src1, const Kvr32sc* src2, Kvr32sc* dst, int len,
                            int scaleFactor) noexcept {
-  return partByPart<Plus, Kvr32s>(src1, src2, dst, len, kAdd32s, scaleFactor);
+  return partByPart<Plus>(src1, src2, dst, len, kAdd32s, scaleFactor);
 }
 KvrStatus kvrsAdd_32sc_ISfs(const Kvr32sc* src, Kvr32sc* srcDst, int len, int scaleFactor) noexcept {
-  return partByPart<Plus, Kvr32s>(src, srcDst, srcDst, len, kAdd32s, scaleFactor);
+  return partByPart<Plus>(src, srcDst, srcDst, len, kAdd32s, scaleFactor);
 }
 KvrStatus kvrsAdd_64s_Sfs(const Kvr64s* src1, const Kvr64s* src2, Kvr64s* dst, int len,
                           int scaleFactor) noexcept {
@@ -130,7 +127,8 @@ KvrStatus kvrsAddC_8u_ISfs(Kvr8u val, Kvr8u* srcDst, int len, int scaleFactor) n
 KvrStatus kvrsAddC_16u_Sfs(const Kvr16u* src, Kvr16u val, Kvr16u* dst, int len, int scaleFactor) noexcept {
   // Ahead of the checks: the source is not looked at.
   if (scaleFactor > kAdd16u.zeroAbove) return zeros(dst, len);
-  if (val != 0 && scaleFactor <= kAdd16u.signAtOrBelow) return allOnes(dst, len);
+  if (val != 0 && scaleFactor <= kAdd16u.signAtOrBelow)
+    return kvrsSet_16s(-1, reinterpret_cast<Kvr16s*>(dst), len);
   return vectorScalar(src, val, dst, len, kAdd16u, scaleFactor);
 }
 KvrStatus kvrsAddC_16u_ISfs(Kvr16u val, Kvr16u* srcDst, int len, int scaleFactor) noexcept {

@@ -49,9 +49,10 @@ Kvr64s toInteger(long double x) {
   return llrintl(x);
 }
 
-// `operation` runs in extended precision.
+// `operation` runs in extended precision, in the mode of the scope around the call. A function of its own,
+// since the compiler would be free to move arithmetic out of the scope.
 template <class Operation>
-void mapExtended(const Operation& operation, Kvr64s* srcDst, int len) {
+[[gnu::noinline]] void mapExtended(const Operation& operation, Kvr64s* srcDst, int len) {
   for (int i = 0; i < len; ++i) {
     Kvr64s element;
     memcpy(&element, srcDst + i, sizeof element);
@@ -81,16 +82,14 @@ using namespace kvrs;
 
 KvrStatus kvrsMulC_Low_32f16s(const Kvr32f* src, Kvr32f val, Kvr16s* dst, int len) noexcept {
   KVRS_CHECK(pointers(src, dst), length(len));
-  mapElements(TimesTo16s{val}, dst, static_cast<size_t>(len), src);
-  return kvrStatusOk;
+  return mapElements(TimesTo16s{val}, dst, static_cast<size_t>(len), src);
 }
 KvrStatus kvrsMulC_32f16s_Sfs(const Kvr32f* src, Kvr32f val, Kvr16s* dst, int len, int scaleFactor) noexcept {
   KVRS_CHECK(pointers(src, dst), length(len));
   const VectorRoundingScope nearest(Rounding::nearest);
   // The lower limit is a subnormal number, and exact.
-  const float scale = ldexpf(1.0f, bounded(-bounded(scaleFactor, -126, 127), -127, 126));
-  mapElements(TimesTo16s{val * scale}, dst, static_cast<size_t>(len), src);
-  return kvrStatusOk;
+  const float scale = ldexpf(1.0f, -bounded(scaleFactor, -126, 127));
+  return mapElements(TimesTo16s{val * scale}, dst, static_cast<size_t>(len), src);
 }
 KvrStatus kvrsMulC_64s_ISfs(Kvr64s val, Kvr64s* srcDst, int len, int scaleFactor) noexcept {
   return timesExtended(val, srcDst, len, scaleFactor);

@@ -6,6 +6,7 @@
 #include "frame/check.h"
 #include "frame/complex.h"
 #include "frame/scaled.h"
+#include "vector/copy.h"
 #include "vector/scaled_bounds.h"
 
 namespace kvrs {
@@ -60,42 +61,37 @@ struct ScalarThen {
 template <class Op, class D, class A, class B>
 KvrStatus vectorVector(const A* a, const B* b, D* dst, int len, ScaleBounds bounds, int scaleFactor) {
   KVRS_CHECK(pointers(a, b, dst), length(len));
-  mapScaled(Op(), bounds, scaleFactor, dst, static_cast<size_t>(len), a, b);
-  return kvrStatusOk;
+  return mapScaled(Op(), bounds, scaleFactor, dst, static_cast<size_t>(len), a, b);
 }
 
 // The same without a scale factor.
 template <class Op, class D, class A, class B>
 KvrStatus vectorVector(const A* a, const B* b, D* dst, int len) {
   KVRS_CHECK(pointers(a, b, dst), length(len));
-  mapSaturated(Op(), dst, static_cast<size_t>(len), a, b);
-  return kvrStatusOk;
+  return mapSaturated(Op(), dst, static_cast<size_t>(len), a, b);
 }
 
-// Complex vectors as real ones of twice the length. The length is tested ahead of the pointers, as is usual
-// for the forms that hand on to a real one.
-template <class Op, class Part, class Complex>
-KvrStatus partByPart(const Complex* a, const Complex* b, Complex* dst, int len, ScaleBounds bounds,
-                     int scaleFactor) {
+// Complex vectors part by part, as the real form on twice the length. The length is tested ahead of the
+// pointers, as is usual for the forms that hand on to a real one.
+template <class Op, class T>
+KvrStatus partByPart(const T* a, const T* b, T* dst, int len, ScaleBounds bounds, int scaleFactor) {
   KVRS_CHECK(length(len), pointers(a, b, dst));
-  const auto parts = [](auto* p) { return &p->re; };
-  mapScaled(Op(), bounds, scaleFactor, static_cast<Part*>(parts(dst)), 2 * static_cast<size_t>(len), parts(a),
-            parts(b));
-  return kvrStatusOk;
+  return mapScaled(Op(), bounds, scaleFactor, elements(dst), static_cast<size_t>(len), elements(a),
+                   elements(b));
 }
 
-// Answers that no source is needed for.
-template <class D>
-KvrStatus zeros(D* dst, int len) {
-  KVRS_CHECK(pointers(dst), length(len));
-  storeZeros(dst, static_cast<size_t>(len));
-  return kvrStatusOk;
+// What a scalar that changes nothing leaves.
+template <class T>
+KvrStatus copyVector(const T* src, T* dst, int len) {
+  if (src == dst) return kvrStatusOk;
+  return mapElements(Same(), elements(dst), static_cast<size_t>(len), elements(src));
 }
-template <class D>
-KvrStatus allOnes(D* dst, int len) {
+
+// An answer that no source is needed for.
+template <class T>
+KvrStatus zeros(T* dst, int len) {
   KVRS_CHECK(pointers(dst), length(len));
-  storeOnes(dst, static_cast<size_t>(len));
-  return kvrStatusOk;
+  return mapElements(Zeros(), elements(dst), static_cast<size_t>(len));
 }
 
 }  // namespace kvrs

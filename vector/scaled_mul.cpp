@@ -100,15 +100,13 @@ bool aboveLowHalf(int scaleFactor) {
 KvrStatus vectorVector16u(const Kvr16u* a, const Kvr16u* b, Kvr16u* dst, int len, int scaleFactor) {
   if (!aboveLowHalf(scaleFactor)) return vectorVector<Times>(a, b, dst, len, kMul16u, scaleFactor);
   KVRS_CHECK(pointers(a, b, dst), length(len));
-  mapSaturated(HighOfTimes{scaleFactor - 16}, dst, static_cast<size_t>(len), a, b);
-  return kvrStatusOk;
+  return mapSaturated(HighOfTimes{scaleFactor - 16}, dst, static_cast<size_t>(len), a, b);
 }
 
 KvrStatus complexVectors(const Kvr16sc* a, const Kvr16sc* b, Kvr16sc* dst, int len, int scaleFactor) {
   KVRS_CHECK(pointers(a, b, dst), length(len));
-  mapScaled(ComplexTimes(), kMul16sc, scaleFactor, elements(dst), static_cast<size_t>(len), elements(a),
-            elements(b));
-  return kvrStatusOk;
+  return mapScaled(ComplexTimes(), kMul16sc, scaleFactor, elements(dst), static_cast<size_t>(len),
+                   elements(a), elements(b));
 }
 
 template <class T>
@@ -116,25 +114,18 @@ KvrStatus vectorScalar(const T* src, T val, T* dst, int len, ScaleBounds bounds,
   KVRS_CHECK(pointers(src, dst), length(len));
   const size_t n = static_cast<size_t>(len);
   if constexpr (!std::is_same_v<T, Kvr16sc>) {
-    if (val == 0) {
-      storeZeros(dst, n);
-      return kvrStatusOk;
-    }
-    if (val == 1 && scaleFactor == 0) {
-      storeCopy(src, dst, n);
-      return kvrStatusOk;
-    }
+    if (val == 0) return zeros(dst, len);
+    if (val == 1 && scaleFactor == 0) return copyVector(src, dst, len);
   }
   if constexpr (std::is_same_v<T, Kvr16u>) {
     if (aboveLowHalf(scaleFactor)) {
       const int shift = scaleFactor - 16;
-      mapSaturated([=](auto d, auto a) { return HighOfTimes{shift}(d, a, hn::Set(d, val)); }, dst, n, src);
-      return kvrStatusOk;
+      return mapSaturated([=](auto d, auto a) { return HighOfTimes{shift}(d, a, hn::Set(d, val)); }, dst, n,
+                          src);
     }
   }
-  mapScaled(ThenScalar<TimesFor<T>, LaneOf<T>>{partsOf(val)}, bounds, scaleFactor, elements(dst), n,
-            elements(src));
-  return kvrStatusOk;
+  return mapScaled(ThenScalar<TimesFor<T>, LaneOf<T>>{partsOf(val)}, bounds, scaleFactor, elements(dst), n,
+                   elements(src));
 }
 
 }  // namespace

@@ -105,46 +105,36 @@ double scaleOf(int scaleFactor, ScaleBounds bounds) {
 
 // dst = op(src...) for an op in double precision, with the rounding mode forced to nearest.
 template <class Op, class D, class... S>
-void mapDoubles(const Op& op, D* dst, size_t len, const S*... src) {
+KvrStatus mapDoubles(const Op& op, D* dst, size_t len, const S*... src) {
   const VectorRoundingScope nearest(Rounding::nearest);
-  mapSaturated(op, dst, len, src...);
+  return mapSaturated(op, dst, len, src...);
 }
 
 template <class Op, class D, class A, class B>
 KvrStatus realVectors(const A* a, const B* b, D* dst, int len, int scaleFactor) {
   KVRS_CHECK(pointers(a, b, dst), length(len));
   const size_t n = static_cast<size_t>(len);
-  if (scaleFactor > kMul32s.zeroAbove) {
-    storeZeros(dst, n);
-  } else {
-    mapDoubles(Op{scaleOf(scaleFactor, kMul32s)}, elements(dst), n, elements(a), elements(b));
-  }
-  return kvrStatusOk;
+  if (scaleFactor > kMul32s.zeroAbove) return zeros(dst, len);
+  return mapDoubles(Op{scaleOf(scaleFactor, kMul32s)}, elements(dst), n, elements(a), elements(b));
 }
 
 KvrStatus realScalar(const Kvr32s* src, Kvr32s val, Kvr32s* dst, int len, int scaleFactor) {
   KVRS_CHECK(pointers(src, dst), length(len));
   const size_t n = static_cast<size_t>(len);
-  if (scaleFactor > kMul32s.zeroAbove) {
-    storeZeros(dst, n);
-  } else {
-    mapDoubles(DoubleTimesScalar{val * scaleOf(scaleFactor, kMul32s)}, dst, n, src);
-  }
-  return kvrStatusOk;
+  if (scaleFactor > kMul32s.zeroAbove) return zeros(dst, len);
+  return mapDoubles(DoubleTimesScalar{val * scaleOf(scaleFactor, kMul32s)}, dst, n, src);
 }
 
 KvrStatus complexVectors(const Kvr32sc* a, const Kvr32sc* b, Kvr32sc* dst, int len, int scaleFactor) {
   KVRS_CHECK(pointers(a, b, dst), length(len));
-  mapScaled(ComplexTimes(), kMul32sc, scaleFactor, elements(dst), static_cast<size_t>(len), elements(a),
-            elements(b));
-  return kvrStatusOk;
+  return mapScaled(ComplexTimes(), kMul32sc, scaleFactor, elements(dst), static_cast<size_t>(len),
+                   elements(a), elements(b));
 }
 
 KvrStatus complexScalar(const Kvr32sc* src, Kvr32sc val, Kvr32sc* dst, int len, int scaleFactor) {
   KVRS_CHECK(pointers(src, dst), length(len));
-  mapScaled(ThenScalar<ComplexTimes, Kvr32s>{partsOf(val)}, kMul32sc, scaleFactor, elements(dst),
-            static_cast<size_t>(len), elements(src));
-  return kvrStatusOk;
+  return mapScaled(ThenScalar<ComplexTimes, Kvr32s>{partsOf(val)}, kMul32sc, scaleFactor, elements(dst),
+                   static_cast<size_t>(len), elements(src));
 }
 
 // The parts of kvrsMul_Low_32s_Sfs, by scale factor. None rounds.
@@ -230,28 +220,17 @@ KvrStatus kvrsMul_Low_32s_Sfs(const Kvr32s* src1, const Kvr32s* src2, Kvr32s* ds
                               int scaleFactor) noexcept {
   KVRS_CHECK(pointers(src1, src2, dst), length(len));
   const size_t n = static_cast<size_t>(len);
-  if (scaleFactor > kMulLow32s.zeroAbove) {
-    storeZeros(dst, n);
-  } else if (scaleFactor <= kMulLow32s.signAtOrBelow) {
-    mapSaturated(SignOfProduct(), dst, n, src1, src2);
-  } else if (scaleFactor <= 0) {
-    mapSaturated(LowShiftedLeft{-scaleFactor}, dst, n, src1, src2);
-  } else if (scaleFactor < 32) {
-    mapSaturated(LowOfShiftedRight{scaleFactor}, dst, n, src1, src2);
-  } else {
-    mapSaturated(HighShiftedRight{scaleFactor - 32}, dst, n, src1, src2);
-  }
-  return kvrStatusOk;
+  if (scaleFactor > kMulLow32s.zeroAbove) return zeros(dst, len);
+  if (scaleFactor <= kMulLow32s.signAtOrBelow) return mapSaturated(SignOfProduct(), dst, n, src1, src2);
+  if (scaleFactor <= 0) return mapSaturated(LowShiftedLeft{-scaleFactor}, dst, n, src1, src2);
+  if (scaleFactor < 32) return mapSaturated(LowOfShiftedRight{scaleFactor}, dst, n, src1, src2);
+  return mapSaturated(HighShiftedRight{scaleFactor - 32}, dst, n, src1, src2);
 }
 KvrStatus kvrsAddProduct_32s_Sfs(const Kvr32s* src1, const Kvr32s* src2, Kvr32s* srcDst, int len,
                                  int scaleFactor) noexcept {
   KVRS_CHECK(pointers(src1, src2, srcDst), length(len));
   const size_t n = static_cast<size_t>(len);
-  if (scaleFactor > kAddProduct32s.zeroAbove) {
-    storeZeros(srcDst, n);
-  } else {
-    mapDoubles(DoubleTimesPlus{scaleOf(scaleFactor, kAddProduct32s)}, srcDst, n, src1, src2,
-               static_cast<const Kvr32s*>(srcDst));
-  }
-  return kvrStatusOk;
+  if (scaleFactor > kAddProduct32s.zeroAbove) return zeros(srcDst, len);
+  return mapDoubles(DoubleTimesPlus{scaleOf(scaleFactor, kAddProduct32s)}, srcDst, n, src1, src2,
+                    static_cast<const Kvr32s*>(srcDst));
 }

@@ -30,8 +30,8 @@ template <class Op, class T>
 KvrStatus addProduct(const Kvr16s* a, const Kvr16s* b, T* srcDst, int len, ScaleBounds bounds,
                      int scaleFactor) {
   KVRS_CHECK(pointers(a, b, srcDst), length(len));
-  mapScaled(Op(), bounds, scaleFactor, srcDst, static_cast<size_t>(len), a, b, static_cast<const T*>(srcDst));
-  return kvrStatusOk;
+  return mapScaled(Op(), bounds, scaleFactor, srcDst, static_cast<size_t>(len), a, b,
+                   static_cast<const T*>(srcDst));
 }
 
 }  // namespace

@@ -22,26 +22,18 @@ struct Minus {
 template <class T>
 KvrStatus vectorScalar(const T* src, T val, T* dst, int len, ScaleBounds bounds, int scaleFactor) {
   KVRS_CHECK(pointers(src, dst), length(len));
-  const size_t n = static_cast<size_t>(len);
-  if (isZero(val) && scaleFactor == 0) {
-    storeCopy(src, dst, n);
-    return kvrStatusOk;
-  }
-  mapScaled(ThenScalar<Minus, LaneOf<T>>{partsOf(val)}, bounds, scaleFactor, elements(dst), n, elements(src));
-  return kvrStatusOk;
+  if (isZero(val) && scaleFactor == 0) return copyVector(src, dst, len);
+  return mapScaled(ThenScalar<Minus, LaneOf<T>>{partsOf(val)}, bounds, scaleFactor, elements(dst),
+                   static_cast<size_t>(len), elements(src));
 }
 
 // val - src.
 template <class T>
 KvrStatus scalarVector(const T* src, T val, T* dst, int len, ScaleBounds bounds, int scaleFactor) {
   KVRS_CHECK(pointers(src, dst), length(len));
-  const size_t n = static_cast<size_t>(len);
-  if (std::is_unsigned_v<LaneOf<T>> && isZero(val)) {
-    storeZeros(dst, n);
-    return kvrStatusOk;
-  }
-  mapScaled(ScalarThen<Minus, LaneOf<T>>{partsOf(val)}, bounds, scaleFactor, elements(dst), n, elements(src));
-  return kvrStatusOk;
+  if (std::is_unsigned_v<LaneOf<T>> && isZero(val)) return zeros(dst, len);
+  return mapScaled(ScalarThen<Minus, LaneOf<T>>{partsOf(val)}, bounds, scaleFactor, elements(dst),
+                   static_cast<size_t>(len), elements(src));
 }
 
 }  // namespace
@@ -76,10 +68,10 @@ KvrStatus kvrsSub_16s_ISfs(const Kvr16s* src, Kvr16s* srcDst, int len, int scale
 }
 KvrStatus kvrsSub_16sc_Sfs(const Kvr16sc* src1, const Kvr16sc* src2, Kvr16sc* dst, int len,
                            int scaleFactor) noexcept {
-  return partByPart<Minus, Kvr16s>(src2, src1, dst, len, kSub16s, scaleFactor);
+  return partByPart<Minus>(src2, src1, dst, len, kSub16s, scaleFactor);
 }
 KvrStatus kvrsSub_16sc_ISfs(const Kvr16sc* src, Kvr16sc* srcDst, int len, int scaleFactor) noexcept {
-  return partByPart<Minus, Kvr16s>(srcDst, src, srcDst, len, kSub16s, scaleFactor);
+  return partByPart<Minus>(srcDst, src, srcDst, len, kSub16s, scaleFactor);
 }
 KvrStatus kvrsSub_32s_Sfs(const Kvr32s* src1, const Kvr32s* src2, Kvr32s* dst, int len,
                           int scaleFactor) noexcept {
@@ -90,10 +82,10 @@ KvrStatus kvrsSub_32s_ISfs(const Kvr32s* src, Kvr32s* srcDst, int len, int scale
 }
 KvrStatus kvrsSub_32sc_Sfs(const Kvr32sc* src1, const Kvr32sc* src2, Kvr32sc* dst, int len,
                            int scaleFactor) noexcept {
-  return partByPart<Minus, Kvr32s>(src2, src1, dst, len, kSub32s, scaleFactor);
+  return partByPart<Minus>(src2, src1, dst, len, kSub32s, scaleFactor);
 }
 KvrStatus kvrsSub_32sc_ISfs(const Kvr32sc* src, Kvr32sc* srcDst, int len, int scaleFactor) noexcept {
-  return partByPart<Minus, Kvr32s>(srcDst, src, srcDst, len, kSub32s, scaleFactor);
+  return partByPart<Minus>(srcDst, src, srcDst, len, kSub32s, scaleFactor);
 }
 KvrStatus kvrsSub_16s(const Kvr16s* src1, const Kvr16s* src2, Kvr16s* dst, int len) noexcept {
   return vectorVector<Minus>(src2, src1, dst, len);

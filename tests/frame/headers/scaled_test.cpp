@@ -217,20 +217,5 @@ TEST(Scaled, Kernels) {
   EXPECT_EQ(ScaleKernel::bySign, scaleKernel(INT32_MIN, bounds));
 }
 
-TEST(Store, ZerosOnesAndCopies) {
-  uint16_t a[3] = {1, 2, 3}, b[3] = {7, 7, 7};
-  storeCopy(a, b, 2);
-  EXPECT_EQ(2, b[1]);
-  EXPECT_EQ(7, b[2]);
-  storeCopy(a, a, 3);
-  EXPECT_EQ(3, a[2]);
-  storeZeros(b, 2);
-  EXPECT_EQ(0, b[1]);
-  EXPECT_EQ(7, b[2]);
-  storeOnes(b, 1);
-  EXPECT_EQ(0xFFFF, b[0]);
-  EXPECT_EQ(0, b[1]);
-}
-
 }  // namespace
 }  // namespace kvrs
