@@ -132,8 +132,10 @@ template <class D, class Op, class... S>
     Element<D>::store(second, d, dst + N);
     Element<D>::store(third, d, dst + (end - N));
   } else {
-    forBlocks<N>(firstAligned<N>(dst), end,
-                 [&](ptrdiff_t i) { Element<D>::store(block<N, D>(op, i, src...), d, dst + i); });
+    forBlocks<N>(
+        firstAligned<N>(dst), end, [&](ptrdiff_t i) __attribute__((always_inline)) {
+          Element<D>::store(block<N, D>(op, i, src...), d, dst + i);
+        });
     Element<D>::store(first, d, dst);
   }
   Element<D>::store(last, d, dst + end);
