@@ -80,7 +80,11 @@ KVRS_INLINE V shiftRightEven(Dt d, V v, V sticky, int k) {
     const V limit = hn::Sub(hn::Set(d, static_cast<T>(uint64_t{1} << (k - 1))), hn::And(up, one));
     if constexpr (sizeof(T) <= 4) {
       const auto above = hn::Gt(hn::BitCast(di, rest), hn::BitCast(di, limit));
-      return hn::Sub(floor, hn::BitCast(d, hn::VecFromMask(di, above)));
+      if constexpr (kMaskRegisters) {
+        return hn::IfThenElse(hn::RebindMask(d, above), hn::Add(floor, one), floor);
+      } else {
+        return hn::Sub(floor, hn::BitCast(d, hn::VecFromMask(di, above)));
+      }
     } else {
       // 64-bit lanes cannot be compared in all modules; both numbers are small enough for their difference.
       const hn::RebindToUnsigned<Dt> du;

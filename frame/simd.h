@@ -34,6 +34,9 @@ inline constexpr bool kBlends = HWY_TARGET <= HWY_SSE4;
 // Whether there is a widening multiply of signed 32-bit lanes (all but s8).
 inline constexpr bool kSignedMulEven = HWY_TARGET <= HWY_SSE4;
 
+// Whether comparisons give masks in registers of their own, which arithmetic takes for free (v4).
+inline constexpr bool kMaskRegisters = HWY_TARGET <= HWY_AVX3;
+
 // General vector registers: what a kernel may keep live without spilling.
 inline constexpr int kVectorRegisters = HWY_TARGET <= HWY_AVX3 ? 32 : HWY_ARCH_X86_64 ? 16 : 8;
 
