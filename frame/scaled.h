@@ -51,8 +51,8 @@ struct Interleaved {
 
 // EvenOdd<V> (frame/widen.h): lanes of twice the width, r of the lanes 2i and of the lanes 2i+1.
 
-// (v + 2^(k-1) - 1 + x) >> k, where x is 1 if floor(v / 2^k) is odd or the lowest bit of `sticky` is set. That is
-// v / 2^k rounded to even, of a number v whose lost bits below the lowest are gathered in `sticky`. k is at
+// (v + 2^(k-1) - 1 + x) >> k, where x is 1 if floor(v / 2^k) is odd or the lowest bit of `sticky` is set. That
+// means v / 2^k rounded to even, of a number v whose lost bits below the lowest are gathered in `sticky`. k is at
 // least 1; at most w in unsigned lanes of w <= 16 bits, else w - 1. No intermediate overflows:
 //
 //  - u8, u16: where x is 0, v is lowered by 1 (a v of 0 stays, and gives 0 all the same); then halves round
@@ -195,8 +195,8 @@ KVRS_INLINE hn::Vec<Dt> rounded(Dt d, EvenOdd<V> r, int n) {
   const hn::DFromV<V> dw;
   return saturated(d, EvenOdd<V>{shiftRightEven(dw, r.even, n), shiftRightEven(dw, r.odd, n)});
 }
-// A sum or difference: floor(r / 2) rounded by one bit less, with the bit that it lacks for a sticky one; n is at
-// least 2. Nothing saturates.
+// A sum or difference: floor(r / 2) rounded by one bit less, with the bit that it lacks for a sticky one; n is
+// 2 or more. Nothing saturates.
 template <class Dt, class V>
 KVRS_INLINE V rounded(Dt d, Halves<V> r, int n) {
   return shiftRightEven(d, r.half, r.rest, n - 1);

@@ -41,15 +41,21 @@ KVRS_INLINE hn::Vec<D32> mulAddNeighbours(D32 d, V16 a, V16 b) {
   return hn::ReorderWidenMulAccumulate(d, a, b, hn::Zero(d), unused);
 }
 
-// a * b of 16-bit lanes in 32 bits: of a lane that is extended by its sign and one that is extended by zeros,
-// the low halves are multiplied and the high ones contribute nothing.
+// a * b of 16-bit lanes in 32 bits: within one block of 16 bytes from both halves of the products, else of a
+// lane that is extended by its sign and one that is extended by zeros, where the high halves contribute nothing.
 template <class D32, class V16>
 KVRS_INLINE hn::Vec<D32> mulWiden(D32 d, V16 a, V16 b) {
-  const hn::RebindToUnsigned<D32> du;
-  const hn::RebindToUnsigned<hn::DFromV<V16>> du16;
-  const hn::Repartition<int16_t, D32> d16;
-  const auto byZeros = hn::PromoteTo(du, hn::BitCast(du16, b));
-  return mulAddNeighbours(d, hn::BitCast(d16, hn::PromoteTo(d, a)), hn::BitCast(d16, byZeros));
+  if constexpr (hn::MaxLanes(D32()) == 4) {
+    const Lanes<int16_t, 8> whole;
+    return hn::BitCast(d,
+                       hn::InterleaveLower(whole, resized<8>(hn::Mul(a, b)), resized<8>(hn::MulHigh(a, b))));
+  } else {
+    const hn::RebindToUnsigned<D32> du;
+    const hn::RebindToUnsigned<hn::DFromV<V16>> du16;
+    const hn::Repartition<int16_t, D32> d16;
+    const auto byZeros = hn::PromoteTo(du, hn::BitCast(du16, b));
+    return mulAddNeighbours(d, hn::BitCast(d16, hn::PromoteTo(d, a)), hn::BitCast(d16, byZeros));
+  }
 }
 
 // All exact products of 32-bit lanes: lane i of `even` holds a[2i] * b[2i], of `odd` a[2i+1] * b[2i+1].
