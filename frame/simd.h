@@ -31,6 +31,10 @@ inline constexpr bool kFusedMulAdd = HWY_TARGET <= HWY_AVX2;
 // Whether lanes of two vectors are merged in one operation: not in s8, which has no blend.
 inline constexpr bool kBlends = HWY_TARGET <= HWY_SSE4;
 
+// Whether the processor converts between single and half precision, and between double and 64-bit integers.
+inline constexpr bool kHalfConversions = HWY_TARGET <= HWY_AVX2;
+inline constexpr bool kInt64Conversions = HWY_TARGET <= HWY_AVX3;
+
 // General vector registers: what a kernel may keep live without spilling.
 inline constexpr int kVectorRegisters = HWY_TARGET <= HWY_AVX3 ? 32 : HWY_ARCH_X86_64 ? 16 : 8;
 
