@@ -32,8 +32,10 @@ KVRS_INLINE void shortMapToTwo(const Op& op, D* dst1, D* dst2, ptrdiff_t len, co
 // As mapElements; `op` returns a Complex, whose `re` goes to dst1 and whose `im` goes to dst2. A source may be
 // one of the destinations.
 template <class D, class Op, class... S>
-[[gnu::noinline]] KvrStatus mapToTwo(Op op, D* dst1, D* dst2, ptrdiff_t len, const S*... src) {
+[[gnu::noinline]] KvrStatus mapToTwo(Op op, D* dst1, D* dst2, size_t count, const S*... src) {
   using namespace loop_detail;
+  if (!fitsAddress(count, widest(sizeof(D), sizeof(S)...))) return kvrStatusBadLength;
+  const ptrdiff_t len = static_cast<ptrdiff_t>(count);
   constexpr ptrdiff_t N = kBlock<D, S...>;
   if (len <= 2 * N) {
     shortMapToTwo<N>(op, dst1, dst2, len, src...);
@@ -42,16 +44,8 @@ template <class D, class Op, class... S>
   const ptrdiff_t end = len - N;
   const auto first = block<N, D>(op, 0, src...);
   const auto last = block<N, D>(op, end, src...);
-  ptrdiff_t i = firstAligned<N>(dst1);
-  const auto put = [&](ptrdiff_t at) __attribute__((always_inline)) {
-    storeTwo<N>(block<N, D>(op, at, src...), dst1 + at, dst2 + at);
-  };
-  for (const ptrdiff_t lastTurn = end - N; i < lastTurn; i += 2 * N) {
-    keepIndex(i);
-    put(i);
-    put(i + N);
-  }
-  for (; i < end; i += N) put(i);
+  forBlocks<N>(firstAligned<N>(dst1), end,
+               [&](ptrdiff_t i) { storeTwo<N>(block<N, D>(op, i, src...), dst1 + i, dst2 + i); });
   storeTwo<N>(first, dst1, dst2);
   storeTwo<N>(last, dst1 + end, dst2 + end);
   return kvrStatusOk;

@@ -159,7 +159,7 @@ void joinTwo(const Kvr32f* const* src, size_t chanLen, Kvr16s* dst) {
 
 template <class Op>
 void splitTwo(const Kvr16s* src, Kvr32f* const* dst, size_t chanLen) {
-  mapToTwo(SplitWords<Op>(), dst[0], dst[1], static_cast<ptrdiff_t>(chanLen), asPairs<Kvr16s>(src));
+  mapToTwo(SplitWords<Op>(), dst[0], dst[1], chanLen, asPairs<Kvr16s>(src));
 }
 
 // Two channels of 24 bits: through a tile of 32-bit numbers that stays in the nearest cache.
@@ -201,7 +201,7 @@ void splitTwo(const Packed24s* src, Kvr32f* const* dst, size_t chanLen) {
   alignas(64) Kvr32fc tile[kTileFrames];
   forTiles(chanLen, [&](size_t i, size_t frames) {
     mapElements(SplitOne<Op>(), &tile->re, 2 * frames, src + 2 * i);
-    mapToTwo(Deinterleave(), dst[0] + i, dst[1] + i, static_cast<ptrdiff_t>(frames), tile);
+    mapToTwo(Deinterleave(), dst[0] + i, dst[1] + i, frames, tile);
   });
 }
 
@@ -287,19 +287,22 @@ void splitMany(const Sample* src, Kvr32f* const* dst, size_t channels, size_t ch
   forFrames(channels, chanLen, block, single);
 }
 
-// The checks have an order of their own: the interleaved array, the counts, then the pointers to channels.
+// The checks have an order of their own: the interleaved array, the counts, then the pointers to channels. Last
+// comes what no valid call can meet, an interleaved array that does not fit into the address space.
+template <class Sample>
 KvrStatus checkChannels(const void* interleaved, int nChannels, int chanLen, const void* const* channels) {
   KVRS_CHECK(pointers(interleaved), length(nChannels), length(chanLen), pointers(channels));
   for (int c = 0; c < nChannels; ++c) {
     if (channels[c] == nullptr) return kvrStatusNullPointer;
   }
-  return kvrStatusOk;
+  const uint64_t samples = static_cast<uint64_t>(nChannels) * static_cast<uint64_t>(chanLen);
+  return check::require(samples <= SIZE_MAX / sizeof(Sample), kvrStatusBadLength);
 }
 
 template <class Op>
 KvrStatus join(const Kvr32f* const* src, int nChannels, int chanLen, void* interleaved) {
-  const KvrStatus bad =
-      checkChannels(interleaved, nChannels, chanLen, reinterpret_cast<const void* const*>(src));
+  const KvrStatus bad = checkChannels<typename Op::Sample>(interleaved, nChannels, chanLen,
+                                                           reinterpret_cast<const void* const*>(src));
   if (bad != kvrStatusOk) return bad;
   const VectorRoundingScope rounding(Rounding::nearest);
   auto* dst = static_cast<typename Op::Sample*>(interleaved);
@@ -315,8 +318,8 @@ KvrStatus join(const Kvr32f* const* src, int nChannels, int chanLen, void* inter
 
 template <class Op>
 KvrStatus split(const void* interleaved, Kvr32f* const* dst, int nChannels, int chanLen) {
-  const KvrStatus bad =
-      checkChannels(interleaved, nChannels, chanLen, reinterpret_cast<const void* const*>(dst));
+  const KvrStatus bad = checkChannels<typename Op::Sample>(interleaved, nChannels, chanLen,
+                                                           reinterpret_cast<const void* const*>(dst));
   if (bad != kvrStatusOk) return bad;
   const auto* src = static_cast<const typename Op::Sample*>(interleaved);
   const size_t channels = static_cast<size_t>(nChannels), frames = static_cast<size_t>(chanLen);

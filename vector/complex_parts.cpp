@@ -6,6 +6,7 @@
 
 #include "frame/check.h"
 #include "frame/loop.h"
+#include "frame/loop_reversed.h"
 #include "frame/loop_two.h"
 
 namespace kvrs {
@@ -71,40 +72,30 @@ struct Conjugate {
   }
 };
 
-// Pairs in reverse order.
-template <class D, class V = hn::Vec<D>>
-KVRS_INLINE V reversePairs(D d, V pairs) {
-  using T = hn::TFromD<D>;
-  if constexpr (hn::MaxLanes(D()) == 2) {
-    return pairs;
-  } else if constexpr (sizeof(T) == 8) {
-    return hn::ReverseBlocks(d, pairs);
-  } else {
-    using Word = std::conditional_t<sizeof(T) == 2, uint32_t, uint64_t>;
-    const hn::Repartition<Word, D> dw;
-    return hn::BitCast(d, hn::Reverse(dw, hn::BitCast(dw, pairs)));
+// The same on the words that a reversed array is moved in, a complex number each.
+template <class T>
+struct ConjugateWords {
+  template <class D, class V>
+  KVRS_INLINE V operator()(D d, V words) const {
+    const hn::Repartition<T, D> parts;
+    return hn::BitCast(d, conjugate(parts, hn::BitCast(parts, words)));
   }
-}
+};
 
-// Blocks of N pairs from both ends of the array on, the last one over its neighbour.
-template <size_t N, class T>
-KVRS_INLINE void conjugateFlipped(const Pair<T>* src, Pair<T>* dst, ptrdiff_t len) {
-  if (len < ptrdiff_t{N}) {
-    if constexpr (N > 1) conjugateFlipped<N / 2>(src, dst, len);
-    return;
-  }
-  using Pairs = Element<Pair<T>>;
-  const ElementLanes<Pair<T>, N> d;
-  const auto move = [&](ptrdiff_t i) __attribute__((always_inline)) {
-    Pairs::store(conjugate(d, reversePairs(d, Pairs::load(d, src + (len - N - i)))), d, dst + i);
-  };
-  const ptrdiff_t last = len - N;
-  for (ptrdiff_t i = 0; i < last; i += N) {
-    loop_detail::keepIndex(i);
-    move(i);
-  }
-  move(last);
-}
+template <class C>
+struct WordOf;
+template <>
+struct WordOf<Kvr16sc> {
+  using Type = Kvr32u;
+};
+template <>
+struct WordOf<Kvr32fc> {
+  using Type = Kvr64u;
+};
+template <>
+struct WordOf<Kvr64fc> {
+  using Type = Pair<Kvr64u>;
+};
 
 template <class Op, class T, class C>
 KvrStatus part(const C* src, T* dst, int len) {
@@ -115,7 +106,7 @@ KvrStatus part(const C* src, T* dst, int len) {
 template <class T, class C>
 KvrStatus split(const C* src, T* dstRe, T* dstIm, int len) {
   KVRS_CHECK(pointers(src, dstRe, dstIm), length(len));
-  return mapToTwo(BothParts(), dstRe, dstIm, len, src);
+  return mapToTwo(BothParts(), dstRe, dstIm, static_cast<size_t>(len), src);
 }
 
 template <class T, class C>
@@ -137,9 +128,9 @@ KvrStatus conj(const C* src, C* dst, int len) {
 template <class C>
 KvrStatus conjFlip(const C* src, C* dst, int len) {
   KVRS_CHECK(pointers(src, dst), length(len));
-  using T = LaneOf<C>;
-  conjugateFlipped<loop_detail::kBlock<Pair<T>>>(asPairs<T>(src), asPairs<T>(dst), len);
-  return kvrStatusOk;
+  using Word = typename WordOf<C>::Type;
+  return mapReversed<ConjugateWords<LaneOf<C>>>(reinterpret_cast<const Word*>(src),
+                                                reinterpret_cast<Word*>(dst), static_cast<size_t>(len));
 }
 
 }  // namespace

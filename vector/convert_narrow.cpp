@@ -1,7 +1,6 @@
 // Integers to integers: widening, saturation, and scaling by shifts.
 // SPDX-License-Identifier: MIT
 #include <algorithm>
-#include <cstring>
 #include <limits>
 #include <type_traits>
 
@@ -9,6 +8,7 @@
 #include "frame/loop.h"
 #include "frame/packed24.h"
 #include "kvrs/convert.h"
+#include "kvrs/fill.h"
 
 namespace kvrs {
 namespace {
@@ -270,8 +270,7 @@ KvrStatus kvrsConvert_64s32s_Sfs(const Kvr64s* src, Kvr32s* dst, int len, KvrRou
   if (scaleFactor == 0) return narrow64(Saturate64(), src, dst, len);
   if (scaleFactor < 0) return narrow64(ShiftLeft64{{-std::max(scaleFactor, -31)}}, src, dst, len);
   if (scaleFactor > 63) {
-    memset(dst, 0, static_cast<size_t>(len) * sizeof *dst);
-    return kvrStatusOk;
+    return kvrsZero_32s(dst, len);
   }
   switch (rndMode) {
     case kvrRoundZero:

@@ -182,6 +182,7 @@ KvrStatus toInt64(const Kvr64f* src, D* dst, int len, KvrRoundMode rndMode, int 
       vectorsToInt64<kvrRoundNear>(src, dst, len, step, rest);
     }
   } else {
+    if (!loop_detail::fitsAddress(static_cast<size_t>(len), sizeof *src)) return kvrStatusBadLength;
     const bool cuts = rndMode == kvrRoundFinancial || rndMode == kvrRoundZero;
     const ExtendedRoundingScope rounding(cuts ? Rounding::zero : Rounding::nearest);
     const long double scale = static_cast<long double>(scaleOf<Kvr64f>(step)) * scaleOf<Kvr64f>(rest);
