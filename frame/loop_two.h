@@ -44,9 +44,17 @@ template <class D, class Op, class... S>
   const ptrdiff_t end = len - N;
   const auto first = block<N, D>(op, 0, src...);
   const auto last = block<N, D>(op, end, src...);
-  forBlocks<N>(firstAligned<N>(dst1), end,
-               [&](ptrdiff_t i) { storeTwo<N>(block<N, D>(op, i, src...), dst1 + i, dst2 + i); });
-  storeTwo<N>(first, dst1, dst2);
+  if (len <= 4 * N) {
+    const auto second = block<N, D>(op, N, src...);
+    const auto third = block<N, D>(op, end - N, src...);
+    storeTwo<N>(first, dst1, dst2);
+    storeTwo<N>(second, dst1 + N, dst2 + N);
+    storeTwo<N>(third, dst1 + (end - N), dst2 + (end - N));
+  } else {
+    forBlocks<N>(firstAligned<N>(dst1), end,
+                 [&](ptrdiff_t i) { storeTwo<N>(block<N, D>(op, i, src...), dst1 + i, dst2 + i); });
+    storeTwo<N>(first, dst1, dst2);
+  }
   storeTwo<N>(last, dst1 + end, dst2 + end);
   return kvrStatusOk;
 }

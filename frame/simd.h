@@ -35,6 +35,9 @@ inline constexpr bool kBlends = HWY_TARGET <= HWY_SSE4;
 inline constexpr bool kHalfConversions = HWY_TARGET <= HWY_AVX2;
 inline constexpr bool kInt64Conversions = HWY_TARGET <= HWY_AVX3;
 
+// Whether hn::Shr on lanes of 32 bits is one instruction.
+inline constexpr bool kShiftsByLane = HWY_TARGET <= HWY_AVX3;
+
 // General vector registers: what a kernel may keep live without spilling.
 inline constexpr int kVectorRegisters = HWY_TARGET <= HWY_AVX3 ? 32 : HWY_ARCH_X86_64 ? 16 : 8;
 

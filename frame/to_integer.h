@@ -117,6 +117,9 @@ KVRS_INLINE hn::Vec<Dt> toInteger(Dt dt, V v, hn::TFromD<Dt> lowest, hn::TFromD<
     const auto converted = convert(di, bound(df, v, static_cast<F>(lowest), static_cast<F>(highest)));
     if constexpr (sizeof(T) == 4) {
       return converted;
+    } else if constexpr (sizeof(T) == 1 && sizeof(converted.raw) == 64) {
+      return {_mm512_cvtepi32_epi8(
+          converted.raw)};  // one instruction instead of four, as nothing is out of range
     } else {
       return hn::DemoteTo(dt, converted);
     }

@@ -173,13 +173,15 @@ KvrStatus toInt64(const Kvr64f* src, D* dst, int len, KvrRoundMode rndMode, int 
   const int step = limitedTo(kMostStep, scaleFactor);
   const int rest = limitedTo(kMostStep, scaleFactor - step);
   if constexpr (kInt64Conversions) {
-    const VectorRoundingScope rounding(Rounding::nearest);
-    if (rndMode == kvrRoundFinancial) {
-      vectorsToInt64<kvrRoundFinancial>(src, dst, len, step, rest);
-    } else if (rndMode == kvrRoundZero) {
+    if (rndMode == kvrRoundZero) {
       vectorsToInt64<kvrRoundZero>(src, dst, len, step, rest);
     } else {
-      vectorsToInt64<kvrRoundNear>(src, dst, len, step, rest);
+      const VectorRoundingScope rounding(Rounding::nearest);
+      if (rndMode == kvrRoundFinancial) {
+        vectorsToInt64<kvrRoundFinancial>(src, dst, len, step, rest);
+      } else {
+        vectorsToInt64<kvrRoundNear>(src, dst, len, step, rest);
+      }
     }
   } else {
     if (!loop_detail::fitsAddress(static_cast<size_t>(len), sizeof *src)) return kvrStatusBadLength;
