@@ -66,8 +66,18 @@ struct Unscaled16 {
   using Sample = Kvr16s;
   template <class Df, class V>
   KVRS_INLINE hn::Vec<Df> operator()(Df df, V x) const {
-    const auto scaled = hn::Mul(hn::ConvertTo(df, x), hn::Set(df, 0x1.0001p-15f));  // 3.0518044e-05
-    return hn::Add(scaled, hn::Set(df, 0x1.0001p-16f));                             // 1.5259022e-05
+    return scale(df, x, 0x1.0001p-15f);
+  }
+  // The same of samples in the upper halves of their lanes, 2^16 times as large: products are the same.
+  template <class Df, class V>
+  static KVRS_INLINE hn::Vec<Df> ofUpperHalves(Df df, V x) {
+    return scale(df, x, 0x1.0001p-31f);
+  }
+
+ private:
+  template <class Df, class V>
+  static KVRS_INLINE hn::Vec<Df> scale(Df df, V x, Kvr32f factor) {  // 3.0518044e-05, 1.5259022e-05
+    return hn::Add(hn::Mul(hn::ConvertTo(df, x), hn::Set(df, factor)), hn::Set(df, 0x1.0001p-16f));
   }
 };
 
@@ -263,6 +273,35 @@ template <class Op, class Sample>
     }
   };
   forFrames(channels, chanLen, block, single);
+}
+
+// Four samples of four frames each, by channel.
+template <class Op>
+KVRS_INLINE void loadQuads(const Packed24s* src, size_t channels, hn::Vec<Quad> (&channel)[4]) {
+  for (size_t k = 0; k < 4; ++k) channel[k] = Op()(Quad(), loadSamples(QuadInt(), src + k * channels));
+  transpose(Quad(), channel);
+}
+
+// 16-bit samples are transposed while they are narrow.
+template <class Op>
+KVRS_INLINE void loadQuads(const Kvr16s* src, size_t channels, hn::Vec<Quad> (&channel)[4]) {
+  const Lanes<Kvr16s, 8> d;
+  const Lanes<Kvr16s, 4> half;
+  const auto frame = [=](size_t k) __attribute__((always_inline)) {
+    return hn::ZeroExtendVector(d, hn::LoadU(half, src + k * channels));
+  };
+  const auto frames02 = hn::InterleaveLower(d, frame(0), frame(2));  // a0 a2 b0 b2 c0 c2 d0 d2
+  const auto frames13 = hn::InterleaveLower(d, frame(1), frame(3));
+  const auto ab = hn::InterleaveLower(d, frames02, frames13);  // a0 a1 a2 a3 b0 b1 b2 b3
+  const auto cd = hn::InterleaveUpper(d, frames02, frames13);
+  const auto zero = hn::Zero(d);
+  const auto convert = [](auto samples) __attribute__((always_inline)) {
+    return Op::ofUpperHalves(Quad(), hn::BitCast(QuadInt(), samples));
+  };
+  channel[0] = convert(hn::InterleaveLower(d, zero, ab));
+  channel[1] = convert(hn::InterleaveUpper(d, zero, ab));
+  channel[2] = convert(hn::InterleaveLower(d, zero, cd));
+  channel[3] = convert(hn::InterleaveUpper(d, zero, cd));
 }
 
 template <class Op, class Sample>

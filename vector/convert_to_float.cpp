@@ -103,6 +103,13 @@ KvrStatus kvrsConvert_32s64f(const Kvr32s* src, Kvr64f* dst, int len) noexcept {
   return convert(src, dst, len);
 }
 KvrStatus kvrsConvert_64s64f(const Kvr64s* src, Kvr64f* dst, int len) noexcept {
+  if constexpr (sizeof(void*) == 4) {
+    // In 32 bits the x87 unit converts in two instructions what takes the vector unit six.
+    KVRS_CHECK(pointers(src, dst), length(len),
+               require(loop_detail::fitsAddress(static_cast<size_t>(len), sizeof *src), kvrStatusBadLength));
+    for (int i = 0; i < len; ++i) dst[i] = static_cast<Kvr64f>(src[i]);
+    return kvrStatusOk;
+  }
   return convert(src, dst, len);
 }
 KvrStatus kvrsConvert_32f64f(const Kvr32f* src, Kvr64f* dst, int len) noexcept {
