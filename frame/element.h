@@ -5,6 +5,7 @@
 #ifndef KVRS_FRAME_ELEMENT_H
 #define KVRS_FRAME_ELEMENT_H
 
+#include "frame/interleave.h"
 #include "frame/simd.h"
 
 namespace kvrs {
@@ -51,7 +52,7 @@ struct ComplexElement {
   }
   template <class Dt>
   static KVRS_INLINE void store(Complex<hn::Vec<Dt>> v, Dt d, T* p) {
-    hn::StoreInterleaved2(v.re, v.im, d, &p->re);
+    storeInterleaved(v.re, v.im, d, &p->re);
   }
 };
 

@@ -37,6 +37,13 @@ inline constexpr bool kSignedMulEven = HWY_TARGET <= HWY_SSE4;
 // Whether comparisons give masks in registers of their own, which arithmetic takes for free (v4).
 inline constexpr bool kMaskRegisters = HWY_TARGET <= HWY_AVX3;
 
+// Whether the processor converts between single and half precision, and between double and 64-bit integers.
+inline constexpr bool kHalfConversions = HWY_TARGET <= HWY_AVX2;
+inline constexpr bool kInt64Conversions = HWY_TARGET <= HWY_AVX3;
+
+// Whether hn::Shr on lanes of 32 bits is one instruction.
+inline constexpr bool kShiftsByLane = HWY_TARGET <= HWY_AVX3;
+
 // General vector registers: what a kernel may keep live without spilling.
 inline constexpr int kVectorRegisters = HWY_TARGET <= HWY_AVX3 ? 32 : HWY_ARCH_X86_64 ? 16 : 8;
 

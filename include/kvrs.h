@@ -27,6 +27,9 @@
 
 #include "kvrs/arith_float.h"
 #include "kvrs/arith_scaled.h"
+#include "kvrs/channels.h"
+#include "kvrs/complex_parts.h"
+#include "kvrs/convert.h"
 #include "kvrs/fill.h"
 #include "kvrs/logic.h"
 #include "kvrs/reorder.h"

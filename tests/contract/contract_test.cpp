@@ -37,11 +37,16 @@ bool matchesAny(const char* const (&patterns)[n], const char* name) {
   return false;
 }
 
-bool isOptional(const Function& f, const Parameter& p) {
-  for (const OptionalPointer& row : kOptionalPointers) {
-    if (strcmp(row.parameter, p.name) == 0 && matches(row.functions, f.name)) return true;
+template <size_t n>
+bool isAmong(const OptionalPointer (&rows)[n], const Function& f, const Parameter& p) {
+  for (const OptionalPointer& row : rows) {
+    if (matches(row.parameter, p.name) && matches(row.functions, f.name)) return true;
   }
   return false;
+}
+
+bool isOptional(const Function& f, const Parameter& p) {
+  return isAmong(kOptionalPointers, f, p);
 }
 
 // Memory and values for calls of one function.
@@ -220,8 +225,10 @@ TEST(Contract, Values) {
       call.expect(row.status, what, [&](Call& c) { c[at].number = row.value; });
       for (int i = 0; i < f.parameterCount; ++i) {
         if (!f.parameters[i].isPointer() || isOptional(f, f.parameters[i])) continue;
-        call.expect(row.rank == Rank::beforePointers ? row.status : kvrStatusNullPointer,
-                    what + ", " + f.parameters[i].name + " null", [&](Call& c) {
+        const bool first = row.rank == Rank::beforePointers ||
+                           (row.rank == Rank::afterPointers && isAmong(kLatePointers, f, f.parameters[i]));
+        call.expect(first ? row.status : kvrStatusNullPointer, what + ", " + f.parameters[i].name + " null",
+                    [&](Call& c) {
                       c[at].number = row.value;
                       c[i].pointer = nullptr;
                     });

@@ -8,7 +8,7 @@
 
 namespace kvrs::test {
 
-// A pointer that may be null.
+// A pointer that may be null. Both are regular expressions.
 struct OptionalPointer {
   const char* functions;
   const char* parameter;
@@ -17,6 +17,13 @@ inline constexpr OptionalPointer kOptionalPointers[] = {
     {"kvrs(FFT|DFT)(Fwd|Inv).*", "buffer"},
     {"kvrsFFTInit_.*", "initBuf"},  // orders below 11 do not look at it
     {"kvrsFIR(Init|SetDlyLine).*", "dlyLine"},
+    {"kvrsRealToCplx_.*", "src(Re|Im)"},  // not both
+};
+
+// A pointer that is tested after the values of Rank::afterPointers.
+inline constexpr OptionalPointer kLatePointers[] = {
+    {"kvrsJoin(Scaled)?_.*_D2L", "src"},
+    {"kvrsSplitScaled_.*_D2L", "dst"},
 };
 
 // The length is tested before the pointers.
@@ -80,6 +87,12 @@ inline constexpr BadValue kBadValues[] = {
      Rank::afterPointers},
     {"kvrsFIR(GetStateSize|Init|InitAlloc)_?(32f|32fc|64f|64fc).*", "tapsLen", -5, kvrStatusBadTapsLength,
      Rank::afterPointers},
+    {"kvrsConvert_(32f16f|16s16f|16f16s_Sfs)", "rndMode", kvrRoundFinancial, kvrStatusBadRoundMode,
+     Rank::afterLength},
+    {"kvrs(Join|Split).*_D2L", "nChannels", 0, kvrStatusBadLength, Rank::afterPointers},
+    {"kvrs(Join|Split).*_D2L", "nChannels", -2147483648.0, kvrStatusBadLength, Rank::afterPointers},
+    {"kvrs(Join|Split).*_D2L", "chanLen", 0, kvrStatusBadLength, Rank::afterPointers},
+    {"kvrs(Join|Split).*_D2L", "chanLen", -1, kvrStatusBadLength, Rank::afterPointers},
 };
 
 }  // namespace kvrs::test

@@ -1,0 +1,60 @@
+// Two vectors to memory, their lanes in turn.
+// SPDX-License-Identifier: MIT
+#ifndef KVRS_FRAME_INTERLEAVE_H
+#define KVRS_FRAME_INTERLEAVE_H
+
+#include <cstdint>
+
+#include "frame/simd.h"
+
+namespace kvrs {
+
+// The lower or upper halves of two vectors of 64 bytes in turn, kGroup lanes by kGroup lanes. One instruction,
+// where hn::StoreInterleaved2 takes three: it interleaves within blocks of 16 bytes and then sorts the blocks.
+template <bool upper, int kGroup, class D, class V = hn::Vec<D>>
+KVRS_INLINE V zip(D d, V a, V b) {
+  constexpr int N = static_cast<int>(hn::MaxLanes(D()));
+  using Lane = hwy::MakeSigned<hn::TFromD<D>>;
+  struct Order {
+    alignas(64) Lane from[N];
+    constexpr Order() : from() {
+      for (int i = 0; i < N; ++i) {
+        const int group = i / kGroup, source = group % 2 ? N : 0;
+        from[i] = static_cast<Lane>(source + (upper ? N / 2 : 0) + group / 2 * kGroup + i % kGroup);
+      }
+    }
+  };
+  static constexpr Order kOrder;
+  const hn::RebindToSigned<D> di;
+  const auto from = hn::Load(di, kOrder.from);
+  const auto bitsA = hn::BitCast(di, a), bitsB = hn::BitCast(di, b);
+  using Vi = hn::Vec<decltype(di)>;
+  if constexpr (sizeof(Lane) == 4) {
+    return hn::BitCast(d, Vi{_mm512_permutex2var_epi32(bitsA.raw, from.raw, bitsB.raw)});
+  } else {
+    return hn::BitCast(d, Vi{_mm512_permutex2var_epi64(bitsA.raw, from.raw, bitsB.raw)});
+  }
+}
+
+// p[2 * i] = a[i], p[2 * i + 1] = b[i]
+template <class D, class V = hn::Vec<D>, class T = hn::TFromD<D>>
+KVRS_INLINE void storeInterleaved(V a, V b, D d, T* p) {
+  constexpr size_t N = hn::MaxLanes(D());
+  if constexpr (N * sizeof(T) == 64 && sizeof(T) >= 4) {
+    hn::StoreU(zip<false, 1>(d, a, b), d, p);
+    hn::StoreU(zip<true, 1>(d, a, b), d, p + N);
+  } else if constexpr (N * sizeof(T) == 64) {
+    // No such instruction for narrow lanes: what is interleaved within blocks is put in order as words.
+    const hn::Repartition<uint64_t, D> words;
+    const auto low = hn::BitCast(words, hn::InterleaveLower(d, a, b));
+    const auto high = hn::BitCast(words, hn::InterleaveUpper(d, a, b));
+    hn::StoreU(hn::BitCast(d, zip<false, 2>(words, low, high)), d, p);
+    hn::StoreU(hn::BitCast(d, zip<true, 2>(words, low, high)), d, p + N);
+  } else {
+    hn::StoreInterleaved2(a, b, d, p);
+  }
+}
+
+}  // namespace kvrs
+
+#endif

@@ -1,0 +1,139 @@
+// Integers and floats to floats.
+// SPDX-License-Identifier: MIT
+#include <bit>
+
+#include "frame/check.h"
+#include "frame/loop.h"
+#include "frame/packed24.h"
+#include "kvrs/convert.h"
+
+namespace kvrs {
+namespace {
+
+// A vector as floats of Dt's lanes. What is not exact is rounded in the current mode.
+template <class Dt, class V>
+KVRS_INLINE hn::Vec<Dt> asFloat(Dt dt, V v) {
+  using F = hn::TFromD<Dt>;
+  using S = hn::TFromV<V>;
+  const hn::Rebind<int32_t, Dt> di;
+  if constexpr (sizeof(S) < 4) {
+    return asFloat(dt, hn::PromoteTo(di, v));
+  } else if constexpr (sizeof(S) == sizeof(F)) {
+    const hn::Vec<Dt> converted = hn::ConvertTo(dt, v);
+    // Made of two halves, a 0 has the sign of their sum: -0 where the processor rounds down.
+    if constexpr (sizeof(S) == 8 && !kInt64Conversions) return hn::CopySign(converted, hn::BitCast(dt, v));
+    return converted;
+  } else if constexpr (sizeof(S) < sizeof(F)) {
+    return hn::PromoteTo(dt, v);
+  } else {
+    return hn::DemoteTo(dt, v);
+  }
+}
+
+struct ToFloat {
+  template <class Dt, class V>
+  KVRS_INLINE hn::Vec<Dt> operator()(Dt dt, V v) const {
+    return asFloat(dt, v);
+  }
+};
+
+template <class F>
+struct ToScaledFloat {
+  F scale;
+  template <class Dt, class V>
+  KVRS_INLINE hn::Vec<Dt> operator()(Dt dt, V v) const {
+    return hn::Mul(asFloat(dt, v), hn::Set(dt, scale));
+  }
+};
+
+template <class D, class S>
+KvrStatus convert(const S* src, D* dst, int len) {
+  KVRS_CHECK(pointers(src, dst), length(len));
+  return mapElements(ToFloat(), dst, static_cast<size_t>(len), src);
+}
+
+template <class P>
+KvrStatus convertPacked(const Kvr8u* src, Kvr32f* dst, int len) {
+  KVRS_CHECK(pointers(src, dst), length(len));
+  return mapElements(ToFloat(), dst, static_cast<size_t>(len), asPacked<P>(src));
+}
+
+constexpr int limited(int lowest, int count, int highest) {
+  return count < lowest ? lowest : count > highest ? highest : count;
+}
+
+// 2^(-scaleFactor), within limits that keep it a normal number.
+Kvr32f scaleOf(int scaleFactor, Kvr32f) {
+  const uint32_t field = static_cast<uint32_t>(127 - limited(-96, scaleFactor, 126));
+  return std::bit_cast<Kvr32f>(field << 23);
+}
+Kvr64f scaleOf(int scaleFactor, Kvr64f) {
+  const uint64_t field = static_cast<uint64_t>(1023 - limited(-1008, scaleFactor, 1022));
+  return std::bit_cast<Kvr64f>(field << 52);
+}
+
+template <class D, class S>
+KvrStatus convertScaled(const S* src, D* dst, int len, int scaleFactor) {
+  KVRS_CHECK(pointers(src, dst), length(len));
+  if (scaleFactor == 0) return mapElements(ToFloat(), dst, static_cast<size_t>(len), src);
+  return mapElements(ToScaledFloat<D>{scaleOf(scaleFactor, D{})}, dst, static_cast<size_t>(len), src);
+}
+
+}  // namespace
+}  // namespace kvrs
+
+using namespace kvrs;
+
+KvrStatus kvrsConvert_8u32f(const Kvr8u* src, Kvr32f* dst, int len) noexcept {
+  return convert(src, dst, len);
+}
+KvrStatus kvrsConvert_8s32f(const Kvr8s* src, Kvr32f* dst, int len) noexcept {
+  return convert(src, dst, len);
+}
+KvrStatus kvrsConvert_16u32f(const Kvr16u* src, Kvr32f* dst, int len) noexcept {
+  return convert(src, dst, len);
+}
+KvrStatus kvrsConvert_16s32f(const Kvr16s* src, Kvr32f* dst, int len) noexcept {
+  return convert(src, dst, len);
+}
+KvrStatus kvrsConvert_32s32f(const Kvr32s* src, Kvr32f* dst, int len) noexcept {
+  return convert(src, dst, len);
+}
+KvrStatus kvrsConvert_32s64f(const Kvr32s* src, Kvr64f* dst, int len) noexcept {
+  return convert(src, dst, len);
+}
+KvrStatus kvrsConvert_64s64f(const Kvr64s* src, Kvr64f* dst, int len) noexcept {
+  if constexpr (sizeof(void*) == 4) {
+    // In 32 bits the x87 unit converts in two instructions what takes the vector unit six.
+    KVRS_CHECK(pointers(src, dst), length(len),
+               require(loop_detail::fitsAddress(static_cast<size_t>(len), sizeof *src), kvrStatusBadLength));
+    for (int i = 0; i < len; ++i) dst[i] = static_cast<Kvr64f>(src[i]);
+    return kvrStatusOk;
+  }
+  return convert(src, dst, len);
+}
+KvrStatus kvrsConvert_32f64f(const Kvr32f* src, Kvr64f* dst, int len) noexcept {
+  return convert(src, dst, len);
+}
+KvrStatus kvrsConvert_64f32f(const Kvr64f* src, Kvr32f* dst, int len) noexcept {
+  return convert(src, dst, len);
+}
+KvrStatus kvrsConvert_24s32f(const Kvr8u* src, Kvr32f* dst, int len) noexcept {
+  return convertPacked<Packed24s>(src, dst, len);
+}
+KvrStatus kvrsConvert_24u32f(const Kvr8u* src, Kvr32f* dst, int len) noexcept {
+  return convertPacked<Packed24u>(src, dst, len);
+}
+
+KvrStatus kvrsConvert_16s32f_Sfs(const Kvr16s* src, Kvr32f* dst, int len, int scaleFactor) noexcept {
+  return convertScaled(src, dst, len, scaleFactor);
+}
+KvrStatus kvrsConvert_32s32f_Sfs(const Kvr32s* src, Kvr32f* dst, int len, int scaleFactor) noexcept {
+  return convertScaled(src, dst, len, scaleFactor);
+}
+KvrStatus kvrsConvert_16s64f_Sfs(const Kvr16s* src, Kvr64f* dst, int len, int scaleFactor) noexcept {
+  return convertScaled(src, dst, len, scaleFactor);
+}
+KvrStatus kvrsConvert_32s64f_Sfs(const Kvr32s* src, Kvr64f* dst, int len, int scaleFactor) noexcept {
+  return convertScaled(src, dst, len, scaleFactor);
+}

@@ -1,0 +1,245 @@
+// Floats to integers: scaled by a power of two, rounded, saturated.
+// SPDX-License-Identifier: MIT
+#include <bit>
+#include <limits>
+#include <type_traits>
+
+#include "frame/check.h"
+#include "frame/loop.h"
+#include "frame/packed24.h"
+#include "frame/rounding.h"
+#include "frame/to_integer.h"
+#include "kvrs/convert.h"
+
+namespace kvrs {
+namespace {
+
+// The bounds of a destination, as numbers of its lanes.
+template <class D>
+struct Range {
+  static constexpr D lowest = std::numeric_limits<D>::lowest();
+  static constexpr D highest = std::numeric_limits<D>::max();
+};
+template <>
+struct Range<Packed24s> {
+  static constexpr int32_t lowest = Packed24s::kLowest, highest = Packed24s::kHighest;
+};
+template <>
+struct Range<Packed24u> {
+  static constexpr int32_t lowest = Packed24u::kLowest, highest = Packed24u::kHighest;
+};
+
+template <class F>
+struct FloatFormat;
+template <>
+struct FloatFormat<Kvr32f> {
+  using Bits = uint32_t;
+  static constexpr int kFractionBits = 23, kBias = 127;
+};
+template <>
+struct FloatFormat<Kvr64f> {
+  using Bits = uint64_t;
+  static constexpr int kFractionBits = 52, kBias = 1023;
+};
+
+// The float before 0.5. Adding 0.5 itself would take that float to 1; with this one added, everything below a
+// half stays below the next integer, and the sum of a half rounds up to it.
+template <class F>
+inline constexpr F kBelowHalf = std::bit_cast<F>(std::bit_cast<typename FloatFormat<F>::Bits>(F{0.5}) - 1);
+
+// 2^(-scaleFactor) from its exponent field: 0 where the field would be 0 or less, infinity where it would be
+// that of infinity or more.
+template <class F>
+F scaleOf(int scaleFactor) {
+  using Format = FloatFormat<F>;
+  constexpr int64_t kInfinity = 2 * Format::kBias + 1;
+  const int64_t field = int64_t{Format::kBias} - scaleFactor;
+  const int64_t limited = field < 0 ? 0 : field > kInfinity ? kInfinity : field;
+  return std::bit_cast<F>(static_cast<typename Format::Bits>(limited) << Format::kFractionBits);
+}
+
+// The same by halving or doubling 1 until it is 0 or infinity: subnormal scales are kept.
+template <class F>
+F scaleWithSubnormals(int scaleFactor) {
+  using Format = FloatFormat<F>;
+  const int64_t below = int64_t{scaleFactor} - Format::kBias;  // 0 for half the least normal number
+  if (below < 0 || below >= Format::kFractionBits) return scaleOf<F>(scaleFactor);
+  return std::bit_cast<F>(typename Format::Bits{1} << (Format::kFractionBits - 1 - below));
+}
+
+template <bool financial, class V>
+KVRS_INLINE V addBelowHalf(V v) {
+  if constexpr (financial) {
+    const hn::DFromV<V> d;
+    using F = hn::TFromD<decltype(d)>;
+    return hn::Add(v, hn::CopySignToAbs(hn::Set(d, kBelowHalf<F>), v));
+  } else {
+    return v;
+  }
+}
+
+template <class D, class F, KvrRoundMode mode>
+struct ToInteger {
+  F scale;
+  template <class Dt, class V>
+  KVRS_INLINE hn::Vec<Dt> operator()(Dt dt, V v) const {
+    const V scaled = hn::Mul(v, hn::Set(hn::DFromV<V>(), scale));
+    const V biased = addBelowHalf<mode == kvrRoundFinancial>(scaled);
+    return toInteger<mode != kvrRoundNear>(dt, biased, Range<D>::lowest, Range<D>::highest);
+  }
+};
+
+template <class D, class F>
+KvrStatus toNearest(const F* src, D* dst, int len, int scaleFactor) {
+  const VectorRoundingScope rounding(Rounding::nearest);
+  return mapElements(ToInteger<D, F, kvrRoundNear>{scaleOf<F>(scaleFactor)}, dst, static_cast<size_t>(len),
+                     src);
+}
+
+template <class D, class F>
+KvrStatus truncated(const F* src, D* dst, int len, int scaleFactor) {
+  return mapElements(ToInteger<D, F, kvrRoundZero>{scaleOf<F>(scaleFactor)}, dst, static_cast<size_t>(len),
+                     src);
+}
+
+template <class D, class F>
+KvrStatus toNearestTiesAway(const F* src, D* dst, int len, int scaleFactor) {
+  const VectorRoundingScope rounding(Rounding::nearest);
+  return mapElements(ToInteger<D, F, kvrRoundFinancial>{scaleWithSubnormals<F>(scaleFactor)}, dst,
+                     static_cast<size_t>(len), src);
+}
+
+template <class D, class F>
+KvrStatus convert(const F* src, D* dst, int len, KvrRoundMode rndMode, int scaleFactor) {
+  KVRS_CHECK(pointers(src, dst), length(len));
+  switch (rndMode) {
+    case kvrRoundZero:
+      return truncated(src, dst, len, scaleFactor);
+    case kvrRoundNear:
+      return toNearest(src, dst, len, scaleFactor);
+    default:  // financial rounding, whatever the value
+      return toNearestTiesAway(src, dst, len, scaleFactor);
+  }
+}
+
+template <class P>
+KvrStatus convertPacked(const Kvr32f* src, Kvr8u* dst, int len, int scaleFactor) {
+  KVRS_CHECK(pointers(src, dst), length(len));
+  return toNearest(src, asPacked<P>(dst), len, scaleFactor);
+}
+
+// Doubles to 64-bit integers. The scale may leave the range of a double while the product does not, so that
+// it is applied in two steps, each exact: a product that has underflowed counts as less than any fraction,
+// one that has overflowed saturates, and 0 stays 0.
+constexpr int kMostStep = 1000;
+
+constexpr int limitedTo(int bound, int count) {
+  return count < -bound ? -bound : count > bound ? bound : count;
+}
+
+template <KvrRoundMode mode>
+struct ToInt64 {
+  Kvr64f scale, scaleAgain;
+  template <class Dt, class V>
+  KVRS_INLINE hn::Vec<Dt> operator()(Dt dt, V v) const {
+    const hn::DFromV<V> df;
+    const V scaled = hn::Mul(hn::Mul(v, hn::Set(df, scale)), hn::Set(df, scaleAgain));
+    const V biased = addBelowHalf<mode == kvrRoundFinancial>(scaled);
+    return toInteger<mode != kvrRoundNear>(dt, biased, Range<Kvr64s>::lowest, Range<Kvr64s>::highest);
+  }
+};
+
+template <KvrRoundMode mode>
+void vectorsToInt64(const Kvr64f* src, Kvr64s* dst, int len, int step, int rest) {
+  mapElements(ToInt64<mode>{scaleOf<Kvr64f>(step), scaleOf<Kvr64f>(rest)}, dst, static_cast<size_t>(len),
+              src);
+}
+
+// Where no vector instruction converts to 64 bits: in extended precision, which holds every scaled double and
+// its sum with a half exactly. The conversion makes its lowest value of NaN and of all that is too low.
+template <bool financial>
+[[gnu::noinline]] void extendedToInt64(const Kvr64f* src, Kvr64s* dst, int len, long double scale) {
+  for (int i = 0; i < len; ++i) {
+    long double scaled = static_cast<long double>(src[i]) * scale;
+    if constexpr (financial) scaled += scaled < 0 ? -0.5L : 0.5L;
+    dst[i] = scaled >= 0x1p63L ? Range<Kvr64s>::highest : __builtin_llrintl(scaled);
+  }
+}
+
+// Only the value 2 is financial rounding here; an unknown mode rounds to even. A template, so that a module
+// has one of the two bodies.
+template <class D>
+KvrStatus toInt64(const Kvr64f* src, D* dst, int len, KvrRoundMode rndMode, int scaleFactor) {
+  const int step = limitedTo(kMostStep, scaleFactor);
+  const int rest = limitedTo(kMostStep, scaleFactor - step);
+  if constexpr (kInt64Conversions) {
+    if (rndMode == kvrRoundZero) {
+      vectorsToInt64<kvrRoundZero>(src, dst, len, step, rest);
+    } else {
+      const VectorRoundingScope rounding(Rounding::nearest);
+      if (rndMode == kvrRoundFinancial) {
+        vectorsToInt64<kvrRoundFinancial>(src, dst, len, step, rest);
+      } else {
+        vectorsToInt64<kvrRoundNear>(src, dst, len, step, rest);
+      }
+    }
+  } else {
+    if (!loop_detail::fitsAddress(static_cast<size_t>(len), sizeof *src)) return kvrStatusBadLength;
+    const bool cuts = rndMode == kvrRoundFinancial || rndMode == kvrRoundZero;
+    const ExtendedRoundingScope rounding(cuts ? Rounding::zero : Rounding::nearest);
+    const long double scale = static_cast<long double>(scaleOf<Kvr64f>(step)) * scaleOf<Kvr64f>(rest);
+    if (rndMode == kvrRoundFinancial) {
+      extendedToInt64<true>(src, dst, len, scale);
+    } else {
+      extendedToInt64<false>(src, dst, len, scale);
+    }
+  }
+  return kvrStatusOk;
+}
+
+}  // namespace
+}  // namespace kvrs
+
+using namespace kvrs;
+
+KvrStatus kvrsConvert_32f8u_Sfs(const Kvr32f* src, Kvr8u* dst, int len, KvrRoundMode rndMode,
+                                int scaleFactor) noexcept {
+  return convert(src, dst, len, rndMode, scaleFactor);
+}
+KvrStatus kvrsConvert_32f8s_Sfs(const Kvr32f* src, Kvr8s* dst, int len, KvrRoundMode rndMode,
+                                int scaleFactor) noexcept {
+  return convert(src, dst, len, rndMode, scaleFactor);
+}
+KvrStatus kvrsConvert_32f16u_Sfs(const Kvr32f* src, Kvr16u* dst, int len, KvrRoundMode rndMode,
+                                 int scaleFactor) noexcept {
+  return convert(src, dst, len, rndMode, scaleFactor);
+}
+KvrStatus kvrsConvert_32f16s_Sfs(const Kvr32f* src, Kvr16s* dst, int len, KvrRoundMode rndMode,
+                                 int scaleFactor) noexcept {
+  return convert(src, dst, len, rndMode, scaleFactor);
+}
+KvrStatus kvrsConvert_32f32s_Sfs(const Kvr32f* src, Kvr32s* dst, int len, KvrRoundMode rndMode,
+                                 int scaleFactor) noexcept {
+  return convert(src, dst, len, rndMode, scaleFactor);
+}
+KvrStatus kvrsConvert_64f16s_Sfs(const Kvr64f* src, Kvr16s* dst, int len, KvrRoundMode rndMode,
+                                 int scaleFactor) noexcept {
+  return convert(src, dst, len, rndMode, scaleFactor);
+}
+KvrStatus kvrsConvert_64f32s_Sfs(const Kvr64f* src, Kvr32s* dst, int len, KvrRoundMode rndMode,
+                                 int scaleFactor) noexcept {
+  return convert(src, dst, len, rndMode, scaleFactor);
+}
+
+KvrStatus kvrsConvert_64f64s_Sfs(const Kvr64f* src, Kvr64s* dst, int len, KvrRoundMode rndMode,
+                                 int scaleFactor) noexcept {
+  KVRS_CHECK(pointers(src, dst), length(len));
+  return toInt64(src, dst, len, rndMode, scaleFactor);
+}
+
+KvrStatus kvrsConvert_32f24s_Sfs(const Kvr32f* src, Kvr8u* dst, int len, int scaleFactor) noexcept {
+  return convertPacked<Packed24s>(src, dst, len, scaleFactor);
+}
+KvrStatus kvrsConvert_32f24u_Sfs(const Kvr32f* src, Kvr8u* dst, int len, int scaleFactor) noexcept {
+  return convertPacked<Packed24u>(src, dst, len, scaleFactor);
+}
