@@ -7,16 +7,21 @@
 
 #include <cstddef>
 
+#include "frame/rounding.h"
 #include "kvrscore.h"
 
 namespace kvrs {
 
 // Runs body(thread, team) on a team of at most `threads`, and on one thread when the runtime grants no more:
-// team is what was granted.
+// team is what was granted. All of them work in the caller's rounding mode.
 template <class Body>
 void runTeam(int threads, Body body) {
+  const unsigned control = VectorControlScope::current();
 #pragma omp parallel num_threads(threads)
-  body(omp_get_thread_num(), omp_get_num_threads());
+  {
+    VectorControlScope scope(control);
+    body(omp_get_thread_num(), omp_get_num_threads());
+  }
 }
 
 // Team sizes of runSliced: most kernels gain nothing from a third thread, as memory feeds two at the most.
