@@ -26,6 +26,9 @@
 #include "kvrs/frame.h"
 
 #include "kvrs/arith_float.h"
+#include "kvrs/divide.h"
+#include "kvrs/mixed.h"
+#include "kvrs/unary.h"
 #include "kvrs/fill.h"
 #include "kvrs/logic.h"
 #include "kvrs/reorder.h"
