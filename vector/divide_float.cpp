@@ -79,7 +79,8 @@ KvrStatus divide(Op op, size_t threadedFrom, const T* src1, const T* src2, T* ds
   const auto slice = [=](size_t begin, size_t count) {
     return mapWide<Work>(op, dst + begin, count, src1 + begin, src2 + begin).met;
   };
-  const bool met = runSliced(static_cast<size_t>(len), threadedFrom, kTwoThreads, slice);
+  const bool met =
+      runSliced(static_cast<size_t>(len), threadedFrom * kThreadedLengthFactor, kTwoThreads, slice);
   return met ? kvrStatusDivByZeroWarn : kvrStatusOk;
 }
 
@@ -88,7 +89,7 @@ KvrStatus divideScalar(Kvr32f val, const Kvr32f* src, Kvr32f* dst, int len) {
   const auto slice = [=](size_t begin, size_t count) {
     return mapWide<Kvr32f>(QuotientOf<Kvr32f>{val}, dst + begin, count, src + begin).op.met;
   };
-  const bool met = runSliced(static_cast<size_t>(len), 4096, kTwoThreads, slice);
+  const bool met = runSliced(static_cast<size_t>(len), 4096 * kThreadedLengthFactor, kTwoThreads, slice);
   return met ? kvrStatusDivByZeroWarn : kvrStatusOk;
 }
 

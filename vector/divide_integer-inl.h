@@ -188,19 +188,20 @@ class WithDividend {
 struct Division {
   int signBelow;
   int zeroAbove;
-  size_t threadedFrom;
+  size_t threadedFrom;  // times kThreadedLengthFactor
   int threads = kTwoThreads;
 };
 
-inline constexpr size_t kNeverThreaded = static_cast<size_t>(-1);
+inline constexpr size_t kNeverThreaded = static_cast<size_t>(-1) / kThreadedLengthFactor;
 
 // Runs `op` over whole vectors; the status tells whether a divisor was zero.
 template <class Work, class D, class Op, class... S>
 KvrStatus divideVectors(const Division& rule, const Op& op, D* dst, int len, const S*... src) {
   const bool met =
-      runSliced(static_cast<size_t>(len), rule.threadedFrom, rule.threads, [=](size_t begin, size_t count) {
-        return mapWide<Work>(op, dst + begin, count, (src + begin)...).metZeroDivisor();
-      });
+      runSliced(static_cast<size_t>(len), rule.threadedFrom * kThreadedLengthFactor, rule.threads,
+                [=](size_t begin, size_t count) {
+                  return mapWide<Work>(op, dst + begin, count, (src + begin)...).metZeroDivisor();
+                });
   return met ? kvrStatusDivByZeroWarn : kvrStatusOk;
 }
 

@@ -64,14 +64,14 @@ void check(Div<T> f, DivI<T> inPlace, int threadedFrom) {
       for (const Mode& callers : kModes) checkVectors(f, a, b, mode, s, callers.fe);
       if (testing::Test::HasFatalFailure()) return;
     }
-    for (int len : {threadedFrom - 1, threadedFrom, threadedFrom + 1, 3 * threadedFrom + 5}) {
+    for (int len : {threadedFrom - 1, threadedFrom, threadedFrom + 7}) {
       const size_t n = static_cast<size_t>(len);
       std::vector<T> divisors = randomVector<T>(n, 3);
       const std::vector<T> dividends = randomVector<T>(n, 4);
       for (T& x : divisors) x = x == 0 ? T{7} : x;
       for (bool zeroInLastSlice : {false, true}) {
         if (zeroInLastSlice) divisors[n - 1] = 0;
-        for (int s : {0, -7, 33}) {
+        for (int s : {0, -7}) {
           expectSameOnThreads<T>(n, zeroInLastSlice ? kvrStatusDivByZeroWarn : kvrStatusOk,
                                  "len " + std::to_string(len), [&](T* dst) {
                                    return inMode(FE_UPWARD, [&] {
@@ -86,13 +86,13 @@ void check(Div<T> f, DivI<T> inPlace, int threadedFrom) {
 }
 
 TEST(DivideRound, Div8u) {
-  check(kvrsDiv_Round_8u_Sfs, kvrsDiv_Round_8u_ISfs, 512);
+  check(kvrsDiv_Round_8u_Sfs, kvrsDiv_Round_8u_ISfs, threadedLength(512));
 }
 TEST(DivideRound, Div16u) {
-  check(kvrsDiv_Round_16u_Sfs, kvrsDiv_Round_16u_ISfs, 1024);
+  check(kvrsDiv_Round_16u_Sfs, kvrsDiv_Round_16u_ISfs, threadedLength(1024));
 }
 TEST(DivideRound, Div16s) {
-  check(kvrsDiv_Round_16s_Sfs, kvrsDiv_Round_16s_ISfs, 1024);
+  check(kvrsDiv_Round_16s_Sfs, kvrsDiv_Round_16s_ISfs, threadedLength(1024));
 }
 
 TEST(DivideRound, Div8uAllPairs) {
