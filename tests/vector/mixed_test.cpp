@@ -34,16 +34,27 @@ T addProduct(T a, T b, T sum) {
 }
 
 template <class T>
+bool isNaN(T x) {
+  if constexpr (std::is_floating_point_v<T>) {
+    return x != x;
+  } else {
+    return x.re != x.re || x.im != x.im;
+  }
+}
+
+template <class T>
 using AddProduct = KvrStatus (*)(const T*, const T*, T*, int) noexcept;
 
 template <class T>
 void checkAddProduct(AddProduct<T> f) {
   sweepInPlace<T, T, T>(f, addProduct<T>);
-  // Sources anywhere in the same memory, also off by less than an element.
+  // Sources anywhere in the same memory, also off by half an element. What is read there may be a NaN; which
+  // one comes out then is open, so that these cases are left out.
   std::vector<uint8_t> fresh(700 * sizeof(T));
   Random random(3);
   for (size_t i = 0; i < 700; ++i) put(reinterpret_cast<T*>(fresh.data()), i, random.value<T>());
   constexpr ptrdiff_t size = sizeof(T);
+  int compared = 0;
   for (ptrdiff_t by1 : {0 * size, size, -size, 5 * size, -5 * size, 64 * size, -64 * size, 150 * size,
                         -150 * size, size / 2, -size / 2}) {
     for (ptrdiff_t by2 : {0 * size, 3 * size, -2 * size, 100 * size, -40 * size}) {
@@ -52,14 +63,21 @@ void checkAddProduct(AddProduct<T> f) {
         const auto at = [](std::vector<uint8_t>& v, ptrdiff_t by) {
           return reinterpret_cast<T*>(v.data() + 250 * size + by);
         };
+        bool metNaN = false;
         for (size_t i = 0; i < static_cast<size_t>(len); ++i) {
-          put(at(want, 0), i, addProduct(get(at(want, by1), i), get(at(want, by2), i), get(at(want, 0), i)));
+          const T sum = addProduct(get(at(want, by1), i), get(at(want, by2), i), get(at(want, 0), i));
+          metNaN = metNaN || isNaN(sum);
+          put(at(want, 0), i, sum);
         }
         ASSERT_EQ(kvrStatusOk, f(at(got, by1), at(got, by2), at(got, 0), len));
-        ASSERT_EQ(want, got) << "sources " << by1 << " and " << by2 << " bytes behind srcDst, len " << len;
+        if (metNaN) continue;
+        ++compared;
+        ASSERT_TRUE(want == got) << "sources " << by1 << " and " << by2 << " bytes behind srcDst, len "
+                                 << len;
       }
     }
   }
+  EXPECT_GT(compared, 420);  // of 495
 }
 
 TEST(AddProduct, Floats) {
@@ -76,7 +94,7 @@ TEST(AddProduct, Scalar) {
   sweepInPlace<Kvr32f, Kvr32f>(
       [](const Kvr32f* src, Kvr32f* srcDst, int len) { return kvrsAddProductC_32f(src, -0.3f, srcDst, len); },
       [](Kvr32f a, Kvr32f sum) { return sum + a * -0.3f; });
-  const auto fresh = randomVector<Kvr32f>(600, 4);
+  const auto fresh = randomVector<Kvr32f>(700, 4);
   for (ptrdiff_t by : {0, 1, -1, 7, -7, 60, -60, 150, -150}) {
     for (int len : {1, 2, 5, 16, 31, 64, 100, 300}) {
       auto want = fresh, got = fresh;
