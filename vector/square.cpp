@@ -15,11 +15,12 @@ struct Square {
 };
 
 // On pairs: (re * re - im * im, (2 * re) * im).
+template <class Part>
 struct ComplexSquare {
   template <class D, class V>
-  KVRS_INLINE V operator()(D, V v) const {
+  KVRS_INLINE V operator()(D d, V v) const {
     const V re = dupEven(v), im = dupOdd(v);
-    const V product = hn::Mul(hn::OddEven(hn::Add(re, re), re), v);
+    const V product = hn::Mul(hn::Mul(re, setPairs(d, Part(1), Part(2))), v);
     return hn::OddEven(product, hn::Sub(product, hn::Mul(im, im)));
   }
 };
@@ -33,7 +34,7 @@ KvrStatus square(const T* src, T* dst, int len) {
 template <class Part, class T>
 KvrStatus squareComplex(const T* src, T* dst, int len) {
   KVRS_CHECK(pointers(src, dst), length(len));
-  return mapElements(ComplexSquare(), asPairs<Part>(dst), static_cast<size_t>(len), asPairs<Part>(src));
+  return mapElements(ComplexSquare<Part>(), asPairs<Part>(dst), static_cast<size_t>(len), asPairs<Part>(src));
 }
 
 }  // namespace
