@@ -32,8 +32,8 @@ class VectorRoundingScope {
   bool changed_;
 };
 
-// Gives a thread of a team the control bits of the vector unit that its master has: rounding field, masks, what
-// becomes of denormals. A thread is made with those of whoever made it, which may be long ago.
+// Gives a thread of a team the control bits of the vector unit that its master has: rounding field, masks,
+// what becomes of denormals. A thread is made with those of whoever made it, which may be long ago.
 class VectorControlScope {
  public:
   static unsigned current() { return _mm_getcsr() & ~kFlags; }
@@ -54,7 +54,8 @@ class VectorControlScope {
   bool changed_;
 };
 
-// What VectorRoundingScope is, for the x87 unit, in which `long double` is computed; it also sets 64-bit precision.
+// What VectorRoundingScope is, for the x87 unit, in which `long double` is computed; it also sets 64-bit
+// precision.
 class ExtendedRoundingScope {
  public:
   explicit ExtendedRoundingScope(Rounding mode) {

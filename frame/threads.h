@@ -28,10 +28,10 @@ void runTeam(int threads, Body body) {
 inline constexpr int kTwoThreads = 2;
 inline constexpr int kAllThreads = 1 << 30;
 
-// The lengths from which families share their work, in proportion to the cost of an element, and how much longer
-// than that a vector has to be. A region costs microseconds while its threads are awake, tens of them to wake
-// them, and as long as others like where all processors are busy; the kernels of today need a tenth of a
-// nanosecond to one for an element. So it takes some 50 microseconds of work until a second thread pays.
+// The lengths from which families share their work, in proportion to the cost of an element, and how much
+// longer than that a vector has to be. A region costs microseconds while its threads are awake, tens of them
+// to wake them, and as long as others like where all processors are busy; the kernels of today need a tenth
+// of a nanosecond to one for an element. So it takes some 50 microseconds of work until a second thread pays.
 inline constexpr size_t kThreadedLengthFactor = 128;
 
 // The gate of element-wise work: runs kernel(begin, count) over all of [0, len), on slices of a team when

@@ -1,5 +1,6 @@
-// The element loop of operations that compute in wider lanes than their arrays have, or that have something to
-// tell at the end, such as a division by zero. SPDX-License-Identifier: MIT
+// The element loop of operations that compute in wider lanes than their arrays have, or that have something
+// to tell at the end, such as a division by zero.
+// SPDX-License-Identifier: MIT
 #ifndef KVRS_FRAME_WIDE_LOOP_H
 #define KVRS_FRAME_WIDE_LOOP_H
 
@@ -46,9 +47,9 @@ bool worthStreaming(const D* dst, size_t len, const S*... src) {
 
 }  // namespace wide_loop_detail
 
-// dst[i] = op(d, src[i]...) for i in [0, len), in blocks of as many elements as lanes of Work fill a vector. `op`
-// is called as mapElements calls it; it may keep something from block to block and is returned at the end.
-// Each source is dst itself or does not overlap it.
+// dst[i] = op(d, src[i]...) for i in [0, len), in blocks of as many elements as lanes of Work fill a vector.
+// `op` is called as mapElements calls it; it may keep something from block to block and is returned at the
+// end. Each source is dst itself or does not overlap it.
 template <class Work, class D, class Op, class... S>
 Op mapWide(Op op, D* dst, size_t len, const S*... src) {
   using namespace wide_loop_detail;

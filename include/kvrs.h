@@ -27,12 +27,12 @@
 
 #include "kvrs/arith_float.h"
 #include "kvrs/divide.h"
-#include "kvrs/mixed.h"
-#include "kvrs/unary.h"
 #include "kvrs/fill.h"
 #include "kvrs/logic.h"
+#include "kvrs/mixed.h"
 #include "kvrs/reorder.h"
 #include "kvrs/shift.h"
+#include "kvrs/unary.h"
 
 #include "kvrs/fft.h"
 #include "kvrs/spectrum.h"

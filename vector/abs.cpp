@@ -1,4 +1,5 @@
-// Absolute values. SPDX-License-Identifier: MIT
+// Absolute values.
+// SPDX-License-Identifier: MIT
 #include <limits>
 
 #include "frame/check.h"

@@ -1,4 +1,5 @@
-// Sums of products of floats. SPDX-License-Identifier: MIT
+// Sums of products of floats.
+// SPDX-License-Identifier: MIT
 #include "frame/check.h"
 #include "frame/complex.h"
 #include "frame/loop.h"

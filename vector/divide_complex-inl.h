@@ -1,4 +1,5 @@
-// Quotients of 16-bit complex integers, in double precision. Products of parts and their sums are exact there.
+// Quotients of 16-bit complex integers, in double precision. Products of parts and their sums are exact
+// there.
 // SPDX-License-Identifier: MIT
 #ifndef KVRS_VECTOR_DIVIDE_COMPLEX_INL_H
 #define KVRS_VECTOR_DIVIDE_COMPLEX_INL_H

@@ -1,14 +1,16 @@
 // Quotients of integers, by division in floating point.
 //
-// A quotient n / (d * 2^s) of b-bit operands lies no closer to a tie than 1/(2n) of its value, or 1/(2d) in all
-// where n has been multiplied by 2^-s: so a quotient that is correctly rounded to a few bits more than that
-// rounds on to the integer that the exact one rounds to, and ties are met exactly. Single precision has these
-// bits for 8-bit operands at every scale factor and for 16-bit ones from kSingleFrom on; double precision has
-// them for all others but 32-bit quotients scaled up by more than 2^20, which are rounded twice.
+// A quotient n / (d * 2^s) of b-bit operands lies no closer to a tie than 1/(2n) of its value, or 1/(2d) in
+// all where n has been multiplied by 2^-s: so a quotient that is correctly rounded to a few bits more than
+// that rounds on to the integer that the exact one rounds to, and ties are met exactly. Single precision has
+// these bits for 8-bit operands at every scale factor and for 16-bit ones from kSingleFrom on; double
+// precision has them for all others but 32-bit quotients scaled up by more than 2^20, which are rounded
+// twice.
 //
 // The scale goes to the divisor, where it is exact. A zero divisor is replaced by one so small that every
-// dividend but 0 leaves the range of the result, with its own sign: the rule for x / 0 needs no operation, and
-// no division by zero is carried out. SPDX-License-Identifier: MIT
+// dividend but 0 leaves the range of the result, with its own sign: the rule for x / 0 needs no operation,
+// and no division by zero is carried out.
+// SPDX-License-Identifier: MIT
 #ifndef KVRS_VECTOR_DIVIDE_INTEGER_INL_H
 #define KVRS_VECTOR_DIVIDE_INTEGER_INL_H
 

@@ -1,4 +1,5 @@
-// Integer division with a choice of rounding. All quotients are exact before they are rounded, whatever the path.
+// Integer division with a choice of rounding. All quotients are exact before they are rounded, whatever the
+// path.
 // SPDX-License-Identifier: MIT
 #include "kvrs/divide.h"
 #include "vector/divide_integer-inl.h"

@@ -1,4 +1,5 @@
-// Squares. SPDX-License-Identifier: MIT
+// Squares.
+// SPDX-License-Identifier: MIT
 #include "frame/check.h"
 #include "frame/complex.h"
 #include "frame/loop.h"

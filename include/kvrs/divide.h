@@ -38,15 +38,15 @@ KVRS_BEGIN_DECLS
  *
  * "By the current mode" means the rounding field of the vector unit's control word, as fesetround() sets it;
  * "to nearest" means ties to even, whatever that field holds. `rndMode` is ::kvrRoundZero, ::kvrRoundNear or
- * ::kvrRoundFinancial. "All by sign" means that every quotient but 0 is stored as the maximum or the minimum of
- * the type, by its sign; "all 0 above", that for a larger scaleFactor every quotient is stored as 0, except
- * those by zero. At these ends the 16s forms of Div and Div_Round differ: with scaleFactor 16 kvrsDiv_16s_Sfs
- * stores zeros, and kvrsDiv_Round_16s_Sfs still divides.
+ * ::kvrRoundFinancial. "All by sign" means that every quotient but 0 is stored as the maximum or the minimum
+ * of the type, by its sign; "all 0 above", that for a larger scaleFactor every quotient is stored as 0,
+ * except those by zero. At these ends the 16s forms of Div and Div_Round differ: with scaleFactor 16
+ * kvrsDiv_16s_Sfs stores zeros, and kvrsDiv_Round_16s_Sfs still divides.
  *
  * - Div 16sc below scaleFactor -32 goes by the signs of the parts of `src2[i] * conj(src1[i])`.
  * - Div 32s can differ from the exact quotient, rounded once, only where |result| exceeds 2^20.
- * - DivC 16s rounds 2^(-scaleFactor) / `val` to single precision and then its product with the element, before
- *   it rounds that to an integer: a quotient that is a tie may be rounded either way.
+ * - DivC 16s rounds 2^(-scaleFactor) / `val` to single precision and then its product with the element,
+ *   before it rounds that to an integer: where the exact quotient is a tie, either neighbour may come out.
  * - DivC 16sc multiplies by conj(val) / |val|^2 * 2^(-scaleFactor) in double precision, each product and sum
  *   rounded by itself. Below scaleFactor -16, where these errors could show, it rounds the exact quotient.
  *
@@ -63,8 +63,9 @@ KVRS_BEGIN_DECLS
  *
  * Warning: ::kvrStatusDivByZeroWarn when an element of the divisor was zero.
  *
- * Errors, in the order tested: ::kvrStatusNullPointer for a null pointer, ::kvrStatusBadLength for `len` below
- * 1, ::kvrStatusDivByZeroError for a `val` of zero in DivC, ::kvrStatusBadRoundMode for any other `rndMode`.
+ * Errors, in the order tested: ::kvrStatusNullPointer for a null pointer, ::kvrStatusBadLength for `len`
+ * below 1, ::kvrStatusDivByZeroError for a `val` of zero in DivC, ::kvrStatusBadRoundMode for any other
+ * `rndMode`.
  * @{
  */
 
@@ -123,19 +124,19 @@ KVRS_API KvrStatus kvrsDivCRev_16u_I(Kvr16u val, Kvr16u* srcDst, int len) KVRS_N
 
 /** @defgroup divide_float Floating-point division
  *
- * | Function | stores, for i in 0 .. len-1                                              | types               |
- * |----------|--------------------------------------------------------------------------|---------------------|
- * | Div      | `dst[i] = src2[i] / src1[i]`; `_I`: `srcDst[i] = srcDst[i] / src[i]`     | 32f, 64f, 32fc, 64fc|
- * | DivC     | `dst[i] = src[i] * (1 / val)`; `_I`: `srcDst[i] = srcDst[i] * (1 / val)` | 32f, 64f, 32fc, 64fc|
- * | DivCRev  | `dst[i] = val / src[i]`; `_I`: `srcDst[i] = val / srcDst[i]`             | 32f                 |
+ * | Function | stores, for i in 0 .. len-1                                              | types             |
+ * |----------|--------------------------------------------------------------------------|-------------------|
+ * | Div      | `dst[i] = src2[i] / src1[i]`; `_I`: `srcDst[i] = srcDst[i] / src[i]`     | 32f 64f 32fc 64fc |
+ * | DivC     | `dst[i] = src[i] * (1 / val)`; `_I`: `srcDst[i] = srcDst[i] * (1 / val)` | 32f 64f 32fc 64fc |
+ * | DivCRev  | `dst[i] = val / src[i]`; `_I`: `srcDst[i] = val / srcDst[i]`             | 32f               |
  *
  * Mind the order of Div: the first source is the divisor. Every operation is rounded by itself to the element
  * type, in the caller's rounding mode, and results are the same in every module.
  *
  * - Real quotients are correctly rounded.
  * - A complex quotient of n by d is computed with `m = d.re * d.re + d.im * d.im` and `r = 1 / m` as
- *   `((n.re * d.re + n.im * d.im) * r, (n.im * d.re - n.re * d.im) * r)`: parts of d beyond the square roots of
- *   the type's range overflow or vanish in m.
+ *   `((n.re * d.re + n.im * d.im) * r, (n.im * d.re - n.re * d.im) * r)`: parts of d beyond the square roots
+ *   of the type's range overflow or vanish in m.
  * - DivC rounds the reciprocal of `val`, which costs up to one unit in the last place against a quotient and
  *   is as fast as a product. The rest is kvrsMulC, with its shortcuts: a reciprocal of 1 copies, and one of 0
  *   (`val` infinite) stores zeros. A complex `val` is replaced by `(val.re * r, -val.im * r)`, r as above.
@@ -155,8 +156,8 @@ KVRS_API KvrStatus kvrsDivCRev_16u_I(Kvr16u val, Kvr16u* srcDst, int len) KVRS_N
  *
  * Warning: ::kvrStatusDivByZeroWarn when one of the rows above was met.
  *
- * Errors, in the order tested: ::kvrStatusNullPointer for a null pointer, ::kvrStatusBadLength for `len` below
- * 1, ::kvrStatusDivByZeroError for a `val` of zero in DivC (complex: whose squared magnitude is zero).
+ * Errors, in the order tested: ::kvrStatusNullPointer for a null pointer, ::kvrStatusBadLength for `len`
+ * below 1, ::kvrStatusDivByZeroError for a `val` of zero in DivC (complex: whose squared magnitude is zero).
  * @{
  */
 

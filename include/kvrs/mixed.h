@@ -9,19 +9,20 @@ KVRS_BEGIN_DECLS
 
 /** @defgroup mixed Arithmetic on two types
  *
- * | Function      | stores, for i in 0 .. len-1                                                               |
- * |---------------|-------------------------------------------------------------------------------------------|
- * | Add 16s32f    | `dst[i] = src1[i] + src2[i]`, exact                                                       |
- * | Sub 16s32f    | `dst[i] = src2[i] - src1[i]`, exact                                                       |
- * | Mul 16s32f    | `dst[i] = src1[i] * src2[i]`, the exact product rounded once                              |
- * | Mul 32f32fc   | `dst[i] = src1[i] * src2[i]`, real times complex: each part is multiplied by the real one |
- * | Mul 32f32fc_I | `srcDst[i] = src[i] * srcDst[i]`                                                          |
+ * | Function      | stores, for i in 0 .. len-1                                                    |
+ * |---------------|--------------------------------------------------------------------------------|
+ * | Add 16s32f    | `dst[i] = src1[i] + src2[i]`, exact                                            |
+ * | Sub 16s32f    | `dst[i] = src2[i] - src1[i]`, exact                                            |
+ * | Mul 16s32f    | `dst[i] = src1[i] * src2[i]`, the exact product rounded once                   |
+ * | Mul 32f32fc   | `dst[i] = src1[i] * src2[i]`, real times complex: each part times the real one |
+ * | Mul 32f32fc_I | `srcDst[i] = src[i] * srcDst[i]`                                               |
  *
  * Mind the order of Sub: the first source is what is taken away. Rounding is by the caller's mode.
  *
  * `dst` of Mul 32f32fc may be `src2`; otherwise arrays do not overlap.
  *
- * Errors, in the order tested: ::kvrStatusNullPointer for a null pointer, ::kvrStatusBadLength for `len` below 1.
+ * Errors, in the order tested: ::kvrStatusNullPointer for a null pointer, ::kvrStatusBadLength for `len`
+ * below 1.
  * @{
  */
 
@@ -41,13 +42,14 @@ KVRS_API KvrStatus kvrsMul_32f32fc_I(const Kvr32f* src, Kvr32fc* srcDst, int len
  * | AddProduct  | `srcDst[i] = srcDst[i] + src1[i] * src2[i]`       | 32f, 64f, 32fc, 64fc |
  * | AddProductC | `srcDst[i] = srcDst[i] + src[i] * val`            | 32f                  |
  *
- * A complex product (a, b) * (c, d) is `(a*c - b*d, a*d + b*c)`. Every product and sum is rounded by itself, in
- * the caller's mode, so that results are the same in every module.
+ * A complex product (a, b) * (c, d) is `(a*c - b*d, a*d + b*c)`. Every product and sum is rounded by itself,
+ * in the caller's mode, so that results are the same in every module.
  *
- * Sources may overlap `srcDst` in any way. The result is that of elements computed one after the other: what one
- * stores, a later one reads.
+ * Sources may overlap `srcDst` in any way. The result is that of elements computed one after the other: what
+ * one stores, a later one reads.
  *
- * Errors, in the order tested: ::kvrStatusNullPointer for a null pointer, ::kvrStatusBadLength for `len` below 1.
+ * Errors, in the order tested: ::kvrStatusNullPointer for a null pointer, ::kvrStatusBadLength for `len`
+ * below 1.
  * @{
  */
 

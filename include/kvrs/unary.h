@@ -18,7 +18,8 @@ KVRS_BEGIN_DECLS
  *
  * `dst` may be `src`; otherwise they do not overlap.
  *
- * Errors, in the order tested: ::kvrStatusNullPointer for a null pointer, ::kvrStatusBadLength for `len` below 1.
+ * Errors, in the order tested: ::kvrStatusNullPointer for a null pointer, ::kvrStatusBadLength for `len`
+ * below 1.
  * @{
  */
 
@@ -46,10 +47,10 @@ KVRS_API KvrStatus kvrsAbs_64f_I(Kvr64f* srcDst, int len) KVRS_NOEXCEPT;
  *
  * `dst` may be `src`; otherwise they do not overlap.
  *
- * Errors, in the order tested: ::kvrStatusNullPointer for a null pointer, ::kvrStatusBadLength for `len` below 1.
+ * Errors, in the order tested: ::kvrStatusNullPointer for a null pointer, ::kvrStatusBadLength for `len`
+ * below 1.
  * @{
  */
-
 
 KVRS_API KvrStatus kvrsSqr_32f(const Kvr32f* src, Kvr32f* dst, int len) KVRS_NOEXCEPT;
 KVRS_API KvrStatus kvrsSqr_64f(const Kvr64f* src, Kvr64f* dst, int len) KVRS_NOEXCEPT;
@@ -66,24 +67,23 @@ KVRS_API KvrStatus kvrsSqr_64fc_I(Kvr64fc* srcDst, int len) KVRS_NOEXCEPT;
  *
  * Subtracts an offset and divides, for i in 0 .. len-1. The divisor is real for complex elements too.
  *
- * | Type       | stores                                                        | refused `vDiv`                        |
- * |------------|---------------------------------------------------------------|---------------------------------------|
- * | 32f, 32fc  | `dst[i] = (src[i] - vSub) * (1 / vDiv)`                       | magnitude below 1.1754943508222875e-38 |
- * | 64f, 64fc  | `dst[i] = (src[i] - vSub) * (1 / vDiv)`                       | magnitude below 2.2250738585072014e-308|
- * | 16s, 16sc  | `dst[i] = (src[i] - vSub) * 2^(-scaleFactor) / vDiv`          | 0                                     |
+ * | Type      | stores                                               | refused `vDiv`                    |
+ * |-----------|------------------------------------------------------|-----------------------------------|
+ * | 32f, 32fc | `dst[i] = (src[i] - vSub) * (1 / vDiv)`              | below 1.1754943508222875e-38      |
+ * | 64f, 64fc | `dst[i] = (src[i] - vSub) * (1 / vDiv)`              | below 2.2250738585072014e-308     |
+ * | 16s, 16sc | `dst[i] = (src[i] - vSub) * 2^(-scaleFactor) / vDiv` | 0                                 |
  *
- * The refused floats are zero and the subnormal numbers. Floating-point operations are each rounded by
- * themselves, in the caller's rounding mode, and results are the same in every module.
+ * Of floats the magnitude counts: zero and the subnormal numbers are refused. Floating-point operations are
+ * each rounded by themselves, in the caller's rounding mode, and results are the same in every module.
  *
- * The integer forms compute in single precision, each operation rounded by itself, and then round to nearest with
- * ties to even and saturate; the result is exact as long as |vDiv| is below 2^24 and the value is rounded once.
- * Of `scaleFactor` its low seven bits count, as a number from -128 to 127 with the sign of `scaleFactor`: 128 is
- * 0, and -129 is -1. For 127 the factor is 0.
+ * The integer forms compute in single precision, each operation rounded by itself, and then round to nearest
+ * with ties to even and saturate. Only the remainder of |scaleFactor| by 128 counts: 128 is 0, and -129 is
+ * -1. For a remainder of 127 of a positive scaleFactor the factor is 0.
  *
  * `dst` may be `src`; otherwise they do not overlap.
  *
- * Errors, in the order tested: ::kvrStatusNullPointer for a null pointer, ::kvrStatusBadLength for `len` below
- * 1, ::kvrStatusDivByZeroError for a `vDiv` that is refused.
+ * Errors, in the order tested: ::kvrStatusNullPointer for a null pointer, ::kvrStatusBadLength for `len`
+ * below 1, ::kvrStatusDivByZeroError for a `vDiv` that is refused.
  * @{
  */
 

@@ -233,7 +233,8 @@ TEST(DivideInteger, Div16scExtremeParts) {
     checkVectors<Kvr16sc, Kvr16sc, Kvr16sc>(kvrsDiv_16sc_Sfs, a, b, s, kModes[0]);
 }
 
-// The bound of 16s is 15 here and 16 in kvrsDiv_Round_16s_Sfs: 32,768 / 65,536 is a tie, so only a mode shows it.
+// The bound of 16s is 15 here and 16 in kvrsDiv_Round_16s_Sfs: 32,768 / 65,536 is a tie, so only a mode shows
+// it.
 TEST(DivideInteger, Div16sStoresZerosFromScaleFactor16On) {
   const Kvr16s divisors[] = {1, -1, 1, 0, 0, 0}, dividends[] = {-32768, -32768, 32767, 5, -5, 0};
   Kvr16s dst[6];
