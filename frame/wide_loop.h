@@ -13,12 +13,35 @@
 #include "frame/simd.h"
 
 namespace kvrs {
+
+// Vectors of two neighbouring blocks.
+template <class V>
+struct Both {
+  V first, second;
+};
+
 namespace wide_loop_detail {
 
 template <size_t N, class D, class Op, class... S>
 KVRS_INLINE auto block(Op& op, size_t i, const S*... src) {
   const ElementLanes<D, N> d;
   return op(d, Element<S>::load(ElementLanes<S, N>(), src + i)...);
+}
+
+// Two blocks from i on, by the operation on both of them if it has one.
+template <size_t N, class D, class Op, class... S>
+KVRS_INLINE auto twoBlocks(Op& op, size_t i, const S*... src) {
+  const ElementLanes<D, N> d;
+  if constexpr (requires {
+                  op.both(d, Both{Element<S>::load(ElementLanes<S, N>(), src),
+                                  Element<S>::load(ElementLanes<S, N>(), src)}...);
+                }) {
+    return op.both(d, Both{Element<S>::load(ElementLanes<S, N>(), src + i),
+                           Element<S>::load(ElementLanes<S, N>(), src + i + N)}...);
+  } else {
+    const auto first = block<N, D>(op, i, src...);
+    return Both{first, block<N, D>(op, i + N, src...)};
+  }
 }
 
 // Fewer than 2 * N elements.
@@ -49,7 +72,8 @@ bool worthStreaming(const D* dst, size_t len, const S*... src) {
 
 // dst[i] = op(d, src[i]...) for i in [0, len), in blocks of as many elements as lanes of Work fill a vector.
 // `op` is called as mapElements calls it; it may keep something from block to block and is returned at the
-// end. Each source is dst itself or does not overlap it.
+// end. It may have a member `both` that does two blocks at once. Each source is dst itself or does not overlap
+// it.
 template <class Work, class D, class Op, class... S>
 Op mapWide(Op op, D* dst, size_t len, const S*... src) {
   using namespace wide_loop_detail;
@@ -73,10 +97,9 @@ Op mapWide(Op op, D* dst, size_t len, const S*... src) {
   }
   size_t i = 0;
   for (; i + N < end; i += 2 * N) {
-    const auto v0 = block<N, D>(op, i, src...);
-    const auto v1 = block<N, D>(op, i + N, src...);
-    Element<D>::store(v0, d, dst + i);
-    Element<D>::store(v1, d, dst + i + N);
+    const auto v = twoBlocks<N, D>(op, i, src...);
+    Element<D>::store(v.first, d, dst + i);
+    Element<D>::store(v.second, d, dst + i + N);
   }
   if (i < end) Element<D>::store(block<N, D>(op, i, src...), d, dst + i);
   Element<D>::store(last, d, dst + end);

@@ -24,18 +24,43 @@ KVRS_INLINE hn::Vec<D> undefined(D d) {
   return hn::BitCast(d, hn::Set(hn::RebindToUnsigned<D>(), undefinedBits(T())));
 }
 
+// Neither zero nor NaN: -|divisor| < 0, which takes fewer operations than 0 < |divisor| where the comparison
+// overwrites its first operand.
+template <class D, class V>
+KVRS_INLINE auto isUsual(D d, V divisor) {
+  return hn::Lt(hn::Or(divisor, hn::SignBit(d)), hn::Zero(d));
+}
+
+// The quotients of a block that holds an unusual divisor. Out of line, as it is rarely called and would take
+// registers from the loop.
+template <class D, class V>
+[[gnu::noinline, gnu::cold]] V quotientOfAny(D d, V divisor, V dividend) {
+  const auto zero = hn::Zero(d);
+  const auto usual = isUsual(d, divisor);
+  const auto isInfinite = hn::And(hn::Eq(divisor, zero), hn::Gt(hn::Abs(dividend), zero));
+  const auto infinity = hn::Set(d, std::numeric_limits<hn::TFromD<D>>::infinity());
+  const auto replaced = hn::IfThenElse(isInfinite, hn::CopySignToAbs(infinity, dividend), undefined(d));
+  const auto divideBy = hn::IfThenElse(usual, divisor, hn::Set(d, hn::TFromD<D>(1)));
+  return hn::IfThenElse(usual, hn::Div(dividend, divideBy), replaced);
+}
+
 struct Quotient {
   template <class D, class V>
   KVRS_INLINE V operator()(D d, V divisor, V dividend) {
-    const auto zero = hn::Zero(d);
-    const auto usual = hn::Gt(hn::Abs(divisor), zero);  // neither zero nor NaN
-    if (__builtin_expect(hn::AllTrue(d, usual), true)) return hn::Div(dividend, divisor);
+    if (__builtin_expect(hn::AllTrue(d, isUsual(d, divisor)), true)) return hn::Div(dividend, divisor);
     met = true;
-    const auto isInfinite = hn::And(hn::Eq(divisor, zero), hn::Gt(hn::Abs(dividend), zero));
-    const auto infinity = hn::Set(d, std::numeric_limits<hn::TFromD<D>>::infinity());
-    const auto replaced = hn::IfThenElse(isInfinite, hn::CopySignToAbs(infinity, dividend), undefined(d));
-    const auto divideBy = hn::IfThenElse(usual, divisor, hn::Set(d, hn::TFromD<D>(1)));
-    return hn::IfThenElse(usual, hn::Div(dividend, divideBy), replaced);
+    return quotientOfAny(d, divisor, dividend);
+  }
+
+  template <class D, class V>
+  KVRS_INLINE Both<V> both(D d, Both<V> divisor, Both<V> dividend) {
+    const auto usual = hn::And(isUsual(d, divisor.first), isUsual(d, divisor.second));
+    if (__builtin_expect(hn::AllTrue(d, usual), true)) {
+      return {hn::Div(dividend.first, divisor.first), hn::Div(dividend.second, divisor.second)};
+    }
+    met = true;
+    return {quotientOfAny(d, divisor.first, dividend.first),
+            quotientOfAny(d, divisor.second, dividend.second)};
   }
 
   bool met = false;
@@ -46,6 +71,11 @@ struct QuotientOf {
   template <class D, class V>
   KVRS_INLINE V operator()(D d, V divisor) {
     return op(d, divisor, hn::Set(d, dividend));
+  }
+
+  template <class D, class V>
+  KVRS_INLINE Both<V> both(D d, Both<V> divisor) {
+    return op.both(d, divisor, Both<V>{hn::Set(d, dividend), hn::Set(d, dividend)});
   }
 
   T dividend;
