@@ -52,8 +52,9 @@ struct Quotient {
     return quotientOfAny(d, divisor, dividend);
   }
 
+  // Where vectors are narrow, a division is so short that a question for each of them shows.
   template <class D, class V>
-  KVRS_INLINE Both<V> both(D d, Both<V> divisor, Both<V> dividend) {
+  requires(kVectorBytes == 16) KVRS_INLINE Both<V> both(D d, Both<V> divisor, Both<V> dividend) {
     const auto usual = hn::And(isUsual(d, divisor.first), isUsual(d, divisor.second));
     if (__builtin_expect(hn::AllTrue(d, usual), true)) {
       return {hn::Div(dividend.first, divisor.first), hn::Div(dividend.second, divisor.second)};
@@ -74,7 +75,7 @@ struct QuotientOf {
   }
 
   template <class D, class V>
-  KVRS_INLINE Both<V> both(D d, Both<V> divisor) {
+  requires(kVectorBytes == 16) KVRS_INLINE Both<V> both(D d, Both<V> divisor) {
     return op.both(d, divisor, Both<V>{hn::Set(d, dividend), hn::Set(d, dividend)});
   }
 
