@@ -48,6 +48,17 @@ constexpr KvrStatus shiftCount(int count) {
   return require(count >= 0, kvrStatusBadShift);
 }
 
+// Of functions that accept all three modes.
+constexpr KvrStatus roundMode(KvrRoundMode mode) {
+  return require(mode == kvrRoundZero || mode == kvrRoundNear || mode == kvrRoundFinancial,
+                 kvrStatusBadRoundMode);
+}
+
+// For a scalar divisor: an error, and nothing is divided.
+constexpr KvrStatus divisor(bool isZero) {
+  return require(!isZero, kvrStatusDivByZeroError);
+}
+
 constexpr KvrStatus tapsLength(int tapsLen) {
   return require(tapsLen >= 1, kvrStatusBadTapsLength);
 }

@@ -1,4 +1,4 @@
-// Forcing a rounding mode for the length of a scope.
+// Forcing a rounding mode for the length of a scope, and handing the caller's on to other threads.
 // SPDX-License-Identifier: MIT
 #ifndef KVRS_FRAME_ROUNDING_H
 #define KVRS_FRAME_ROUNDING_H
@@ -32,7 +32,30 @@ class VectorRoundingScope {
   bool changed_;
 };
 
-// The same for the x87 unit, in which `long double` is computed; it also sets 64-bit precision.
+// Gives a thread of a team the control bits of the vector unit that its master has: rounding field, masks,
+// what becomes of denormals. A thread is made with those of whoever made it, which may be long ago.
+class VectorControlScope {
+ public:
+  static unsigned current() { return _mm_getcsr() & ~kFlags; }
+
+  explicit VectorControlScope(unsigned control) : before_(_mm_getcsr()) {
+    changed_ = control != (before_ & ~kFlags);
+    if (changed_) _mm_setcsr(control | (before_ & kFlags));
+  }
+  ~VectorControlScope() {
+    if (changed_) _mm_setcsr(before_ | (_mm_getcsr() & kFlags));
+  }
+  VectorControlScope(const VectorControlScope&) = delete;
+  VectorControlScope& operator=(const VectorControlScope&) = delete;
+
+ private:
+  static constexpr unsigned kFlags = 0x3F;
+  unsigned before_;
+  bool changed_;
+};
+
+// What VectorRoundingScope is, for the x87 unit, in which `long double` is computed; it also sets 64-bit
+// precision.
 class ExtendedRoundingScope {
  public:
   explicit ExtendedRoundingScope(Rounding mode) {

@@ -7,21 +7,32 @@
 
 #include <cstddef>
 
+#include "frame/rounding.h"
 #include "kvrscore.h"
 
 namespace kvrs {
 
 // Runs body(thread, team) on a team of at most `threads`, and on one thread when the runtime grants no more:
-// team is what was granted.
+// team is what was granted. All of them work in the caller's rounding mode.
 template <class Body>
 void runTeam(int threads, Body body) {
+  const unsigned control = VectorControlScope::current();
 #pragma omp parallel num_threads(threads)
-  body(omp_get_thread_num(), omp_get_num_threads());
+  {
+    VectorControlScope scope(control);
+    body(omp_get_thread_num(), omp_get_num_threads());
+  }
 }
 
 // Team sizes of runSliced: most kernels gain nothing from a third thread, as memory feeds two at the most.
 inline constexpr int kTwoThreads = 2;
 inline constexpr int kAllThreads = 1 << 30;
+
+// The lengths from which families share their work, in proportion to the cost of an element, and how much
+// longer than that a vector has to be. A region costs microseconds while its threads are awake, tens of them
+// to wake them, and as long as others like where all processors are busy; the kernels of today need a tenth
+// of a nanosecond to one for an element. So it takes some 50 microseconds of work until a second thread pays.
+inline constexpr size_t kThreadedLengthFactor = 128;
 
 // The gate of element-wise work: runs kernel(begin, count) over all of [0, len), on slices of a team when
 // `len` reaches `threadedFrom` and more than one thread may be used, and otherwise in one piece. The last

@@ -30,10 +30,13 @@
 #include "kvrs/channels.h"
 #include "kvrs/complex_parts.h"
 #include "kvrs/convert.h"
+#include "kvrs/divide.h"
 #include "kvrs/fill.h"
 #include "kvrs/logic.h"
+#include "kvrs/mixed.h"
 #include "kvrs/reorder.h"
 #include "kvrs/shift.h"
+#include "kvrs/unary.h"
 
 #include "kvrs/fft.h"
 #include "kvrs/spectrum.h"

@@ -73,6 +73,13 @@ struct BadValue {
 inline constexpr BadValue kBadValues[] = {
     {"kvrs[LR]ShiftC_.*", "val", -1, kvrStatusBadShift, Rank::afterLength},
     {"kvrs[LR]ShiftC_.*", "val", -2147483648.0, kvrStatusBadShift, Rank::afterLength},
+    {"kvrsDiv_Round_.*", "rndMode", 3, kvrStatusBadRoundMode, Rank::afterLength},
+    {"kvrsDiv_Round_.*", "rndMode", -1, kvrStatusBadRoundMode, Rank::afterLength},
+    {"kvrsDivC_(8u|16u|16s|16sc|32f|64f|32fc|64fc)(_.*)?", "val", 0, kvrStatusDivByZeroError,
+     Rank::afterLength},
+    {"kvrsNormalize_.*", "vDiv", 0, kvrStatusDivByZeroError, Rank::afterLength},
+    {"kvrsNormalize_32fc?", "vDiv", 1e-40, kvrStatusDivByZeroError, Rank::afterLength},
+    {"kvrsNormalize_64fc?", "vDiv", 1e-310, kvrStatusDivByZeroError, Rank::afterLength},
     {"kvrsCopy_1u", "srcBitOffset", -1, kvrStatusBadLength, Rank::afterPointers},
     {"kvrsCopy_1u", "dstBitOffset", -1, kvrStatusBadLength, Rank::afterPointers},
     {"kvrsPackBits_32u8u", "dstBitOffset", -1, kvrStatusBadLength, Rank::afterPointers},

@@ -1,0 +1,78 @@
+// Floating-point arithmetic on operands of two types.
+// SPDX-License-Identifier: MIT
+#include "kvrs/mixed.h"
+
+#include "frame/check.h"
+#include "frame/loop.h"
+
+namespace kvrs {
+namespace {
+
+template <class D, class V>
+KVRS_INLINE hn::Vec<D> toFloat(D d, V v) {
+  return hn::ConvertTo(d, hn::PromoteTo(hn::RebindToSigned<D>(), v));
+}
+
+struct Add {
+  template <class D, class V>
+  KVRS_INLINE hn::Vec<D> operator()(D d, V a, V b) const {
+    return hn::Add(toFloat(d, a), toFloat(d, b));
+  }
+};
+
+struct SubtractFirst {
+  template <class D, class V>
+  KVRS_INLINE hn::Vec<D> operator()(D d, V a, V b) const {
+    return hn::Sub(toFloat(d, b), toFloat(d, a));
+  }
+};
+
+struct Mul {
+  template <class D, class V>
+  KVRS_INLINE hn::Vec<D> operator()(D d, V a, V b) const {
+    return hn::Mul(toFloat(d, a), toFloat(d, b));
+  }
+};
+
+// A real vector of half the lanes times a vector of pairs.
+struct MulRealComplex {
+  template <class D, class R, class V>
+  KVRS_INLINE V operator()(D d, R real, V pairs) const {
+    const hn::RepartitionToWide<hn::RebindToUnsigned<D>> wide;
+    const auto even = hn::PromoteTo(wide, hn::BitCast(hn::Rebind<uint32_t, hn::DFromV<R>>(), real));
+    return hn::Mul(hn::DupEven(hn::BitCast(d, even)), pairs);
+  }
+};
+
+template <class Op>
+KvrStatus combine(const Kvr16s* src1, const Kvr16s* src2, Kvr32f* dst, int len) {
+  KVRS_CHECK(pointers(src1, src2, dst), length(len));
+  return mapElements(Op(), dst, static_cast<size_t>(len), src1, src2);
+}
+
+KvrStatus multiply(const Kvr32f* src1, const Kvr32fc* src2, Kvr32fc* dst, int len) {
+  KVRS_CHECK(pointers(src1, src2, dst), length(len));
+  return mapElements(MulRealComplex(), asPairs<Kvr32f>(dst), static_cast<size_t>(len), src1,
+                     asPairs<Kvr32f>(src2));
+}
+
+}  // namespace
+}  // namespace kvrs
+
+using namespace kvrs;
+
+KvrStatus kvrsAdd_16s32f(const Kvr16s* src1, const Kvr16s* src2, Kvr32f* dst, int len) noexcept {
+  return combine<Add>(src1, src2, dst, len);
+}
+KvrStatus kvrsSub_16s32f(const Kvr16s* src1, const Kvr16s* src2, Kvr32f* dst, int len) noexcept {
+  return combine<SubtractFirst>(src1, src2, dst, len);
+}
+KvrStatus kvrsMul_16s32f(const Kvr16s* src1, const Kvr16s* src2, Kvr32f* dst, int len) noexcept {
+  return combine<Mul>(src1, src2, dst, len);
+}
+KvrStatus kvrsMul_32f32fc(const Kvr32f* src1, const Kvr32fc* src2, Kvr32fc* dst, int len) noexcept {
+  return multiply(src1, src2, dst, len);
+}
+KvrStatus kvrsMul_32f32fc_I(const Kvr32f* src, Kvr32fc* srcDst, int len) noexcept {
+  return multiply(src, srcDst, srcDst, len);
+}
