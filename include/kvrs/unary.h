@@ -40,10 +40,13 @@ KVRS_API KvrStatus kvrsAbs_64f_I(Kvr64f* srcDst, int len) KVRS_NOEXCEPT;
  *
  * | Type        | the square                                                                            |
  * |-------------|---------------------------------------------------------------------------------------|
+ * | 8u to 16s   | exact, times 2^(-scaleFactor), rounded to nearest with ties to even, saturated        |
+ * | 16sc        | `(re * re - im * im, 2 * re * im)`, exact, each part scaled and saturated as above    |
  * | 32f, 64f    | `x * x`                                                                               |
  * | 32fc, 64fc  | `(re * re - im * im, (2 * re) * im)`, every operation rounded by itself               |
  *
- * Results follow the caller's rounding mode and are the same in every module.
+ * Any scaleFactor will do: one too large for any square stores zeros, one too negative the extreme on the side of
+ * the square. Floating-point results follow the caller's rounding mode and are the same in every module.
  *
  * `dst` may be `src`; otherwise they do not overlap.
  *
@@ -52,6 +55,14 @@ KVRS_API KvrStatus kvrsAbs_64f_I(Kvr64f* srcDst, int len) KVRS_NOEXCEPT;
  * @{
  */
 
+KVRS_API KvrStatus kvrsSqr_8u_Sfs(const Kvr8u* src, Kvr8u* dst, int len, int scaleFactor) KVRS_NOEXCEPT;
+KVRS_API KvrStatus kvrsSqr_16u_Sfs(const Kvr16u* src, Kvr16u* dst, int len, int scaleFactor) KVRS_NOEXCEPT;
+KVRS_API KvrStatus kvrsSqr_16s_Sfs(const Kvr16s* src, Kvr16s* dst, int len, int scaleFactor) KVRS_NOEXCEPT;
+KVRS_API KvrStatus kvrsSqr_16sc_Sfs(const Kvr16sc* src, Kvr16sc* dst, int len, int scaleFactor) KVRS_NOEXCEPT;
+KVRS_API KvrStatus kvrsSqr_8u_ISfs(Kvr8u* srcDst, int len, int scaleFactor) KVRS_NOEXCEPT;
+KVRS_API KvrStatus kvrsSqr_16u_ISfs(Kvr16u* srcDst, int len, int scaleFactor) KVRS_NOEXCEPT;
+KVRS_API KvrStatus kvrsSqr_16s_ISfs(Kvr16s* srcDst, int len, int scaleFactor) KVRS_NOEXCEPT;
+KVRS_API KvrStatus kvrsSqr_16sc_ISfs(Kvr16sc* srcDst, int len, int scaleFactor) KVRS_NOEXCEPT;
 KVRS_API KvrStatus kvrsSqr_32f(const Kvr32f* src, Kvr32f* dst, int len) KVRS_NOEXCEPT;
 KVRS_API KvrStatus kvrsSqr_64f(const Kvr64f* src, Kvr64f* dst, int len) KVRS_NOEXCEPT;
 KVRS_API KvrStatus kvrsSqr_32fc(const Kvr32fc* src, Kvr32fc* dst, int len) KVRS_NOEXCEPT;
