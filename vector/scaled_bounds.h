@@ -1,6 +1,7 @@
 // Where the scale factors of the scaled integer families change kernel. The first number is the largest scale
 // factor at which some exact result still rounds to something else than 0, the second one the largest at
-// which every result but 0 saturates. SPDX-License-Identifier: MIT
+// which every result but 0 saturates.
+// SPDX-License-Identifier: MIT
 #ifndef KVRS_VECTOR_SCALED_BOUNDS_H
 #define KVRS_VECTOR_SCALED_BOUNDS_H
 

@@ -1,5 +1,6 @@
 // Scaled arithmetic whose products are floating: by a single-precision scalar into 16 bits, and by a scalar
-// in 64 bits with extended precision. SPDX-License-Identifier: MIT
+// in 64 bits with extended precision.
+// SPDX-License-Identifier: MIT
 #include <cmath>
 #include <limits>
 

@@ -1,5 +1,6 @@
 // How functions with a scale factor are tested: every scale factor on extreme and random operands, the
-// caller's rounding modes and control words, then the standard sweep. SPDX-License-Identifier: MIT
+// caller's rounding modes and control words, then the standard sweep.
+// SPDX-License-Identifier: MIT
 #ifndef KVRS_TESTS_VECTOR_SCALED_CHECK_H
 #define KVRS_TESTS_VECTOR_SCALED_CHECK_H
 
