@@ -8,8 +8,10 @@
 
 #include <cstdint>
 #include <cstdlib>
+#include <map>
 #include <memory>
 #include <string>
+#include <vector>
 
 namespace kvrs::bench {
 
@@ -24,10 +26,8 @@ void add(const std::string& name, const std::string& who, Body body) {
   });
 }
 
-// An array aligned to a cache line, alive as long as a contestant holds it, filled with small numbers that
-// are no special values of any type.
 template <class T>
-std::shared_ptr<T> array(size_t count) {
+std::shared_ptr<T> newArray(size_t count) {
   void* block = nullptr;
   if (posix_memalign(&block, 64, count * sizeof(T) + 64) != 0) abort();
   T* data = static_cast<T*>(block);
@@ -45,6 +45,21 @@ std::shared_ptr<T> array(size_t count) {
     }
   }
   return std::shared_ptr<T>(data, [](T* p) { free(p); });
+}
+
+// An array aligned to a cache line, filled with small numbers that are no special values of any type. All cases are
+// registered before the first one runs, more of them than a 32-bit process has room for, so long arrays are dealt out
+// of a few: a case may hold up to eight of a length.
+template <class T>
+std::shared_ptr<T> array(size_t count) {
+  constexpr size_t kLong = size_t{1} << 18, kOfALength = 8;
+  if (count * sizeof(T) < kLong) return newArray<T>(count);
+  static std::map<size_t, std::vector<std::shared_ptr<T>>> dealt;
+  static std::map<size_t, size_t> next;
+  auto& arrays = dealt[count];
+  const size_t i = next[count]++ % kOfALength;
+  if (i == arrays.size()) arrays.push_back(newArray<T>(count));
+  return arrays[i];
 }
 
 // The bench's main runs these before it starts, in the order of the linker.
