@@ -7,26 +7,12 @@
 
 #include "frame/element.h"
 #include "frame/simd.h"
-
-// Kernels keep arrays of vectors in registers, so the bodies of their unrolled loops must never become calls.
-#define KVRS_UNROLLED __attribute__((always_inline))
+#include "frame/unroll.h"
 
 namespace kvrs::fft {
 
 template <class D>
 using Cx = Complex<hn::Vec<D>>;
-
-template <int I>
-using Index = std::integral_constant<int, I>;
-
-// Calls body(Index<0>()), body(Index<1>()), ... body(Index<N - 1>()).
-template <int N, class F>
-KVRS_INLINE void unroll(F&& body) {
-  [&]<int... I>(std::integer_sequence<int, I...>) KVRS_UNROLLED {
-    (body(Index<I>()), ...);
-  }
-  (std::make_integer_sequence<int, N>());
-}
 
 // Shuffles work on the 16-byte blocks of a vector apart wherever they can: those take one cycle, and no
 // register for an index. kBlock is the number of lanes in a block.
