@@ -6,12 +6,9 @@
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
-#include <array>
 #include <cstring>
-#include <memory>
+#include <initializer_list>
 #include <string>
-#include <tuple>
 #include <utility>
 #include <vector>
 
@@ -22,17 +19,7 @@
 namespace kvrs::test {
 
 // 1 to 70, some lengths of several vectors, and each threshold with its neighbours.
-inline std::vector<int> sweepLengths(std::initializer_list<int> thresholds = {}) {
-  std::vector<int> lengths;
-  for (int len = 1; len <= 70; ++len) lengths.push_back(len);
-  for (int len : {127, 128, 129, 191, 255, 256, 257, 300, 511, 513, 1000}) lengths.push_back(len);
-  for (int at : thresholds) {
-    for (int len = at - 1; len <= at + 1; ++len) {
-      if (len > 0) lengths.push_back(len);
-    }
-  }
-  return lengths;
-}
+std::vector<int> sweepLengths(std::initializer_list<int> thresholds = {});
 
 template <class T>
 bool sameBits(T a, T b) {
@@ -54,48 +41,90 @@ struct SweepOptions {
   uint64_t seed = 1;
 };
 
+// What the sweep needs to know of a function dst[i] = oracle(src[i]...), without its types, so that the sweep itself is
+// compiled once. Sources of `oracle` and results of both are aligned; those of `call` have any address.
+class SweepCase {
+ public:
+  std::vector<size_t> sourceBytes;  // of one element
+  size_t resultBytes = 0;
+
+  virtual void draw(Random& random, size_t source, void* elements, size_t n) const = 0;
+  virtual KvrStatus call(const void* const* src, void* dst, int len) const = 0;
+  virtual void oracle(const void* const* src, void* want, size_t n) const = 0;
+  // The first of n results that is not as wanted, or n.
+  virtual size_t firstWrong(const void* got, const void* want, size_t n) const = 0;
+  virtual std::string show(const void* result, size_t i) const = 0;
+
+ protected:
+  ~SweepCase() = default;
+};
+
+void sweep(const SweepCase& c, const SweepOptions& options);
+
+namespace sweep_detail {
+
+// What depends on the types alone.
+template <class D, class... S>
+class TypedCase : public SweepCase {
+ public:
+  TypedCase() {
+    sourceBytes = {sizeof(S)...};
+    resultBytes = sizeof(D);
+  }
+  std::string show(const void* result, size_t i) const final {
+    return test::show(static_cast<const D*>(result)[i]);
+  }
+
+ protected:
+  ~TypedCase() = default;
+};
+
+template <class Call, class Oracle, class Same, class Draw, class D, class... S>
+class FunctionCase final : public TypedCase<D, S...> {
+ public:
+  FunctionCase(Call& call, Oracle& oracle, Same& same, Draw& draw)
+      : call_(call), oracle_(oracle), same_(same), draw_(draw) {}
+
+  void draw(Random& random, size_t source, [[maybe_unused]] void* elements, size_t n) const override {
+    size_t k = 0;
+    [[maybe_unused]] const auto fill = [&]<class T>(T* to) {
+      if (k++ != source) return;
+      for (size_t i = 0; i < n; ++i) to[i] = draw_(random, source, T{});
+    };
+    (fill(static_cast<S*>(elements)), ...);
+  }
+  KvrStatus call(const void* const* src, void* dst, int len) const override {
+    return [&]<size_t... I>(std::index_sequence<I...>) {
+      return call_(static_cast<const S*>(src[I])..., static_cast<D*>(dst), len);
+    }
+    (std::index_sequence_for<S...>());
+  }
+  void oracle(const void* const* src, void* want, size_t n) const override {
+    [&]<size_t... I>(std::index_sequence<I...>) {
+      for (size_t i = 0; i < n; ++i) static_cast<D*>(want)[i] = oracle_(static_cast<const S*>(src[I])[i]...);
+    }
+    (std::index_sequence_for<S...>());
+  }
+  size_t firstWrong(const void* got, const void* want, size_t n) const override {
+    size_t i = 0;
+    while (i < n && same_(static_cast<const D*>(got)[i], static_cast<const D*>(want)[i])) ++i;
+    return i;
+  }
+
+ private:
+  Call& call_;
+  Oracle& oracle_;
+  Same& same_;
+  Draw& draw_;
+};
+
+}  // namespace sweep_detail
+
 // A function dst[i] = oracle(src[i]...): `call(src..., dst, len)` runs it, `same(got, want)` compares.
-// `draw(random, source number)` makes a source's elements.
+// `draw(random, source number, T{})` makes a source's elements, of type T.
 template <class D, class... S, class Call, class Oracle, class Same, class Draw>
 void sweepMapWith(Call call, Oracle oracle, Same same, Draw draw, const SweepOptions& options) {
-  constexpr size_t sources = sizeof...(S);
-  int longest = 0;
-  for (int len : options.lengths) longest = std::max(longest, len);
-  std::array<std::unique_ptr<Arena>, sources + 1> arenas;
-  for (auto& arena : arenas) arena = std::make_unique<Arena>(static_cast<size_t>(longest) * 16 + 64);
-  Random random(options.seed);
-
-  const auto run = [&]<size_t... I>(std::index_sequence<I...>, int len, size_t offset, Side side) {
-    const size_t n = static_cast<size_t>(len);
-    // Every array has an alignment of its own.
-    std::tuple<S*...> src{arenas[I]->template place<S>(n, side, (offset * (2 * I + 3) + 5 * I) % 32)...};
-    D* dst = arenas[sources]->template place<D>(n, side, offset);
-    std::tuple<std::vector<S>...> before{std::vector<S>(n)...};
-    for (size_t i = 0; i < n; ++i) {
-      ((std::get<I>(before)[i] = draw(random, I, S{}), put(std::get<I>(src), i, std::get<I>(before)[i])),
-       ...);
-    }
-    ASSERT_EQ(options.status, call(static_cast<const S*>(std::get<I>(src))..., dst, len));
-    for (size_t i = 0; i < n; ++i) {
-      const D want = oracle(std::get<I>(before)[i]...);
-      ASSERT_TRUE(same(get(dst, i), want)) << "len " << len << ", offset " << offset << ", element " << i
-                                           << ": got " << show(get(dst, i)) << ", want " << show(want);
-      ASSERT_TRUE((sameBits(get(std::get<I>(src), i), std::get<I>(before)[i]) && ...)) << "source written";
-    }
-    for (const auto& arena : arenas) {
-      ASSERT_TRUE(arena->intact()) << "written outside, len " << len << ", offset " << offset;
-    }
-  };
-  for (int len : options.lengths) {
-    // All offsets where they matter most, a few where the length is long.
-    const size_t step = len <= 70 ? 1 : 5;
-    for (size_t offset = 0; offset < 32; offset += step) {
-      for (Side side : {Side::front, Side::back}) {
-        run(std::index_sequence_for<S...>{}, len, offset, side);
-        if (testing::Test::HasFatalFailure()) return;
-      }
-    }
-  }
+  sweep(sweep_detail::FunctionCase<Call, Oracle, Same, Draw, D, S...>(call, oracle, same, draw), options);
 }
 
 template <class D, class... S, class Call, class Oracle>

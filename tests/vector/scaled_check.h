@@ -15,6 +15,7 @@
 #include <limits>
 #include <string>
 #include <tuple>
+#include <type_traits>
 #include <vector>
 
 #include "tests/support/sweep.h"
@@ -196,12 +197,16 @@ using ScalarSfs = KvrStatus (*)(const T*, T, T*, int, int) noexcept;
 template <class T>
 using ScalarISfs = KvrStatus (*)(T, T*, int, int) noexcept;
 
-// f(src1, src2, dst) and inPlace(src, srcDst), where `oracle(n, left, right)` gives what is stored;
-// src1 and src are the right-hand operand. Either function may be null.
-template <class D, class A, class B, class Oracle>
-void checkVectors(const char* name, VectorSfs<D, A, B> f, VectorISfs<D, A> inPlace, Oracle oracle) {
+// What is stored, from the scale factor, the left-hand and the right-hand operand.
+template <class D, class A, class B>
+using ScaledRule = std::type_identity_t<std::function<D(int n, B left, A right)>>;
+
+// f(src1, src2, dst) and inPlace(src, srcDst); src1 and src are the right-hand operand. Either function may be null.
+template <class D, class A, class B>
+void checkVectors(const char* name, VectorSfs<D, A, B> f, VectorISfs<D, A> inPlace,
+                  const ScaledRule<D, A, B>& rule) {
   if (f != nullptr) {
-    checkScaled(ScaledCase<D, A, B>{name, f, [=](int n, A src1, B src2) { return oracle(n, src2, src1); }});
+    checkScaled(ScaledCase<D, A, B>{name, f, [&](int n, A src1, B src2) { return rule(n, src2, src1); }});
   }
   if (inPlace != nullptr) {
     const auto call = [=](const A* src, const D* before, D* srcDst, int len, int n) {
@@ -209,20 +214,20 @@ void checkVectors(const char* name, VectorSfs<D, A, B> f, VectorISfs<D, A> inPla
       return inPlace(src, srcDst, len, n);
     };
     checkScaled(ScaledCase<D, A, D>{std::string(name) + " in place", call,
-                                    [=](int n, A src, D srcDst) { return oracle(n, srcDst, src); }});
+                                    [&](int n, A src, D srcDst) { return rule(n, srcDst, src); }});
   }
 }
 
-// f(src, val, dst) and inPlace(val, srcDst), where `oracle(n, src, val)` gives what is stored.
-template <class T, class Oracle>
-void checkScalar(const char* name, ScalarSfs<T> f, ScalarISfs<T> inPlace, Oracle oracle) {
+// f(src, val, dst) and inPlace(val, srcDst); val is the right-hand operand.
+template <class T>
+void checkScalar(const char* name, ScalarSfs<T> f, ScalarISfs<T> inPlace, const ScaledRule<T, T, T>& rule) {
   Random random(3);
   std::vector<T> vals = extremes<T>();
   vals.push_back(random.value<T>());
   for (T val : vals) {
     ScaledCase<T, T> c{std::string(name) + " by " + show(val),
                        [=](const T* src, T* dst, int len, int n) { return f(src, val, dst, len, n); },
-                       [=](int n, T src) { return oracle(n, src, val); }};
+                       [&](int n, T src) { return rule(n, src, val); }};
     checkValues(c, allScaleFactors(), 30);
     if (sameBits(val, vals.back())) checkSweep(c);
     c.name += " in place";
