@@ -78,9 +78,9 @@ void transformViews(const Record<T>& r, int order, In in, Out out, T* work, T sc
     if (order == 7) return wideTransform<8>(in, out, r.rows.get(), scale);
   }
   if (order <= kLastStockhamOrder) {
-    return stockham(order, in, out, Blocks<T>{work}, r.rows.get(), scale);
+    return stockham(order, in, out, Work<T>{work}, r.rows.get(), scale);
   }
-  const SplitTables<T> tables{r.columns.get(), r.vectors.get(),     r.lanes.get(),
+  const SplitTables<T> tables{r.columns.get(), r.spans.get(),       r.places.get(),
                               r.middle.get(),  r.middleOuter.get(), r.rows.get()};
   splitTransform(order, in, out, work, static_cast<size_t>(r.workSize) / (2 * sizeof(T)), tables, scale);
 }
