@@ -15,19 +15,26 @@ struct FactoredTwiddles {
   const T* places;  // [k][place]
   size_t rows;
 
+  // Spread once where a span is several vectors, else on the way out of memory, which keeps registers free.
   template <class D>
   struct Row {
-    Complex<typename Form<D>::Vector> span;
+    const T* number;
     Table<T> places;
+    Complex<typename Form<D>::Vector> kept;
 
     KVRS_INLINE Cx<D> apply(D d, Cx<D> x, size_t place) const {
-      return mul(x, mul(places.load(d, place), span));
+      if constexpr (kFactorSpan < T >> kPoints<D>) return mul(x, mul(places.load(d, place), kept));
+      return mul(x, mul(places.load(d, place), spread(d, number)));
     }
   };
 
   template <class D>
   KVRS_INLINE Row<D> row(D d, size_t k, size_t c) const {
-    return {spread(d, spans + 2 * (c / kFactorSpan<T> * rows + k)), Table<T>{places}.at(k * kFactorSpan<T>)};
+    Row<D> r;
+    r.number = spans + 2 * (c / kFactorSpan<T> * rows + k);
+    r.places = Table<T>{places}.at(k * kFactorSpan<T>);
+    if constexpr (kFactorSpan < T >> kPoints<D>) r.kept = spread(d, r.number);
+    return r;
   }
 };
 

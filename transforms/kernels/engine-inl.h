@@ -4,6 +4,8 @@
 // forward transform is the inverse one. All that knows the direction, and whether the parts lie in one array or in
 // two, is a view (lanes-inl.h): the first pass loads through one, the last stores through one, and between them a
 // vector of real parts is followed by one of imaginary parts, so that no pass in the middle moves a lane.
+// Where registers are few (kPaired), numbers stay in pairs from end to end instead: a product takes a shuffle then, but
+// a butterfly of four points fits eight registers.
 //
 // Three paths, by order:
 //
