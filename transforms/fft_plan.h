@@ -31,6 +31,19 @@ struct Plan {
   }
 };
 
+// Whether the passes hold complex numbers in pairs, as memory does, instead of real and imaginary parts in vectors of
+// their own: that takes half the registers for the price of a shuffle in each product.
+inline constexpr bool kPaired = kVectorRegisters < 16;
+
+// The complex numbers that a pass works on side by side.
+template <class T>
+inline constexpr size_t kPassLanes = kPaired ? kLanes<T> / 2 : kLanes<T>;
+
+// The columns of a split transform that share a factor for each row (FactoredTwiddles): a strip's width has to be a
+// multiple. Factors for one vector each are least work where it is long; else several share one that stays in reach.
+template <class T>
+inline constexpr size_t kFactorSpan = kPaired ? 16 : kPassLanes<T>;
+
 // The largest radix, and the usual one: its points have to find room in the vector registers, more or less.
 inline constexpr int kMaxBits = kVectorRegisters >= 32 ? 4 : 3;
 inline constexpr int kUsualBits = kVectorRegisters >= 16 ? kMaxBits : 2;
@@ -53,7 +66,9 @@ constexpr Plan makePlan(int order, int first = 0) {
 
 // Self-sorting transforms. The first pass turns a square of lanes, so its radix is at least their number.
 template <class T>
-inline constexpr int kFirstBits = kLanes<T> == 16 ? 4 : 3;
+inline constexpr int kFirstBits = kLanes<T> == 16 ? 4
+                                  : kPaired       ? 2
+                                                  : 3;
 template <class T>
 inline constexpr int kFirstRadix = 1 << kFirstBits<T>;
 

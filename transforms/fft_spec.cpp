@@ -119,11 +119,10 @@ class Tables {
     ref->set(next_);
     if (order <= kLastSmallOrder<T>) return square(order);
     const Plan& plan = kStockhamPlans<T>[order];
-    const int lanes = static_cast<int>(kLanes<T>);
     const size_t m = size_t{1} << (order - kFirstBits<T>);
-    for (size_t p = 0; p < m; p += lanes) {
+    for (size_t p = 0; p < m; p += kPassLanes<T>) {
       for (size_t j = 1; j < kFirstRadix<T>; ++j) {
-        vectors(lanes, [&](int lane) { return wave_.root(j * (p + lane), order); });
+        passVectors([&](int lane) { return wave_.root(j * (p + lane), order); });
       }
     }
     passes(plan, 1, order - kFirstBits<T>);
@@ -135,10 +134,10 @@ class Tables {
     passes(kColumnPlans[order], 0, order);
   }
 
-  // exp(-2 pi i k c / 2^order), for rows k and columns c: at every column that begins a vector.
-  void vectorTwiddles(Ref<T>* ref, int order, size_t rows, size_t columns) {
+  // exp(-2 pi i k c / 2^order), for rows k and columns c: at every column that begins a span.
+  void spanTwiddles(Ref<T>* ref, int order, size_t rows, size_t columns) {
     ref->set(next_);
-    for (size_t c = 0; c < columns; c += kLanes<T>) {
+    for (size_t c = 0; c < columns; c += kFactorSpan<T>) {
       for (size_t k = 0; k < rows; ++k) put(wave_.root(k * c, order));
     }
   }
@@ -146,8 +145,8 @@ class Tables {
   void tabledTwiddles(Ref<T>* ref, int order, size_t rows, size_t columns) {
     ref->set(next_);
     for (size_t k = 0; k < rows; ++k) {
-      for (size_t c = 0; c < columns; c += kLanes<T>) {
-        vectors(kLanes<T>, [&](int lane) { return wave_.root(k * (c + lane), order); });
+      for (size_t c = 0; c < columns; c += kPassLanes<T>) {
+        passVectors([&](int lane) { return wave_.root(k * (c + lane), order); });
       }
     }
   }
@@ -167,6 +166,16 @@ class Tables {
       next_[lanes + lane] = w.im;
     }
     next_ += 2 * lanes;
+  }
+
+  // What a pass loads at once.
+  template <class F>
+  void passVectors(F of) {
+    if constexpr (kPaired) {
+      for (size_t lane = 0; lane < kPassLanes<T>; ++lane) put(of(static_cast<int>(lane)));
+    } else {
+      vectors(kPassLanes<T>, of);
+    }
   }
 
   // For each pass but the last, and each of its butterflies, exp(-2 pi i p j / n) for j = 1 .. radix - 1.
@@ -234,12 +243,12 @@ KvrStatus initRecord(Kind kind, IdWord word, Record<T>** record, int order, int 
       const size_t edge = size_t{1} << split.outer, middle = size_t{1} << split.middle;
       t.stockham(&r->rows, split.outer);
       t.columns(&r->columns, split.outer);
-      t.tabledTwiddles(&r->lanes, points, edge, kLanes<T>);
+      t.tabledTwiddles(&r->places, points, edge, kFactorSpan<T>);
       if (split.middle > 0) {
         t.columns(&r->middle, split.middle);
         t.tabledTwiddles(&r->middleOuter, split.outer + split.middle, middle, edge);
       }
-      t.vectorTwiddles(&r->vectors, points, edge, edge * middle);
+      t.spanTwiddles(&r->spans, points, edge, edge * middle);
     }
   }
   r->idWord = word;

@@ -24,7 +24,7 @@ struct Record {
   // Twiddles between the passes of a transform up to kLastStockhamOrder, or of the rows of a split one.
   Ref<T> rows;
   // A split transform: see SplitTables.
-  Ref<T> columns, vectors, lanes, middle, middleOuter;
+  Ref<T> columns, spans, places, middle, middleOuter;
   // A real transform: cos and sin of 2 pi k / N, halved, for k = 1 .. N/4.
   Ref<T> halves;
 };

@@ -39,6 +39,65 @@ KVRS_INLINE Complex<V> mul(Complex<V> a, V factor) {
   return {hn::Mul(a.re, factor), hn::Mul(a.im, factor)};
 }
 
+// The same on pairs.
+template <class V>
+KVRS_INLINE Paired<V> add(Paired<V> a, Paired<V> b) {
+  return {hn::Add(a.v, b.v)};
+}
+template <class V>
+KVRS_INLINE Paired<V> sub(Paired<V> a, Paired<V> b) {
+  return {hn::Sub(a.v, b.v)};
+}
+// -i a
+template <class V>
+KVRS_INLINE Paired<V> turn90(Paired<V> a) {
+  const hn::DFromV<V> d;
+  using T = hn::TFromD<decltype(d)>;
+  alignas(16) static constexpr T kOddSigns[4] = {0, T(-0.0), 0, T(-0.0)};
+  return {hn::Xor(exchanged(a).v, hn::LoadDup128(d, kOddSigns))};
+}
+template <class V>
+KVRS_INLINE Paired<V> subI(Paired<V> a, Paired<V> b) {
+  return add(a, turn90(b));
+}
+template <class V>
+KVRS_INLINE Paired<V> addI(Paired<V> a, Paired<V> b) {
+  return sub(a, turn90(b));
+}
+template <class V>
+KVRS_INLINE Paired<V> turn45(Paired<V> a) {
+  return add(a, turn90(a));
+}
+template <class V>
+KVRS_INLINE Paired<V> mul(Paired<V> a, V factor) {
+  return {hn::Mul(a.v, factor)};
+}
+// By a number whose parts are spread over its lanes.
+template <class V>
+KVRS_INLINE Paired<V> mul(Paired<V> a, Complex<V> w) {
+  return {subAdd(hn::Mul(a.v, w.re), hn::Mul(exchanged(a).v, w.im))};
+}
+template <class V>
+KVRS_INLINE Paired<V> mul(Paired<V> a, Paired<V> w) {
+  return mul(a, Complex<V>{dupEven(w.v), dupOdd(w.v)});
+}
+
+// A number for all lanes.
+template <class D>
+KVRS_INLINE Complex<typename Form<D>::Vector> spread(D d, const typename Form<D>::Lane* w) {
+  return {factor(d, w[0]), factor(d, w[1])};
+}
+
+// Both out of one load, as integers: their shuffle takes its operand from another register.
+template <class T>
+KVRS_INLINE Complex<typename Form<Pairs<T>>::Vector> spread(Pairs<T>, const T* w) {
+  const auto d = Form<Pairs<T>>::lanes;
+  const hn::RebindToSigned<Lanes<T, kLanes<T>>> bits;
+  const hn::Half<decltype(d)> half;
+  const auto number = hn::BitCast(bits, hn::ZeroExtendVector(d, hn::Load(half, w)));
+  return {hn::BitCast(d, hn::Broadcast<0>(number)), hn::BitCast(d, hn::Broadcast<1>(number))};
+}
+
 // sum = a + c b, diff = a - c b
 template <class V>
 KVRS_INLINE void addSub(V a, V c, V b, V& sum, V& diff) {
@@ -62,11 +121,19 @@ KVRS_INLINE void addSubI(Complex<V> a, V c, Complex<V> b, Complex<V>& sum, Compl
   addSub(a.re, c, b.im, sum.re, diff.re);
   addSub(a.im, c, b.re, diff.im, sum.im);
 }
+template <class V>
+KVRS_INLINE void addSub(Paired<V> a, V c, Paired<V> b, Paired<V>& sum, Paired<V>& diff) {
+  addSub(a.v, c, b.v, sum.v, diff.v);
+}
+template <class V>
+KVRS_INLINE void addSubI(Paired<V> a, V c, Paired<V> b, Paired<V>& sum, Paired<V>& diff) {
+  addSub(a.v, c, turn90(b).v, sum.v, diff.v);
+}
 
 // Four points to four results, in place.
-template <class V>
-KVRS_INLINE void butterfly4(Complex<V>& x0, Complex<V>& x1, Complex<V>& x2, Complex<V>& x3) {
-  const Complex<V> a = add(x0, x2), b = sub(x0, x2), c = add(x1, x3), e = sub(x1, x3);
+template <class C>
+KVRS_INLINE void butterfly4(C& x0, C& x1, C& x2, C& x3) {
+  const C a = add(x0, x2), b = sub(x0, x2), c = add(x1, x3), e = sub(x1, x3);
   x0 = add(a, c);
   x1 = subI(b, e);
   x2 = sub(a, c);
@@ -77,7 +144,7 @@ KVRS_INLINE void butterfly4(Complex<V>& x0, Complex<V>& x1, Complex<V>& x2, Comp
 // it is known, so that few numbers have to be kept. All loads come before the first emit.
 template <int R, class D, class Load, class Emit>
 KVRS_INLINE void butterfly(D d, Load load, Emit emit) {
-  using T = hn::TFromD<D>;
+  using T = typename Form<D>::Lane;
   using C = Cx<D>;
   if constexpr (R == 1) {
     emit(Index<0>(), load(Index<0>()));
@@ -96,7 +163,7 @@ KVRS_INLINE void butterfly(D d, Load load, Emit emit) {
     emit(Index<3>(), addI(b, e));
   } else if constexpr (R == 8) {
     // Two transforms of the even and the odd points; 52 operations, the factors sqrt(1/2) within multiply-adds.
-    const auto h = hn::Set(d, T(0.70710678118654752440));
+    const auto h = factor(d, T(0.70710678118654752440));
     C e0 = load(Index<0>()), e1 = load(Index<2>()), e2 = load(Index<4>()), e3 = load(Index<6>());
     butterfly4(e0, e1, e2, e3);
     C o0 = load(Index<1>()), o1 = load(Index<3>()), o2 = load(Index<5>()), o3 = load(Index<7>());
@@ -116,9 +183,9 @@ KVRS_INLINE void butterfly(D d, Load load, Emit emit) {
     // Four transforms of four points, twice. The turns between them are written as a factor times a number that
     // needs no multiplication, or one multiply-add; the factor goes into the last additions: 144 operations.
     static_assert(R == 16);
-    const auto h = hn::Set(d, T(0.70710678118654752440));
-    const auto c = hn::Set(d, T(0.92387953251128675613));  // cos(pi/8)
-    const auto t = hn::Set(d, T(0.41421356237309504880));  // tan(pi/8)
+    const auto h = factor(d, T(0.70710678118654752440));
+    const auto c = factor(d, T(0.92387953251128675613));  // cos(pi/8)
+    const auto t = factor(d, T(0.41421356237309504880));  // tan(pi/8)
     // exp(-i pi/8) a / c and exp(-3 i pi/8) a / c
     const auto turn1 = [&](C a) KVRS_UNROLLED {
       return C{hn::MulAdd(t, a.im, a.re), hn::NegMulAdd(t, a.re, a.im)};

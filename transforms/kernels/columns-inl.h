@@ -7,19 +7,34 @@
 
 namespace kvrs::fft {
 
-// exp(-2 pi i k c / N) for row k and columns c .. c + L - 1, as the product of one number for the row and the
-// vector and one for the row and the lane: far smaller tables for four more operations.
+// exp(-2 pi i k c / N) for row k and columns c .. c + kFactorSpan - 1, as the product of one number for the row and the
+// span and one for the row and the place in the span: far smaller tables for four more operations.
 template <class T>
 struct FactoredTwiddles {
-  const T* vectors;  // [c / L][k]
-  const T* lanes;    // [k][lane]
+  const T* spans;   // [c / span][k]
+  const T* places;  // [k][place]
   size_t rows;
 
+  // Spread once where a span is several vectors, else on the way out of memory, which keeps registers free.
   template <class D>
-  KVRS_INLINE Cx<D> apply(D d, Cx<D> x, size_t k, size_t c) const {
-    const T* v = vectors + 2 * (c / hn::MaxLanes(d) * rows + k);
-    const auto lane = Table<T>{lanes}.load(d, k * hn::MaxLanes(d));
-    return mul(x, mul(lane, Cx<D>{hn::Set(d, v[0]), hn::Set(d, v[1])}));
+  struct Row {
+    const T* number;
+    Table<T> places;
+    Complex<typename Form<D>::Vector> kept;
+
+    KVRS_INLINE Cx<D> apply(D d, Cx<D> x, size_t place) const {
+      if constexpr (kFactorSpan < T >> kPoints<D>) return mul(x, mul(places.load(d, place), kept));
+      return mul(x, mul(places.load(d, place), spread(d, number)));
+    }
+  };
+
+  template <class D>
+  KVRS_INLINE Row<D> row(D d, size_t k, size_t c) const {
+    Row<D> r;
+    r.number = spans + 2 * (c / kFactorSpan<T> * rows + k);
+    r.places = Table<T>{places}.at(k * kFactorSpan<T>);
+    if constexpr (kFactorSpan < T >> kPoints<D>) r.kept = spread(d, r.number);
+    return r;
   }
 };
 
@@ -30,8 +45,15 @@ struct TabledTwiddles {
   size_t columns;
 
   template <class D>
-  KVRS_INLINE Cx<D> apply(D d, Cx<D> x, size_t k, size_t c) const {
-    return mul(x, Table<T>{table}.load(d, k * columns + c));
+  struct Row {
+    Table<T> places;
+
+    KVRS_INLINE Cx<D> apply(D d, Cx<D> x, size_t place) const { return mul(x, places.load(d, place)); }
+  };
+
+  template <class D>
+  KVRS_INLINE Row<D> row(D, size_t k, size_t c) const {
+    return {Table<T>{table}.at(k * columns + c)};
   }
 };
 
@@ -41,24 +63,18 @@ struct Columns {
   In in;
   Out out;
   size_t pitch;
-  Blocks<T> work;
+  Work<T> work;
   size_t width;  // of a strip, in columns
   const T* w;
   Twiddles twiddles;
 
-  static constexpr size_t L = kLanes<T>;
-  static constexpr Lanes<T, L> d{};
-
-  using D = Lanes<T, L>;
+  using D = PassTag<T>;
+  static constexpr D d{};
 
   // One butterfly is the whole transform.
   template <int R>
   void onlyPass(size_t first) const {
-    for (size_t c = first; c < first + width; c += L) {
-      butterfly<R>(
-          d, [&](auto k) KVRS_UNROLLED { return in.load(d, k * pitch + c); },
-          [&](auto k, Cx<D> x) KVRS_UNROLLED { out.store(d, k * pitch + c, twiddles.apply(d, x, k, c)); });
-    }
+    for (size_t c = first; c < first + width; c += kFactorSpan<T>) turnedSteps<R>(in.at(c), pitch, c, 0, 1);
   }
 
   template <int R>
@@ -67,9 +83,7 @@ struct Columns {
     const T* wp = w;
     for (size_t p = 0; p < m; ++p, wp += 2 * (R - 1)) {
       const NumberTwiddles<R, D> turns(d, wp);
-      for (size_t c = 0; c < width; c += L) {
-        passStep<R>(d, in, p * pitch + first + c, m * pitch, work, p * width + c, m * width, turns);
-      }
+      passSteps<R>(d, in.at(p * pitch + first), m * pitch, work.at(p * width), m * width, width, turns);
     }
   }
 
@@ -80,10 +94,8 @@ struct Columns {
       const T* wp = wn;
       for (size_t p = 0; p < m; ++p, wp += 2 * (R - 1)) {
         const NumberTwiddles<R, D> turns(d, wp);
-        for (size_t c = 0; c < width; c += L) {
-          const size_t at = (base + p) * width + c;
-          passStep<R>(d, work, at, m * width, work, at, m * width, turns);
-        }
+        const auto rows = work.at((base + p) * width);
+        passSteps<R>(d, rows, m * width, rows, m * width, width, turns);
       }
     }
   }
@@ -94,13 +106,8 @@ struct Columns {
     const size_t m = points / R;
     for (size_t g = 0; g < m; ++g) {
       const size_t k0 = plan.reverse(g);
-      for (size_t c = 0; c < width; c += L) {
-        butterfly<R>(
-            d, [&](auto j) KVRS_UNROLLED { return work.load(d, (g * R + j) * width + c); },
-            [&](auto j, Cx<D> x) KVRS_UNROLLED {
-              const size_t k = k0 + j * m;
-              out.store(d, k * pitch + first + c, twiddles.apply(d, x, k, first + c));
-            });
+      for (size_t c = 0; c < width; c += kFactorSpan<T>) {
+        turnedSteps<R>(work.at(g * R * width + c), width, first + c, k0, m);
       }
     }
   }
@@ -110,6 +117,20 @@ struct Columns {
   }
 
  private:
+  // Last butterflies for a span of columns from c on: `from` gives R rows, which become rows k0, k0 + m, ... of the
+  // result.
+  template <int R, class From>
+  KVRS_INLINE void turnedSteps(From from, size_t stride, size_t c, size_t k0, size_t m) const {
+    typename Twiddles::template Row<D> rows[R];
+    unroll<R>([&](auto j) KVRS_UNROLLED { rows[j] = twiddles.row(d, k0 + j * m, c); });
+    for (size_t place = 0; place < kFactorSpan<T>; place += kPoints<D>) {
+      butterfly<R>(
+          d, [&](auto k) KVRS_UNROLLED { return from.load(d, k * stride + place); },
+          [&](auto j, Cx<D> x)
+              KVRS_UNROLLED { out.store(d, (k0 + j * m) * pitch + c + place, rows[j].apply(d, x, place)); });
+    }
+  }
+
   void strip(const Plan& plan, size_t points, size_t first) const {
     if (plan.passes == 1) {
       return withRadix<1>(plan.bits[0], [&](auto r) KVRS_UNROLLED { this->template onlyPass<r()>(first); });

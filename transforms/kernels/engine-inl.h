@@ -4,6 +4,8 @@
 // forward transform is the inverse one. All that knows the direction, and whether the parts lie in one array or in
 // two, is a view (lanes-inl.h): the first pass loads through one, the last stores through one, and between them a
 // vector of real parts is followed by one of imaginary parts, so that no pass in the middle moves a lane.
+// Where registers are few (kPaired), numbers stay in pairs from end to end instead: a product takes a shuffle then, but
+// a butterfly of four points fits eight registers.
 //
 // Three paths, by order:
 //
@@ -78,9 +80,9 @@ void transformViews(const Record<T>& r, int order, In in, Out out, T* work, T sc
     if (order == 7) return wideTransform<8>(in, out, r.rows.get(), scale);
   }
   if (order <= kLastStockhamOrder) {
-    return stockham(order, in, out, Blocks<T>{work}, r.rows.get(), scale);
+    return stockham(order, in, out, Work<T>{work}, r.rows.get(), scale);
   }
-  const SplitTables<T> tables{r.columns.get(), r.vectors.get(),     r.lanes.get(),
+  const SplitTables<T> tables{r.columns.get(), r.spans.get(),       r.places.get(),
                               r.middle.get(),  r.middleOuter.get(), r.rows.get()};
   splitTransform(order, in, out, work, static_cast<size_t>(r.workSize) / (2 * sizeof(T)), tables, scale);
 }

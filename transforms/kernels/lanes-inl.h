@@ -8,11 +8,52 @@
 #include "frame/element.h"
 #include "frame/simd.h"
 #include "frame/unroll.h"
+#include "transforms/fft_plan.h"
 
 namespace kvrs::fft {
 
+// What a pass works on at once, by a tag d. A tag of Highway's with L lanes stands for L complex numbers, their real
+// parts in one vector and their imaginary parts in another; Pairs<T> stands for one vector of pairs as they lie in
+// memory.
+template <class T>
+struct Pairs {};
+
+template <class V>
+struct Paired {
+  V v;
+};
+
 template <class D>
-using Cx = Complex<hn::Vec<D>>;
+struct Form {
+  using Lane = hn::TFromD<D>;
+  using Vector = hn::Vec<D>;
+  using Number = Complex<Vector>;
+  static constexpr size_t kPoints = hn::MaxLanes(D());
+  static constexpr D lanes{};
+};
+template <class T>
+struct Form<Pairs<T>> {
+  using Lane = T;
+  using Vector = hn::Vec<Lanes<T, kLanes<T>>>;
+  using Number = Paired<Vector>;
+  static constexpr size_t kPoints = kLanes<T> / 2;
+  static constexpr Lanes<T, kLanes<T>> lanes{};
+};
+
+template <class D>
+using Cx = typename Form<D>::Number;
+template <class D>
+inline constexpr size_t kPoints = Form<D>::kPoints;
+
+// A real factor for all lanes.
+template <class D>
+KVRS_INLINE auto factor(D, typename Form<D>::Lane x) {
+  return hn::Set(Form<D>::lanes, x);
+}
+
+// What the passes work on.
+template <class T>
+using PassTag = std::conditional_t<kPaired, Pairs<T>, Lanes<T, kLanes<T>>>;
 
 // Shuffles work on the 16-byte blocks of a vector apart wherever they can: those take one cycle, and no
 // register for an index. kBlock is the number of lanes in a block.
@@ -158,12 +199,21 @@ KVRS_INLINE void transposeWide(D d, hn::Vec<D> (&row)[R], hn::Vec<hn::Half<D>> (
   transposeBlocks(half, out + R);
 }
 
-// Views: where complex numbers lie in memory. load and store take the number of the first of a vector. A
+// Views: where complex numbers lie in memory. load and store take the number of the first of a vector, loadParts and
+// storeParts the number of its first part, twice as much, which is what fits an address of the processor. A
 // transform with the real and the imaginary parts exchanged on its way in and on its way out is the inverse
 // transform, so that a view that exchanges them (kSwapped) is all that tells the directions apart.
 
-template <class T>
+template <class P, bool kAligned = false>
 struct Blocks;
+
+// Real and imaginary parts exchanged.
+template <class V>
+KVRS_INLINE Paired<V> exchanged(Paired<V> x) {
+  // On integers: that shuffle leaves its operand alone, where the one of floats works in place.
+  const hn::RebindToSigned<hn::DFromV<V>> bits;
+  return {hn::BitCast(hn::DFromV<V>(), hn::Shuffle2301(hn::BitCast(bits, x.v)))};
+}
 
 // Pairs of real and imaginary part; lanes in laneOrder. P is the type of a part, const in a source.
 template <class P, bool kSwapped>
@@ -175,9 +225,6 @@ struct Interleaved {
 
   Interleaved at(size_t i) const { return {p + 2 * i}; }
   Source source() const { return {p}; }
-  // The same memory for what lies between two passes.
-  Blocks<P> scratch() const { return {p}; }
-
   template <class D>
   KVRS_INLINE Cx<D> load(D d, size_t i) const {
     hn::Vec<D> re, im;
@@ -192,6 +239,11 @@ struct Interleaved {
     }
     return kSwapped ? Cx<D>{im, re} : Cx<D>{re, im};
   }
+  KVRS_INLINE Cx<Pairs<T>> load(Pairs<T> d, size_t i) const { return loadParts(d, 2 * i); }
+  KVRS_INLINE Cx<Pairs<T>> loadParts(Pairs<T> d, size_t i) const {
+    const auto x = Blocks<const T>{p}.loadParts(d, i);
+    return kSwapped ? exchanged(x) : x;
+  }
 
   template <class D>
   KVRS_INLINE void store(D d, size_t i, Cx<D> x) const {
@@ -205,40 +257,51 @@ struct Interleaved {
       hn::StoreU(hn::InterleaveUpper(d, re, im), d, p + 2 * i + L);
     }
   }
+  KVRS_INLINE void store(Pairs<T> d, size_t i, Cx<Pairs<T>> x) const { storeParts(d, 2 * i, x); }
+  KVRS_INLINE void storeParts(Pairs<T> d, size_t i, Cx<Pairs<T>> x) const {
+    Blocks<P>{p}.storeParts(d, i, kSwapped ? exchanged(x) : x);
+  }
 };
 
-// A vector of real parts, a vector of imaginary parts, and so on: what lies between two passes.
-template <class T>
+// What lies between two passes: a vector of real parts, a vector of imaginary parts, and so on; or pairs. kAligned says
+// that p is a multiple of 16 bytes: then a short vector is an operand that the processor reads by itself.
+template <class P, bool kAligned>
 struct Blocks {
-  T* p;
+  using T = std::remove_const_t<P>;
+  P* p;
+
+  Blocks at(size_t i) const { return {p + 2 * i}; }
+
+  template <class D>
+  static KVRS_INLINE hn::Vec<D> vector(D d, const T* x) {
+    if constexpr (kAligned && hn::MaxLanes(d) * sizeof(T) == 16) return hn::Load(d, x);
+    return hn::LoadU(d, x);
+  }
 
   template <class D>
   KVRS_INLINE Cx<D> load(D d, size_t i) const {
-    return {hn::LoadU(d, p + 2 * i), hn::LoadU(d, p + 2 * i + hn::MaxLanes(d))};
+    return {vector(d, p + 2 * i), vector(d, p + 2 * i + hn::MaxLanes(d))};
   }
   template <class D>
   KVRS_INLINE void store(D d, size_t i, Cx<D> x) const {
     hn::StoreU(x.re, d, p + 2 * i);
     hn::StoreU(x.im, d, p + 2 * i + hn::MaxLanes(d));
   }
-};
-
-// A table of such vectors. Contexts lie at multiples of 32 bytes, so that a short vector is aligned, and an operand
-// that the processor reads by itself.
-template <class T>
-struct Table {
-  const T* p;
-
-  template <class D>
-  KVRS_INLINE Cx<D> load(D d, size_t i) const {
-    constexpr size_t L = hn::MaxLanes(d);
-    if constexpr (L * sizeof(T) == 16) {
-      return {hn::Load(d, p + 2 * i), hn::Load(d, p + 2 * i + L)};
-    } else {
-      return Blocks<const T>{p}.load(d, i);
-    }
+  KVRS_INLINE Cx<Pairs<T>> load(Pairs<T> d, size_t i) const { return loadParts(d, 2 * i); }
+  KVRS_INLINE void store(Pairs<T> d, size_t i, Cx<Pairs<T>> x) const { storeParts(d, 2 * i, x); }
+  KVRS_INLINE Cx<Pairs<T>> loadParts(Pairs<T>, size_t i) const {
+    return {vector(Form<Pairs<T>>::lanes, p + i)};
+  }
+  KVRS_INLINE void storeParts(Pairs<T>, size_t i, Cx<Pairs<T>> x) const {
+    hn::StoreU(x.v, Form<Pairs<T>>::lanes, p + i);
   }
 };
+
+// A table of such vectors: contexts lie at multiples of 32 bytes, and so do work areas.
+template <class T>
+using Table = Blocks<const T, true>;
+template <class T>
+using Work = Blocks<T, true>;
 
 }  // namespace kvrs::fft
 

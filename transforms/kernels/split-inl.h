@@ -45,8 +45,8 @@ void exchangeTiles(Interleaved<Kvr32f, kSwapped> a, Interleaved<Kvr32f, kSwapped
 template <class T>
 struct SplitTables {
   const T* columns;      // between the passes of a column
-  const T* vectors;      // FactoredTwiddles after the columns
-  const T* lanes;        // the same
+  const T* spans;        // FactoredTwiddles after the columns
+  const T* places;       // the same
   const T* middle;       // between the passes of the middle index
   const T* middleOuter;  // TabledTwiddles after the middle index
   const T* rows;         // of a row transform
@@ -70,7 +70,7 @@ void splitTransform(int order, In in, Out out, T* work, size_t workPoints, const
   const size_t width = stripWidth(split.outer, workPoints);
 
   Columns<T, In, Out, FactoredTwiddles<T>>{
-      in, out, pitch, {work}, width, tables.columns, {tables.vectors, tables.lanes, edge}}
+      in, out, pitch, {work}, width, tables.columns, {tables.spans, tables.places, edge}}
       .transform(kColumnPlans[split.outer], edge, pitch);
 
   for (size_t block = 0; block < edge; block += kTile) {
@@ -83,7 +83,7 @@ void splitTransform(int order, In in, Out out, T* work, size_t workPoints, const
       }
       for (size_t k2 = 0; k2 < pitch; k2 += edge) {
         const Out piece = points.at(k2);
-        stockham(split.outer, piece.source(), piece, Blocks<T>{work}, tables.rows, scale);
+        stockham(split.outer, piece.source(), piece, Work<T>{work}, tables.rows, scale);
       }
     }
     for (size_t k2 = 0; k2 < pitch; k2 += edge) {
