@@ -23,7 +23,7 @@ struct FactoredTwiddles {
     Complex<typename Form<D>::Vector> kept;
 
     KVRS_INLINE Cx<D> apply(D d, Cx<D> x, size_t place) const {
-      if constexpr (kFactorSpan < T >> kPoints<D>) return mul(x, mul(places.load(d, place), kept));
+      if constexpr (kPoints<D> < kFactorSpan<T>) return mul(x, mul(places.load(d, place), kept));
       return mul(x, mul(places.load(d, place), spread(d, number)));
     }
   };
@@ -33,7 +33,7 @@ struct FactoredTwiddles {
     Row<D> r;
     r.number = spans + 2 * (c / kFactorSpan<T> * rows + k);
     r.places = Table<T>{places}.at(k * kFactorSpan<T>);
-    if constexpr (kFactorSpan < T >> kPoints<D>) r.kept = spread(d, r.number);
+    if constexpr (kPoints<D> < kFactorSpan<T>) r.kept = spread(d, r.number);
     return r;
   }
 };
