@@ -6,8 +6,8 @@
 #include "frame/check.h"
 #include "frame/complex.h"
 #include "frame/scaled.h"
-#include "vector/copy.h"
 #include "vector/scaled_bounds.h"
+#include "vector/stand_in.h"
 
 namespace kvrs {
 
@@ -78,20 +78,6 @@ KvrStatus partByPart(const T* a, const T* b, T* dst, int len, ScaleBounds bounds
   KVRS_CHECK(length(len), pointers(a, b, dst));
   return mapScaled(Op(), bounds, scaleFactor, elements(dst), static_cast<size_t>(len), elements(a),
                    elements(b));
-}
-
-// What a scalar that changes nothing leaves.
-template <class T>
-KvrStatus copyVector(const T* src, T* dst, int len) {
-  if (src == dst) return kvrStatusOk;
-  return mapElements(Same(), elements(dst), static_cast<size_t>(len), elements(src));
-}
-
-// An answer that no source is needed for.
-template <class T>
-KvrStatus zeros(T* dst, int len) {
-  KVRS_CHECK(pointers(dst), length(len));
-  return mapElements(Zeros(), elements(dst), static_cast<size_t>(len));
 }
 
 }  // namespace kvrs

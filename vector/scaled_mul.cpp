@@ -114,8 +114,8 @@ KvrStatus vectorScalar(const T* src, T val, T* dst, int len, ScaleBounds bounds,
   KVRS_CHECK(pointers(src, dst), length(len));
   const size_t n = static_cast<size_t>(len);
   if constexpr (!std::is_same_v<T, Kvr16sc>) {
-    if (val == 0) return zeros(dst, len);
-    if (val == 1 && scaleFactor == 0) return copyVector(src, dst, len);
+    if (val == 0) return zeroInstead(dst, len);
+    if (val == 1 && scaleFactor == 0) return copyInstead(src, dst, len);
   }
   if constexpr (std::is_same_v<T, Kvr16u>) {
     if (aboveLowHalf(scaleFactor)) {
@@ -186,8 +186,7 @@ KvrStatus kvrsMulC_8u_ISfs(Kvr8u val, Kvr8u* srcDst, int len, int scaleFactor) n
   return vectorScalar(srcDst, val, srcDst, len, kMul8u, scaleFactor);
 }
 KvrStatus kvrsMulC_16u_Sfs(const Kvr16u* src, Kvr16u val, Kvr16u* dst, int len, int scaleFactor) noexcept {
-  // Ahead of the checks: the source is not looked at.
-  if (val == 0 || scaleFactor > kMul16u.zeroAbove) return zeros(dst, len);
+  if (val == 0 || scaleFactor > kMul16u.zeroAbove) return zeroInstead(dst, len);
   return vectorScalar(src, val, dst, len, kMul16u, scaleFactor);
 }
 KvrStatus kvrsMulC_16u_ISfs(Kvr16u val, Kvr16u* srcDst, int len, int scaleFactor) noexcept {

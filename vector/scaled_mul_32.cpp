@@ -114,14 +114,14 @@ template <class Op, class D, class A, class B>
 KvrStatus realVectors(const A* a, const B* b, D* dst, int len, int scaleFactor) {
   KVRS_CHECK(pointers(a, b, dst), length(len));
   const size_t n = static_cast<size_t>(len);
-  if (scaleFactor > kMul32s.zeroAbove) return zeros(dst, len);
+  if (scaleFactor > kMul32s.zeroAbove) return zeroInstead(dst, len);
   return mapDoubles(Op{scaleOf(scaleFactor, kMul32s)}, elements(dst), n, elements(a), elements(b));
 }
 
 KvrStatus realScalar(const Kvr32s* src, Kvr32s val, Kvr32s* dst, int len, int scaleFactor) {
   KVRS_CHECK(pointers(src, dst), length(len));
   const size_t n = static_cast<size_t>(len);
-  if (scaleFactor > kMul32s.zeroAbove) return zeros(dst, len);
+  if (scaleFactor > kMul32s.zeroAbove) return zeroInstead(dst, len);
   return mapDoubles(DoubleTimesScalar{val * scaleOf(scaleFactor, kMul32s)}, dst, n, src);
 }
 
@@ -220,7 +220,7 @@ KvrStatus kvrsMul_Low_32s_Sfs(const Kvr32s* src1, const Kvr32s* src2, Kvr32s* ds
                               int scaleFactor) noexcept {
   KVRS_CHECK(pointers(src1, src2, dst), length(len));
   const size_t n = static_cast<size_t>(len);
-  if (scaleFactor > kMulLow32s.zeroAbove) return zeros(dst, len);
+  if (scaleFactor > kMulLow32s.zeroAbove) return zeroInstead(dst, len);
   if (scaleFactor <= kMulLow32s.signAtOrBelow) return mapSaturated(SignOfProduct(), dst, n, src1, src2);
   if (scaleFactor <= 0) return mapSaturated(LowShiftedLeft{-scaleFactor}, dst, n, src1, src2);
   if (scaleFactor < 32) return mapSaturated(LowOfShiftedRight{scaleFactor}, dst, n, src1, src2);
@@ -230,7 +230,7 @@ KvrStatus kvrsAddProduct_32s_Sfs(const Kvr32s* src1, const Kvr32s* src2, Kvr32s*
                                  int scaleFactor) noexcept {
   KVRS_CHECK(pointers(src1, src2, srcDst), length(len));
   const size_t n = static_cast<size_t>(len);
-  if (scaleFactor > kAddProduct32s.zeroAbove) return zeros(srcDst, len);
+  if (scaleFactor > kAddProduct32s.zeroAbove) return zeroInstead(srcDst, len);
   return mapDoubles(DoubleTimesPlus{scaleOf(scaleFactor, kAddProduct32s)}, srcDst, n, src1, src2,
                     static_cast<const Kvr32s*>(srcDst));
 }

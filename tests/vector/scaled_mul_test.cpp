@@ -125,6 +125,9 @@ TEST(ScaledMul, ShortcutsOf16uAheadOfTheChecks) {
   EXPECT_EQ(kvrStatusOk, kvrsMulC_16u_Sfs(nullptr, 5, dst, 2, 33));
   EXPECT_EQ(0, dst[1]);
   EXPECT_EQ(kvrStatusBadLength, kvrsMulC_16u_Sfs(nullptr, 0, dst, 0, 0));
+  EXPECT_EQ(kvrStatusNullPointer, kvrsMulC_16u_Sfs(dst, 0, nullptr, 0, 0));
+  EXPECT_EQ(kvrStatusNullPointer, kvrsMulC_16u_Sfs(nullptr, 1, dst, 2, 0));  // Copy does take the source
+  EXPECT_EQ(kvrStatusNullPointer, kvrsMulC_16u_ISfs(0, nullptr, 0, 0));
   EXPECT_EQ(kvrStatusNullPointer, kvrsMulC_16u_Sfs(nullptr, 5, dst, 2, 32));
   EXPECT_EQ(kvrStatusNullPointer, kvrsMulC_16s_Sfs(nullptr, 0, reinterpret_cast<Kvr16s*>(dst), 2, 0));
 }
