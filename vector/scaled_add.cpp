@@ -40,8 +40,8 @@ template <class T>
 KvrStatus vectorScalar(const T* src, T val, T* dst, int len, ScaleBounds bounds, int scaleFactor) {
   KVRS_CHECK(pointers(src, dst), length(len));
   if (isZero(val) && scaleFactor == 0) return copyInstead(src, dst, len);
-  return mapScaled(ThenScalar<Plus, LaneOf<T>>{partsOf(val)}, bounds, scaleFactor, elements(dst),
-                   static_cast<size_t>(len), elements(src));
+  return mapScaled(thenScalar(Plus(), val), bounds, scaleFactor, elements(dst), static_cast<size_t>(len),
+                   elements(src));
 }
 
 }  // namespace

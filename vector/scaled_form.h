@@ -11,51 +11,54 @@
 
 namespace kvrs {
 
-// Both parts of a complex scalar, or a real one twice: what setPairs takes.
+// Whether an element type is complex; its arrays then go through the element loop as pairs.
 template <class T>
-Pair<T> partsOf(T val) {
-  return {val, val};
-}
-inline Pair<Kvr16s> partsOf(Kvr16sc val) {
-  return {val.re, val.im};
-}
-inline Pair<Kvr32s> partsOf(Kvr32sc val) {
-  return {val.re, val.im};
-}
+inline constexpr bool kIsComplex = requires(T val) {
+  val.re;
+};
 
 template <class T>
 bool isZero(T val) {
-  const auto parts = partsOf(val);
-  return parts.re == 0 && parts.im == 0;
+  if constexpr (kIsComplex<T>) {
+    return val.re == 0 && val.im == 0;
+  } else {
+    return val == 0;
+  }
+}
+
+// A scalar in every lane, or in every pair of lanes.
+template <class D, class T>
+KVRS_INLINE hn::Vec<D> setScalar(D d, T val) {
+  if constexpr (kIsComplex<T>) {
+    return setPairs(d, val.re, val.im);
+  } else {
+    return hn::Set(d, val);
+  }
 }
 
 // An array as the element loop takes it: complex elements as pairs.
 template <class T>
 auto elements(T* p) {
-  if constexpr (requires { p->re; }) {
+  if constexpr (kIsComplex<T>) {
     return asPairs<LaneOf<std::remove_const_t<T>>>(p);
   } else {
     return p;
   }
 }
 
-// Op with a scalar behind a vector, `op(d, a, val)`, or with the scalar ahead of it.
-template <class Op, class Part>
-struct ThenScalar {
-  Pair<Part> val;
-  template <class D, class V>
-  KVRS_INLINE auto operator()(D d, V a) const {
-    return Op()(d, a, setPairs(d, val.re, val.im));
-  }
-};
-template <class Op, class Part>
-struct ScalarThen {
-  Pair<Part> val;
-  template <class D, class V>
-  KVRS_INLINE auto operator()(D d, V a) const {
-    return Op()(d, setPairs(d, val.re, val.im), a);
-  }
-};
+// An op with a scalar behind a vector, op(d, a, val), or with the scalar ahead of it.
+template <class Op, class T>
+auto thenScalar(Op op, T val) {
+  return [=](auto d, auto a) __attribute__((always_inline)) {
+    return op(d, a, setScalar(d, val));
+  };
+}
+template <class Op, class T>
+auto scalarThen(Op op, T val) {
+  return [=](auto d, auto a) __attribute__((always_inline)) {
+    return op(d, setScalar(d, val), a);
+  };
+}
 
 // dst = Op(a, b), scaled.
 template <class Op, class D, class A, class B>

@@ -133,7 +133,7 @@ KvrStatus complexVectors(const Kvr32sc* a, const Kvr32sc* b, Kvr32sc* dst, int l
 
 KvrStatus complexScalar(const Kvr32sc* src, Kvr32sc val, Kvr32sc* dst, int len, int scaleFactor) {
   KVRS_CHECK(pointers(src, dst), length(len));
-  return mapScaled(ThenScalar<ComplexTimes, Kvr32s>{partsOf(val)}, kMul32sc, scaleFactor, elements(dst),
+  return mapScaled(thenScalar(ComplexTimes(), val), kMul32sc, scaleFactor, elements(dst),
                    static_cast<size_t>(len), elements(src));
 }
 

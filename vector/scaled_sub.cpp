@@ -23,8 +23,8 @@ template <class T>
 KvrStatus vectorScalar(const T* src, T val, T* dst, int len, ScaleBounds bounds, int scaleFactor) {
   KVRS_CHECK(pointers(src, dst), length(len));
   if (isZero(val) && scaleFactor == 0) return copyInstead(src, dst, len);
-  return mapScaled(ThenScalar<Minus, LaneOf<T>>{partsOf(val)}, bounds, scaleFactor, elements(dst),
-                   static_cast<size_t>(len), elements(src));
+  return mapScaled(thenScalar(Minus(), val), bounds, scaleFactor, elements(dst), static_cast<size_t>(len),
+                   elements(src));
 }
 
 // val - src.
@@ -32,8 +32,8 @@ template <class T>
 KvrStatus scalarVector(const T* src, T val, T* dst, int len, ScaleBounds bounds, int scaleFactor) {
   KVRS_CHECK(pointers(src, dst), length(len));
   if (std::is_unsigned_v<LaneOf<T>> && isZero(val)) return zeroInstead(dst, len);
-  return mapScaled(ScalarThen<Minus, LaneOf<T>>{partsOf(val)}, bounds, scaleFactor, elements(dst),
-                   static_cast<size_t>(len), elements(src));
+  return mapScaled(scalarThen(Minus(), val), bounds, scaleFactor, elements(dst), static_cast<size_t>(len),
+                   elements(src));
 }
 
 }  // namespace
