@@ -196,25 +196,33 @@ KVRS_INLINE hn::Vec<Dt> rounded(Dt d, Interleaved<V> r, int n) {
 // Products, for n up to 15: lowered by 1 where bit n is 0, as in shiftRightEven, so that halves round up. A low
 // half of 0 stays, as the product then is a multiple of 2^n.
 template <class Dt, class V>
-KVRS_INLINE V rounded(Dt d, HighLow<V> r, int n) {
-  using T = hn::TFromD<Dt>;
+KVRS_INLINE V loweredLow(Dt d, HighLow<V> r, int n) {
   const hn::RebindToUnsigned<Dt> du;
+  const auto low = hn::BitCast(du, r.low);
   const auto one = hn::Set(du, uint16_t{1});
-  auto low = hn::BitCast(du, r.low);
   if constexpr (kMaskRegisters) {
     const auto odd = hn::TestBit(low, hn::Set(du, static_cast<uint16_t>(1u << n)));
-    low = hn::IfThenElse(odd, low, hn::SaturatedSub(low, one));
+    return hn::BitCast(d, hn::IfThenElse(odd, low, hn::SaturatedSub(low, one)));
   } else {
-    low = hn::SaturatedSub(low, hn::AndNot(hn::ShiftRightSame(low, n), one));
+    return hn::BitCast(d, hn::SaturatedSub(low, hn::AndNot(hn::ShiftRightSame(low, n), one)));
   }
+}
+template <class Dt, class V>
+KVRS_INLINE auto roundedInterleaved(Dt d, HighLow<V> r, int n) {
+  const hn::RepartitionToWide<Dt> dw;
+  const auto halfUp = [&](auto v) {
+    return hn::ShiftRightSame(hn::Add(v, hn::Set(dw, int32_t{1} << (n - 1))), n);
+  };
+  const auto v = interleaved(d, HighLow<V>{r.high, loweredLow(d, r, n)});
+  return Interleaved<hn::Vec<decltype(dw)>>{halfUp(v.lower), halfUp(v.upper)};
+}
+template <class Dt, class V>
+KVRS_INLINE V rounded(Dt d, HighLow<V> r, int n) {
+  using T = hn::TFromD<Dt>;
   if constexpr (std::is_signed_v<T>) {
-    const hn::RepartitionToWide<Dt> dw;
-    const auto halfUp = [&](auto v) {
-      return hn::ShiftRightSame(hn::Add(v, hn::Set(dw, int32_t{1} << (n - 1))), n);
-    };
-    const auto v = interleaved(d, HighLow<V>{r.high, hn::BitCast(d, low)});
-    return hn::ReorderDemote2To(d, halfUp(v.lower), halfUp(v.upper));
+    return saturated(d, roundedInterleaved(d, r, n));
   } else {
+    const V low = loweredLow(d, r, n);
     // The quotient's bits come from both lanes; it has more than 16 where high is 2^n or more.
     const V high = hn::ShiftLeftSame(r.high, 16 - n);
     const V bias = hn::Set(d, static_cast<T>((1u << (n - 1)) - 1));
@@ -319,6 +327,20 @@ struct Zeros {
     return hn::Zero(d);
   }
 };
+
+// Signed products of 16-bit lanes by 2^(-n), for n up to 15, in 32-bit lanes; n is at least 1 where rounded.
+template <bool kRounded, class Dt, class V>
+KVRS_INLINE auto widenedProducts(Dt d, HighLow<V> r, [[maybe_unused]] int n) {
+  const hn::RepartitionToWide<Dt> dw;
+  auto v = [&] {
+    if constexpr (kRounded) {
+      return scaled_detail::roundedInterleaved(d, r, n);
+    } else {
+      return interleaved(d, r);
+    }
+  }();
+  return blocksInOrder(dw, v.lower, v.upper);
+}
 
 // dst[i] = exact(d, src[i]...), saturated. `exact` is called as mapElements calls its functor, always with
 // vectors of at least 16 bytes, and returns a plain vector or one of the forms above. The result is that of

@@ -7,17 +7,17 @@ namespace kvrs {
 namespace {
 
 template <class D>
-using Wide = hn::RepartitionToWide<D>;
+using WideLanes = hn::RepartitionToWide<D>;
 
 struct Times {
   template <class D, class V>
   KVRS_INLINE auto operator()(D, V a, V b) const {
     if constexpr (sizeof(hn::TFromD<D>) == 1) {
       // Even and odd lanes apart, each in 16 bits.
-      const Wide<D> dw;
+      const WideLanes<D> dw;
       const auto even = [&](V v) { return hn::And(hn::BitCast(dw, v), hn::Set(dw, uint16_t{0x00FF})); };
       const auto odd = [&](V v) { return hn::ShiftRight<8>(hn::BitCast(dw, v)); };
-      return EvenOdd<hn::Vec<Wide<D>>>{hn::Mul(even(a), even(b)), hn::Mul(odd(a), odd(b))};
+      return EvenOdd<hn::Vec<WideLanes<D>>>{hn::Mul(even(a), even(b)), hn::Mul(odd(a), odd(b))};
     } else {
       return HighLow<V>{hn::MulHigh(a, b), hn::Mul(a, b)};
     }
@@ -90,6 +90,38 @@ struct TimesWide {
   }
 };
 
+// The same by 2^(-shift), for scale factors up to 15. Two vectors of results are made at a time, from both halves of
+// the products of full vectors.
+template <bool kRounded>
+struct TimesWideBy {
+  int shift;
+  template <class D, class V>
+  KVRS_INLINE hn::Vec<D> operator()(D d, V a, V b) const {
+    return inWholeBlocks(
+        [this](auto whole, auto x, auto y) {
+          const auto r = mulWiden(whole, x, y);
+          if constexpr (kRounded) return shiftRightEven(whole, r, shift);
+          if constexpr (!kRounded) return r;
+        },
+        d, a, b);
+  }
+  template <class V>
+  KVRS_INLINE auto operator()(TwoVectors<Kvr32s>, V a, V b) const {
+    const hn::DFromV<V> d;
+    return widenedProducts<kRounded>(d, HighLow<V>{hn::MulHigh(a, b), hn::Mul(a, b)}, shift);
+  }
+};
+
+// Op's results in 16 bits, extended to 32.
+template <class Op>
+struct Extended {
+  Op op;
+  template <class D, class V>
+  KVRS_INLINE hn::Vec<D> operator()(D d, V a, V b) const {
+    return hn::PromoteTo(d, op(hn::DFromV<V>(), a, b));
+  }
+};
+
 // 8u by 8u in 16 bits.
 struct TimesWidened {
   template <class D, class V>
@@ -104,8 +136,8 @@ struct TimesWidened {
 struct ComplexTimes {
   template <class D, class V>
   KVRS_INLINE auto operator()(D d, V a, V b) const {
-    using W = hn::Vec<Wide<D>>;
-    const Wide<D> dw;
+    using W = hn::Vec<WideLanes<D>>;
+    const WideLanes<D> dw;
     const V notImaginary = hn::BitCast(d, hn::Set(dw, static_cast<int32_t>(0xFFFF0000)));
     const W aImaginary = hn::ShiftRight<16>(hn::BitCast(dw, a));
     const W re = hn::Add(mulAddNeighbours(dw, a, hn::Xor(b, notImaginary)), aImaginary);
@@ -211,7 +243,16 @@ KvrStatus kvrsMul_16u16s_Sfs(const Kvr16u* src1, const Kvr16s* src2, Kvr16s* dst
 }
 KvrStatus kvrsMul_16s32s_Sfs(const Kvr16s* src1, const Kvr16s* src2, Kvr32s* dst, int len,
                              int scaleFactor) noexcept {
-  return vectorVector<TimesWide>(src1, src2, dst, len, kMul16s32s, scaleFactor);
+  KVRS_CHECK(pointers(src1, src2, dst), length(len));
+  const size_t n = static_cast<size_t>(len);
+  const auto wide = reinterpret_cast<Wide<Kvr32s>*>(dst);
+  if (scaleFactor == 0) return mapElements(TimesWideBy<false>{0}, wide, n, src1, src2);
+  if (scaleFactor > 0 && scaleFactor < 16) {
+    return mapElements(TimesWideBy<true>{scaleFactor}, wide, n, src1, src2);
+  }
+  return mapTimes<Kvr16s>(
+      kMul16s32s, scaleFactor, [=](auto op) { return mapElements(Extended{op}, dst, n, src1, src2); },
+      [=] { return mapScaled(TimesWide(), kMul16s32s, scaleFactor, dst, n, src1, src2); });
 }
 
 KvrStatus kvrsMulC_8u_Sfs(const Kvr8u* src, Kvr8u val, Kvr8u* dst, int len, int scaleFactor) noexcept {
