@@ -49,6 +49,12 @@ struct Interleaved {
   V lower, upper;
 };
 
+// The same for numbers that have room for the rounding term of a scale factor up to 30: below 2^30 + 2^29.
+template <class V>
+struct RoomyInterleaved {
+  V lower, upper;
+};
+
 // The 32-bit lanes of a signed product.
 template <class Dt, class V>
 KVRS_INLINE auto interleaved(Dt d, HighLow<V> r) {
@@ -69,12 +75,15 @@ KVRS_INLINE auto interleaved(Dt d, HighLow<V> r) {
 //    stays where it should be lowered: it is a multiple of 2^k, for which one less gives the same.
 //  - others: floor(v / 2^k), plus 1 where the rest is above half - x. With mask registers that is where the
 //    highest lost bit is set and one of those that round it up: the lowest of floor, the other lost ones.
-template <class Dt, class V = hn::Vec<Dt>>
-KVRS_INLINE V shiftRightEven(Dt d, V v, V sticky, int k) {
+struct Nothing {};  // in place of `sticky`
+
+template <class Dt, class V, class Sticky>
+KVRS_INLINE V shiftRightEven(Dt d, V v, [[maybe_unused]] Sticky sticky, int k) {
   using T = hn::TFromD<Dt>;
   const V one = hn::Set(d, T{1});
   const V floor = hn::ShiftRightSame(v, k);
-  const V up = hn::Or(sticky, floor);
+  V up = floor;
+  if constexpr (!std::is_same_v<Sticky, Nothing>) up = hn::Or(sticky, floor);
   if constexpr (std::is_unsigned_v<T> && sizeof(T) <= 2) {
     const V lowered = hn::SaturatedSub(v, hn::AndNot(up, one));
     const V bias = hn::Set(d, static_cast<T>((1u << (k - 1)) - 1));
@@ -84,10 +93,14 @@ KVRS_INLINE V shiftRightEven(Dt d, V v, V sticky, int k) {
     return hn::MulFixedPoint15(lowered, hn::Set(d, static_cast<T>(1 << (15 - k))));
   } else if constexpr (kMaskRegisters) {
     const uint64_t half = uint64_t{1} << (k - 1);
-    const V upper = hn::Set(d, static_cast<T>(2 * half | (half - 1)));
-    const V others = hn::Or(hn::And(v, upper), hn::And(sticky, one));
-    const auto above = hn::And(hn::TestBit(v, hn::Set(d, static_cast<T>(half))), hn::Ne(others, hn::Zero(d)));
-    return hn::IfThenElse(above, hn::Add(floor, one), floor);
+    const V others = hn::Set(d, static_cast<T>(2 * half | (half - 1)));
+    const auto isHalf = hn::TestBit(v, hn::Set(d, static_cast<T>(half)));
+    if constexpr (std::is_same_v<Sticky, Nothing>) {
+      return hn::IfThenElse(bothMasks(isHalf, hn::TestBit(v, others)), hn::Add(floor, one), floor);
+    } else {
+      const V round = hn::Or(hn::And(v, others), hn::And(sticky, one));
+      return hn::IfThenElse(bothMasks(isHalf, hn::TestBit(round, round)), hn::Add(floor, one), floor);
+    }
   } else {
     // Compared as signed numbers, which the rest is: it has at most w - 1 bits.
     const hn::RebindToSigned<Dt> di;
@@ -106,7 +119,7 @@ KVRS_INLINE V shiftRightEven(Dt d, V v, V sticky, int k) {
 
 template <class Dt, class V = hn::Vec<Dt>>
 KVRS_INLINE V shiftRightEven(Dt d, V v, int k) {
-  return shiftRightEven(d, v, hn::Zero(d), k);
+  return shiftRightEven(d, v, Nothing(), k);
 }
 
 namespace scaled_detail {
@@ -154,6 +167,10 @@ template <class Dt, class V>
 KVRS_INLINE hn::Vec<Dt> saturated(Dt d, Interleaved<V> r) {
   return hn::ReorderDemote2To(d, r.lower, r.upper);
 }
+template <class Dt, class V>
+KVRS_INLINE hn::Vec<Dt> saturated(Dt d, RoomyInterleaved<V> r) {
+  return hn::ReorderDemote2To(d, r.lower, r.upper);
+}
 
 template <class Dt, class V>
 KVRS_INLINE V saturated(Dt d, HighLow<V> r) {
@@ -192,6 +209,12 @@ template <class Dt, class V>
 KVRS_INLINE hn::Vec<Dt> rounded(Dt d, Interleaved<V> r, int n) {
   const hn::RepartitionToWide<Dt> dw;
   return saturated(d, Interleaved<V>{shiftRightEven(dw, r.lower, n), shiftRightEven(dw, r.upper, n)});
+}
+template <class Dt, class V>
+KVRS_INLINE hn::Vec<Dt> rounded(Dt d, RoomyInterleaved<V> r, int n) {
+  const hn::RepartitionToWide<Dt> dw;
+  const VectorShiftRightEven<int32_t> shift(n);
+  return saturated(d, RoomyInterleaved<V>{shift(dw, r.lower), shift(dw, r.upper)});
 }
 // Products, for n up to 15: lowered by 1 where bit n is 0, as in shiftRightEven, so that halves round up. A low
 // half of 0 stays, as the product then is a multiple of 2^n.

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "kvrs/arith_scaled.h"
+#include "tests/support/large.h"
 #include "tests/vector/scaled_check.h"
 
 using namespace kvrs::test;
@@ -106,6 +107,22 @@ TEST(ScaledMul, ImaginaryPartBeyond32Bits) {
   ASSERT_EQ(kvrStatusOk, kvrsMulC_16sc_Sfs(&lowest, lowest, &dst, 1, 17));
   EXPECT_EQ(0, dst.re);
   EXPECT_EQ(16384, dst.im);
+}
+
+TEST(ScaledMul, WideResultsPastTheCache) {
+  constexpr size_t kPeriod = 1009;
+  LargeVector<Kvr32s> dst(4);
+  const size_t len = static_cast<size_t>(dst.size());
+  Random random(5);
+  std::vector<Kvr16s> a(len), b(len);
+  std::vector<Kvr32s> want(kPeriod);
+  for (size_t i = 0; i < len; ++i) {
+    a[i] = i < kPeriod ? random.value<Kvr16s>() : a[i - kPeriod];
+    b[i] = i < kPeriod ? random.value<Kvr16s>() : b[i - kPeriod];
+    if (i < kPeriod) want[i] = scaledTo<Kvr32s>(static_cast<long double>(a[i] * b[i]), 4);
+  }
+  ASSERT_EQ(kvrStatusOk, kvrsMul_16s32s_Sfs(a.data(), b.data(), dst.data(), dst.size(), 4));
+  dst.expect([&](size_t i) { return want[i % kPeriod]; });
 }
 
 TEST(ScaledMul, UpperBoundOf16s) {
