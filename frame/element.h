@@ -5,6 +5,8 @@
 #ifndef KVRS_FRAME_ELEMENT_H
 #define KVRS_FRAME_ELEMENT_H
 
+#include <type_traits>
+
 #include "frame/interleave.h"
 #include "frame/simd.h"
 
@@ -107,9 +109,67 @@ Pair<Part>* asPairs(T* p) {
   return reinterpret_cast<Pair<Part>*>(p);
 }
 
+// An element that is twice as wide as those of the other arrays, where an operation wants full vectors of these: a
+// full block of it is two vectors.
+template <class T>
+struct Wide {
+  T value;
+};
+
+// The tag of such a block.
+template <class T>
+struct TwoVectors {};
+
+template <class T>
+struct Element<Wide<T>> {
+  using Lane = T;
+  static constexpr size_t kSpan = 1;
+  static constexpr bool kStreams = true;
+  using Full = Lanes<T, kLanes<T>>;
+
+  template <class Dt>
+  static KVRS_INLINE hn::Vec<Dt> load(Dt d, const Wide<T>* p) {
+    return hn::LoadU(d, &p->value);
+  }
+  template <class Dt>
+  static KVRS_INLINE void store(hn::Vec<Dt> v, Dt d, Wide<T>* p) {
+    hn::StoreU(v, d, &p->value);
+  }
+  static KVRS_INLINE Both<hn::Vec<Full>> load(TwoVectors<T>, const Wide<T>* p) {
+    return {hn::LoadU(Full(), &p->value), hn::LoadU(Full(), &p[kLanes<T>].value)};
+  }
+  static KVRS_INLINE void store(Both<hn::Vec<Full>> v, TwoVectors<T>, Wide<T>* p) {
+    hn::StoreU(v.first, Full(), &p->value);
+    hn::StoreU(v.second, Full(), &p[kLanes<T>].value);
+  }
+  static KVRS_INLINE void stream(Both<hn::Vec<Full>> v, TwoVectors<T>, Wide<T>* p) {
+    hn::Stream(v.first, Full(), &p->value);
+    hn::Stream(v.second, Full(), &p[kLanes<T>].value);
+  }
+};
+
+// Bytes of a block's vector that an element takes.
+template <class T>
+inline constexpr size_t kSpanBytes = Element<T>::kSpan * sizeof(LaneOf<T>);
+template <class T>
+inline constexpr size_t kSpanBytes<Wide<T>> = sizeof(T) / 2;
+
+namespace element_detail {
+
+template <class T, size_t N>
+struct TagOf {
+  using Tag = Lanes<LaneOf<T>, N * Element<T>::kSpan>;
+};
+template <class T, size_t N>
+struct TagOf<Wide<T>, N> {
+  using Tag = std::conditional_t<(N > kLanes<T>), TwoVectors<T>, Lanes<T, N>>;
+};
+
+}  // namespace element_detail
+
 // The tag of vectors that hold N elements.
 template <class T, size_t N>
-using ElementLanes = Lanes<LaneOf<T>, N * Element<T>::kSpan>;
+using ElementLanes = typename element_detail::TagOf<T, N>::Tag;
 
 }  // namespace kvrs
 

@@ -1,4 +1,4 @@
-// Two vectors to memory, their lanes in turn.
+// Lanes of two vectors in turn.
 // SPDX-License-Identifier: MIT
 #ifndef KVRS_FRAME_INTERLEAVE_H
 #define KVRS_FRAME_INTERLEAVE_H
@@ -8,6 +8,12 @@
 #include "frame/simd.h"
 
 namespace kvrs {
+
+// Vectors of two neighbouring blocks.
+template <class V>
+struct Both {
+  V first, second;
+};
 
 // The lower or upper halves of two vectors of 64 bytes in turn, kGroup lanes by kGroup lanes. One instruction,
 // where hn::StoreInterleaved2 takes three: it interleaves within blocks of 16 bytes and then sorts the blocks.
@@ -36,6 +42,20 @@ KVRS_INLINE V zip(D d, V a, V b) {
   }
 }
 
+// What InterleaveLower and InterleaveUpper have interleaved within blocks of 16 bytes, in the order of the lanes.
+template <class D, class V = hn::Vec<D>>
+KVRS_INLINE Both<V> blocksInOrder(D d, V lower, V upper) {
+  if constexpr (sizeof(lower.raw) == 64) {
+    const hn::Repartition<uint64_t, D> words;
+    const auto low = hn::BitCast(words, lower), high = hn::BitCast(words, upper);
+    return {hn::BitCast(d, zip<false, 2>(words, low, high)), hn::BitCast(d, zip<true, 2>(words, low, high))};
+  } else if constexpr (sizeof(lower.raw) == 32) {
+    return {hn::ConcatLowerLower(d, upper, lower), hn::ConcatUpperUpper(d, upper, lower)};
+  } else {
+    return {lower, upper};
+  }
+}
+
 // p[2 * i] = a[i], p[2 * i + 1] = b[i]
 template <class D, class V = hn::Vec<D>, class T = hn::TFromD<D>>
 KVRS_INLINE void storeInterleaved(V a, V b, D d, T* p) {
@@ -45,11 +65,9 @@ KVRS_INLINE void storeInterleaved(V a, V b, D d, T* p) {
     hn::StoreU(zip<true, 1>(d, a, b), d, p + N);
   } else if constexpr (N * sizeof(T) == 64) {
     // No such instruction for narrow lanes: what is interleaved within blocks is put in order as words.
-    const hn::Repartition<uint64_t, D> words;
-    const auto low = hn::BitCast(words, hn::InterleaveLower(d, a, b));
-    const auto high = hn::BitCast(words, hn::InterleaveUpper(d, a, b));
-    hn::StoreU(hn::BitCast(d, zip<false, 2>(words, low, high)), d, p);
-    hn::StoreU(hn::BitCast(d, zip<true, 2>(words, low, high)), d, p + N);
+    const auto both = blocksInOrder(d, hn::InterleaveLower(d, a, b), hn::InterleaveUpper(d, a, b));
+    hn::StoreU(both.first, d, p);
+    hn::StoreU(both.second, d, p + N);
   } else {
     hn::StoreInterleaved2(a, b, d, p);
   }

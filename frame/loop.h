@@ -38,10 +38,6 @@ constexpr size_t widest(size_t a, Rest... rest) {
   return a > b ? a : b;
 }
 
-// Bytes of a vector that an element takes.
-template <class T>
-inline constexpr size_t kSpanBytes = Element<T>::kSpan * sizeof(LaneOf<T>);
-
 // Elements of a block: those whose widest lanes fill one vector.
 template <class D, class... S>
 inline constexpr size_t kBlock = kVectorBytes / widest(kSpanBytes<D>, kSpanBytes<S>...);

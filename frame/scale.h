@@ -72,8 +72,13 @@ class VectorShiftRightEven {
 
   template <class Dt, class V = hn::Vec<Dt>>
   KVRS_INLINE V operator()(Dt d, V r) const {
-    const V odd = hn::And(hn::ShiftRightSame(r, shift_), hn::Set(d, T{1}));
-    return hn::ShiftRightSame(hn::Add(r, hn::Add(hn::Set(d, bias_), odd)), shift_);
+    const V one = hn::Set(d, T{1}), biased = hn::Add(r, hn::Set(d, bias_));
+    if constexpr (kMaskRegisters) {
+      const auto odd = hn::TestBit(r, hn::Set(d, static_cast<T>(uint64_t{1} << shift_)));
+      return hn::ShiftRightSame(hn::IfThenElse(odd, hn::Add(biased, one), biased), shift_);
+    } else {
+      return hn::ShiftRightSame(hn::Add(biased, hn::And(hn::ShiftRightSame(r, shift_), one)), shift_);
+    }
   }
 
  private:

@@ -36,7 +36,7 @@ struct Difference {
   V a, b;
 };
 
-// high * 2^w + low with unsigned low, in lanes of w bits: an unsigned product.
+// high * 2^16 + low, read as unsigned: a product of 16-bit lanes.
 template <class V>
 struct HighLow {
   V high, low;
@@ -49,6 +49,20 @@ struct Interleaved {
   V lower, upper;
 };
 
+// The same for numbers that have room for the rounding term of a scale factor up to 30: below 2^30 + 2^29.
+template <class V>
+struct RoomyInterleaved {
+  V lower, upper;
+};
+
+// The 32-bit lanes of a signed product.
+template <class Dt, class V>
+KVRS_INLINE auto interleaved(Dt d, HighLow<V> r) {
+  const hn::RepartitionToWide<Dt> dw;
+  return Interleaved<hn::Vec<decltype(dw)>>{hn::BitCast(dw, hn::InterleaveLower(d, r.low, r.high)),
+                                            hn::BitCast(dw, hn::InterleaveUpper(d, r.low, r.high))};
+}
+
 // EvenOdd<V> (frame/widen.h): lanes of twice the width, r of the lanes 2i and of the lanes 2i+1.
 
 // (v + 2^(k-1) - 1 + x) >> k, where x is 1 if floor(v / 2^k) is odd or the lowest bit of `sticky` is set. That
@@ -59,13 +73,17 @@ struct Interleaved {
 //    up, (v + 2^(k-1)) >> k, which is the rounded-up average with 2^(k-1) - 1, shifted by the other k - 1.
 //  - i16: likewise, and halves round up in the product with 2^(15-k) that keeps bits 15 and up. A v of -2^15
 //    stays where it should be lowered: it is a multiple of 2^k, for which one less gives the same.
-//  - others: floor(v / 2^k), plus 1 where the rest is above half - x.
-template <class Dt, class V = hn::Vec<Dt>>
-KVRS_INLINE V shiftRightEven(Dt d, V v, V sticky, int k) {
+//  - others: floor(v / 2^k), plus 1 where the rest is above half - x. With mask registers that is where the
+//    highest lost bit is set and one of those that round it up: the lowest of floor, the other lost ones.
+struct Nothing {};  // in place of `sticky`
+
+template <class Dt, class V, class Sticky>
+KVRS_INLINE V shiftRightEven(Dt d, V v, [[maybe_unused]] Sticky sticky, int k) {
   using T = hn::TFromD<Dt>;
   const V one = hn::Set(d, T{1});
   const V floor = hn::ShiftRightSame(v, k);
-  const V up = hn::Or(sticky, floor);
+  V up = floor;
+  if constexpr (!std::is_same_v<Sticky, Nothing>) up = hn::Or(sticky, floor);
   if constexpr (std::is_unsigned_v<T> && sizeof(T) <= 2) {
     const V lowered = hn::SaturatedSub(v, hn::AndNot(up, one));
     const V bias = hn::Set(d, static_cast<T>((1u << (k - 1)) - 1));
@@ -73,6 +91,16 @@ KVRS_INLINE V shiftRightEven(Dt d, V v, V sticky, int k) {
   } else if constexpr (std::is_same_v<T, int16_t>) {
     const V lowered = hn::SaturatedSub(v, hn::AndNot(up, one));
     return hn::MulFixedPoint15(lowered, hn::Set(d, static_cast<T>(1 << (15 - k))));
+  } else if constexpr (kMaskRegisters) {
+    const uint64_t half = uint64_t{1} << (k - 1);
+    const V others = hn::Set(d, static_cast<T>(2 * half | (half - 1)));
+    const auto isHalf = hn::TestBit(v, hn::Set(d, static_cast<T>(half)));
+    if constexpr (std::is_same_v<Sticky, Nothing>) {
+      return hn::IfThenElse(bothMasks(isHalf, hn::TestBit(v, others)), hn::Add(floor, one), floor);
+    } else {
+      const V round = hn::Or(hn::And(v, others), hn::And(sticky, one));
+      return hn::IfThenElse(bothMasks(isHalf, hn::TestBit(round, round)), hn::Add(floor, one), floor);
+    }
   } else {
     // Compared as signed numbers, which the rest is: it has at most w - 1 bits.
     const hn::RebindToSigned<Dt> di;
@@ -80,11 +108,7 @@ KVRS_INLINE V shiftRightEven(Dt d, V v, V sticky, int k) {
     const V limit = hn::Sub(hn::Set(d, static_cast<T>(uint64_t{1} << (k - 1))), hn::And(up, one));
     if constexpr (sizeof(T) <= 4) {
       const auto above = hn::Gt(hn::BitCast(di, rest), hn::BitCast(di, limit));
-      if constexpr (kMaskRegisters) {
-        return hn::IfThenElse(hn::RebindMask(d, above), hn::Add(floor, one), floor);
-      } else {
-        return hn::Sub(floor, hn::BitCast(d, hn::VecFromMask(di, above)));
-      }
+      return hn::Sub(floor, hn::BitCast(d, hn::VecFromMask(di, above)));
     } else {
       // 64-bit lanes cannot be compared in all modules; both numbers are small enough for their difference.
       const hn::RebindToUnsigned<Dt> du;
@@ -95,7 +119,7 @@ KVRS_INLINE V shiftRightEven(Dt d, V v, V sticky, int k) {
 
 template <class Dt, class V = hn::Vec<Dt>>
 KVRS_INLINE V shiftRightEven(Dt d, V v, int k) {
-  return shiftRightEven(d, v, hn::Zero(d), k);
+  return shiftRightEven(d, v, Nothing(), k);
 }
 
 namespace scaled_detail {
@@ -140,12 +164,21 @@ KVRS_INLINE V saturated(Dt d, Difference<V> r) {
   return saturatedSub(d, r.a, r.b);
 }
 template <class Dt, class V>
-KVRS_INLINE V saturated(Dt d, HighLow<V> r) {
-  return hn::IfThenElse(hn::Eq(r.high, hn::Zero(d)), r.low, extremeOfSign(d, r.low));
-}
-template <class Dt, class V>
 KVRS_INLINE hn::Vec<Dt> saturated(Dt d, Interleaved<V> r) {
   return hn::ReorderDemote2To(d, r.lower, r.upper);
+}
+template <class Dt, class V>
+KVRS_INLINE hn::Vec<Dt> saturated(Dt d, RoomyInterleaved<V> r) {
+  return hn::ReorderDemote2To(d, r.lower, r.upper);
+}
+
+template <class Dt, class V>
+KVRS_INLINE V saturated(Dt d, HighLow<V> r) {
+  if constexpr (std::is_signed_v<hn::TFromD<Dt>>) {
+    return saturated(d, interleaved(d, r));
+  } else {
+    return hn::IfThenElse(hn::Eq(r.high, hn::Zero(d)), r.low, extremeOfSign(d, r.low));
+  }
 }
 template <class Dt, class V>
 KVRS_INLINE hn::Vec<Dt> saturated(Dt d, EvenOdd<V> r) {
@@ -173,22 +206,54 @@ KVRS_INLINE hn::Vec<Dt> rounded(Dt d, hn::Vec<Dt> r, int n) {
   return shiftRightEven(d, r, n);
 }
 template <class Dt, class V>
-KVRS_INLINE V rounded(Dt d, HighLow<V> r, int n) {
-  // n up to w. The quotient's bits come from both lanes; if r >> n has more than w, high >> n is not 0.
-  using T = hn::TFromD<Dt>;
-  constexpr int w = 8 * sizeof(T);
-  const V high = hn::ShiftLeftSame(r.high, w - n);
-  const V up = hn::Or(high, hn::ShiftRightSame(r.low, n));
-  const V lowered = hn::SaturatedSub(r.low, hn::AndNot(up, hn::Set(d, T{1})));
-  const V bias = hn::Set(d, static_cast<T>((1u << (n - 1)) - 1));
-  const V low = hn::ShiftRightSame(hn::AverageRound(lowered, bias), n - 1);
-  const auto fits = hn::Eq(hn::ShiftRightSame(r.high, n), hn::Zero(d));
-  return hn::IfThenElse(fits, hn::SaturatedAdd(high, low), extremeOfSign(d, low));
-}
-template <class Dt, class V>
 KVRS_INLINE hn::Vec<Dt> rounded(Dt d, Interleaved<V> r, int n) {
   const hn::RepartitionToWide<Dt> dw;
   return saturated(d, Interleaved<V>{shiftRightEven(dw, r.lower, n), shiftRightEven(dw, r.upper, n)});
+}
+template <class Dt, class V>
+KVRS_INLINE hn::Vec<Dt> rounded(Dt d, RoomyInterleaved<V> r, int n) {
+  const hn::RepartitionToWide<Dt> dw;
+  const VectorShiftRightEven<int32_t> shift(n);
+  return saturated(d, RoomyInterleaved<V>{shift(dw, r.lower), shift(dw, r.upper)});
+}
+// Products, for n up to 15: lowered by 1 where bit n is 0, as in shiftRightEven, so that halves round up. A low
+// half of 0 stays, as the product then is a multiple of 2^n.
+template <class Dt, class V>
+KVRS_INLINE V loweredLow(Dt d, HighLow<V> r, int n) {
+  const hn::RebindToUnsigned<Dt> du;
+  const auto low = hn::BitCast(du, r.low);
+  const auto one = hn::Set(du, uint16_t{1});
+  if constexpr (kMaskRegisters) {
+    const auto odd = hn::TestBit(low, hn::Set(du, static_cast<uint16_t>(1u << n)));
+    return hn::BitCast(d, hn::IfThenElse(odd, low, hn::SaturatedSub(low, one)));
+  } else {
+    return hn::BitCast(d, hn::SaturatedSub(low, hn::AndNot(hn::ShiftRightSame(low, n), one)));
+  }
+}
+template <class Dt, class V>
+KVRS_INLINE auto roundedInterleaved(Dt d, HighLow<V> r, int n) {
+  const hn::RepartitionToWide<Dt> dw;
+  const auto halfUp = [&](auto v) {
+    return hn::ShiftRightSame(hn::Add(v, hn::Set(dw, int32_t{1} << (n - 1))), n);
+  };
+  const auto v = interleaved(d, HighLow<V>{r.high, loweredLow(d, r, n)});
+  return Interleaved<hn::Vec<decltype(dw)>>{halfUp(v.lower), halfUp(v.upper)};
+}
+template <class Dt, class V>
+KVRS_INLINE V rounded(Dt d, HighLow<V> r, int n) {
+  using T = hn::TFromD<Dt>;
+  if constexpr (std::is_signed_v<T>) {
+    return saturated(d, roundedInterleaved(d, r, n));
+  } else {
+    const V low = loweredLow(d, r, n);
+    // The quotient's bits come from both lanes; it has more than 16 where high is 2^n or more.
+    const V high = hn::ShiftLeftSame(r.high, 16 - n);
+    const V bias = hn::Set(d, static_cast<T>((1u << (n - 1)) - 1));
+    const V rounded = hn::ShiftRightSame(hn::AverageRound(low, bias), n - 1);
+    const V excess = hn::SaturatedSub(r.high, hn::Set(d, static_cast<T>((1u << n) - 1)));
+    return hn::IfThenElse(hn::Eq(excess, hn::Zero(d)), hn::SaturatedAdd(high, rounded),
+                          extremeOfSign(d, low));
+  }
 }
 template <class Dt, class V>
 KVRS_INLINE hn::Vec<Dt> rounded(Dt d, EvenOdd<V> r, int n) {
@@ -285,6 +350,20 @@ struct Zeros {
     return hn::Zero(d);
   }
 };
+
+// Signed products of 16-bit lanes by 2^(-n), for n up to 15, in 32-bit lanes; n is at least 1 where rounded.
+template <bool kRounded, class Dt, class V>
+KVRS_INLINE auto widenedProducts(Dt d, HighLow<V> r, [[maybe_unused]] int n) {
+  const hn::RepartitionToWide<Dt> dw;
+  auto v = [&] {
+    if constexpr (kRounded) {
+      return scaled_detail::roundedInterleaved(d, r, n);
+    } else {
+      return interleaved(d, r);
+    }
+  }();
+  return blocksInOrder(dw, v.lower, v.upper);
+}
 
 // dst[i] = exact(d, src[i]...), saturated. `exact` is called as mapElements calls its functor, always with
 // vectors of at least 16 bytes, and returns a plain vector or one of the forms above. The result is that of

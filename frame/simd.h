@@ -37,6 +37,13 @@ inline constexpr bool kSignedMulEven = HWY_TARGET <= HWY_SSE4;
 // Whether comparisons give masks in registers of their own, which arithmetic takes for free (v4).
 inline constexpr bool kMaskRegisters = HWY_TARGET <= HWY_AVX3;
 
+// Where both masks are set, kMaskRegisters given. To Highway's And the compiler cannot say that a comparison takes a
+// mask for free.
+template <class M>
+KVRS_INLINE M bothMasks(M a, M b) {
+  return M{static_cast<decltype(a.raw)>(a.raw & b.raw)};
+}
+
 // Whether the processor converts between single and half precision, and between double and 64-bit integers.
 inline constexpr bool kHalfConversions = HWY_TARGET <= HWY_AVX2;
 inline constexpr bool kInt64Conversions = HWY_TARGET <= HWY_AVX3;

@@ -14,12 +14,6 @@
 
 namespace kvrs {
 
-// Vectors of two neighbouring blocks.
-template <class V>
-struct Both {
-  V first, second;
-};
-
 namespace wide_loop_detail {
 
 template <size_t N, class D, class Op, class... S>

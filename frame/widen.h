@@ -58,43 +58,60 @@ KVRS_INLINE hn::Vec<D32> mulWiden(D32 d, V16 a, V16 b) {
   }
 }
 
+// How much the high half of a * b is too large when both are read as unsigned: where one is negative it is read as
+// 2^32 more, and the product by the other one times 2^32.
+template <class V32>
+KVRS_INLINE V32 unsignedExcess(V32 a, V32 b) {
+  return hn::Add(hn::And(hn::BroadcastSignBit(a), b), hn::And(hn::BroadcastSignBit(b), a));
+}
+
 // All exact products of 32-bit lanes: lane i of `even` holds a[2i] * b[2i], of `odd` a[2i+1] * b[2i+1].
 template <class V64>
 struct EvenOdd {
   V64 even, odd;
 };
 
-template <class D32, class V32, class D64 = hn::RepartitionToWide<D32>>
-KVRS_INLINE EvenOdd<hn::Vec<D64>> mulEvenOdd(D32 d, V32 a, V32 b) {
-  const D64 d64;
+template <class D32, class V32>
+KVRS_INLINE auto mulEvenOdd(D32 d, V32 a, V32 b) {
+  const hn::RepartitionToWide<D32> d64;
   const hn::RepartitionToWide<hn::RebindToUnsigned<D32>> du64;
   const auto down = [&](V32 v) { return hn::BitCast(d, hn::ShiftRight<32>(hn::BitCast(du64, v))); };
-  if constexpr (kSignedMulEven) {
-    return {hn::MulEven(a, b), hn::MulEven(down(a), down(b))};
+  if constexpr (kSignedMulEven || std::is_unsigned_v<hn::TFromD<D32>>) {
+    return EvenOdd<hn::Vec<decltype(d64)>>{hn::MulEven(a, b), hn::MulEven(down(a), down(b))};
   } else {
-    // A negative lane read as unsigned is 2^32 too large, and so the product by the other lane times 2^32.
     const hn::RebindToUnsigned<D32> du;
-    const auto unsignedProduct = [&](V32 x, V32 y) {
-      return hn::BitCast(d64, hn::MulEven(hn::BitCast(du, x), hn::BitCast(du, y)));
-    };
-    const V32 excess = hn::Add(hn::And(hn::BroadcastSignBit(a), b), hn::And(hn::BroadcastSignBit(b), a));
+    const auto p = mulEvenOdd(du, hn::BitCast(du, a), hn::BitCast(du, b));
+    const V32 excess = unsignedExcess(a, b);
     const auto even = hn::ShiftLeft<32>(hn::BitCast(d64, excess));
     const auto odd = hn::BitCast(d64, hn::OddEven(excess, hn::Zero(d)));
-    return {hn::Sub(unsignedProduct(a, b), even), hn::Sub(unsignedProduct(down(a), down(b)), odd)};
+    return EvenOdd<hn::Vec<decltype(d64)>>{hn::Sub(hn::BitCast(d64, p.even), even),
+                                           hn::Sub(hn::BitCast(d64, p.odd), odd)};
   }
 }
 
 // The low halves of 64-bit lanes, as lanes 2i and 2i+1.
 template <class D32, class V64>
 KVRS_INLINE hn::Vec<D32> lowHalves(D32 d, V64 even, V64 odd) {
-  return hn::OddEven(hn::BitCast(d, hn::ShiftLeft<32>(odd)), hn::BitCast(d, even));
+  const auto up = hn::BitCast(d, hn::ShiftLeft<32>(odd));
+  if constexpr (kBlends) {
+    return hn::OddEven(up, hn::BitCast(d, even));
+  } else {
+    const hn::DFromV<V64> d64;
+    return hn::Or(up, hn::BitCast(d, hn::And(even, hn::Set(d64, hn::TFromV<V64>(0xFFFFFFFF)))));
+  }
 }
 
 // The high halves.
 template <class D32, class V64>
 KVRS_INLINE hn::Vec<D32> highHalves(D32 d, V64 even, V64 odd) {
   const hn::RepartitionToWide<hn::RebindToUnsigned<D32>> du64;
-  return hn::OddEven(hn::BitCast(d, odd), hn::BitCast(d, hn::ShiftRight<32>(hn::BitCast(du64, even))));
+  const auto down = hn::BitCast(d, hn::ShiftRight<32>(hn::BitCast(du64, even)));
+  if constexpr (kBlends) {
+    return hn::OddEven(hn::BitCast(d, odd), down);
+  } else {
+    const auto high = hn::And(hn::BitCast(du64, odd), hn::Set(du64, uint64_t{0xFFFFFFFF} << 32));
+    return hn::Or(hn::BitCast(d, high), down);
+  }
 }
 
 }  // namespace kvrs

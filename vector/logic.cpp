@@ -6,8 +6,7 @@
 
 #include "frame/check.h"
 #include "frame/loop.h"
-#include "vector/copy.h"
-#include "vector/fill.h"
+#include "vector/stand_in.h"
 
 namespace kvrs {
 namespace {
@@ -59,13 +58,9 @@ KvrStatus vectorVector(const T* src1, const T* src2, T* dst, int len) {
 // A value of 0 leaves nothing to compute: And gives zeros, Or and Xor the source.
 template <class Op, class T>
 KvrStatus vectorScalar(const T* src, T val, T* dst, int len) {
+  if (val == 0) return std::is_same_v<Op, And> ? zeroInstead(dst, len) : copyInstead(src, dst, len);
   KVRS_CHECK(pointers(src, dst), length(len));
-  const size_t n = static_cast<size_t>(len);
-  if (val == 0) {
-    if constexpr (std::is_same_v<Op, And>) return fillElements(FillZero(), dst, n);
-    return src == dst ? kvrStatusOk : mapElements(Same(), dst, n, src);
-  }
-  return mapElements(WithScalar<Op, T>{val}, dst, n, src);
+  return mapElements(WithScalar<Op, T>{val}, dst, static_cast<size_t>(len), src);
 }
 
 template <class T>

@@ -39,9 +39,9 @@ struct WidenedPlusWide {
 template <class T>
 KvrStatus vectorScalar(const T* src, T val, T* dst, int len, ScaleBounds bounds, int scaleFactor) {
   KVRS_CHECK(pointers(src, dst), length(len));
-  if (isZero(val) && scaleFactor == 0) return copyVector(src, dst, len);
-  return mapScaled(ThenScalar<Plus, LaneOf<T>>{partsOf(val)}, bounds, scaleFactor, elements(dst),
-                   static_cast<size_t>(len), elements(src));
+  if (isZero(val) && scaleFactor == 0) return copyInstead(src, dst, len);
+  return mapScaled(thenScalar(Plus(), val), bounds, scaleFactor, elements(dst), static_cast<size_t>(len),
+                   elements(src));
 }
 
 }  // namespace
@@ -58,13 +58,11 @@ KvrStatus kvrsAdd_8u_ISfs(const Kvr8u* src, Kvr8u* srcDst, int len, int scaleFac
 }
 KvrStatus kvrsAdd_16u_Sfs(const Kvr16u* src1, const Kvr16u* src2, Kvr16u* dst, int len,
                           int scaleFactor) noexcept {
-  // Ahead of the checks: the sources are not looked at.
-  if (scaleFactor > kAdd16u.zeroAbove) return zeros(dst, len);
+  if (scaleFactor > kAdd16u.zeroAbove) return zeroInstead(dst, len);
   return vectorVector<Plus>(src1, src2, dst, len, kAdd16u, scaleFactor);
 }
 KvrStatus kvrsAdd_16u_ISfs(const Kvr16u* src, Kvr16u* srcDst, int len, int scaleFactor) noexcept {
-  // Ahead of the checks: the sources are not looked at.
-  if (scaleFactor > kAdd16u.zeroAbove) return zeros(srcDst, len);
+  if (scaleFactor > kAdd16u.zeroAbove) return zeroInstead(srcDst, len);
   return vectorVector<Plus>(src, srcDst, srcDst, len, kAdd16u, scaleFactor);
 }
 KvrStatus kvrsAdd_16s_Sfs(const Kvr16s* src1, const Kvr16s* src2, Kvr16s* dst, int len,
@@ -125,8 +123,7 @@ KvrStatus kvrsAddC_8u_ISfs(Kvr8u val, Kvr8u* srcDst, int len, int scaleFactor) n
   return vectorScalar(srcDst, val, srcDst, len, kAdd8u, scaleFactor);
 }
 KvrStatus kvrsAddC_16u_Sfs(const Kvr16u* src, Kvr16u val, Kvr16u* dst, int len, int scaleFactor) noexcept {
-  // Ahead of the checks: the source is not looked at.
-  if (scaleFactor > kAdd16u.zeroAbove) return zeros(dst, len);
+  if (scaleFactor > kAdd16u.zeroAbove) return zeroInstead(dst, len);
   if (val != 0 && scaleFactor <= kAdd16u.signAtOrBelow)
     return kvrsSet_16s(-1, reinterpret_cast<Kvr16s*>(dst), len);
   return vectorScalar(src, val, dst, len, kAdd16u, scaleFactor);

@@ -1,6 +1,7 @@
 // Scaled arithmetic whose products are floating: by a single-precision scalar into 16 bits, and by a scalar
 // in 64 bits with extended precision.
 // SPDX-License-Identifier: MIT
+#include <bit>
 #include <cmath>
 #include <limits>
 
@@ -8,17 +9,24 @@
 #include "frame/loop.h"
 #include "frame/rounding.h"
 #include "frame/saturating.h"
+#include "frame/to_integer.h"
 #include "kvrs/arith_scaled.h"
 
 namespace kvrs {
 namespace {
 
-// Rounded in the current mode.
+// Rounded in the current mode. The upper bound is that of the bits read as integers, the order of which is that of
+// the numbers but for negative ones, and takes positive NaN for the largest number. What lies below the range of 32
+// bits, and negative NaN, is converted to the lowest integer.
 struct TimesTo16s {
   float val;
   template <class D, class V>
   KVRS_INLINE hn::Vec<D> operator()(D d, V a) const {
-    return hn::DemoteTo(d, hn::NearestInt(hn::Mul(a, hn::Set(hn::DFromV<V>(), val))));
+    const hn::DFromV<V> df;
+    const hn::Rebind<int32_t, D> di;
+    const auto product = hn::BitCast(di, hn::Mul(a, hn::Set(df, val)));
+    const auto highest = hn::BitCast(di, hn::Set(df, 32767.0f));
+    return hn::DemoteTo(d, nearestInt32(di, hn::BitCast(df, hn::Min(product, highest))));
   }
 };
 
@@ -28,6 +36,56 @@ struct Signs {
   KVRS_INLINE V operator()(D d, V a) const {
     return saturatedBySign(d, a);
   }
+};
+
+// a * b modulo 2^64.
+template <class D, class V>
+KVRS_INLINE V mulLow(D d, V a, V b) {
+  if constexpr (kInt64Conversions) {
+    return hn::Mul(a, b);
+  } else {
+    const hn::RebindToUnsigned<D> du;
+    const hn::Repartition<uint32_t, D> halves;
+    const auto x = hn::BitCast(du, a), y = hn::BitCast(du, b);
+    const auto product = [&](auto p, auto q) {
+      return hn::MulEven(hn::BitCast(halves, p), hn::BitCast(halves, q));
+    };
+    const auto crossed = hn::Add(product(hn::ShiftRight<32>(x), y), product(x, hn::ShiftRight<32>(y)));
+    return hn::BitCast(d, hn::Add(product(x, y), hn::ShiftLeft<32>(crossed)));
+  }
+}
+
+// Products that are integers, so that nothing is rounded: those of the elements from `lowest` to `highest` fit into 64
+// bits.
+class IntegerTimes {
+ public:
+  // val * 2^shift
+  IntegerTimes(Kvr64s val, int shift) : negative_(val < 0) {
+    const uint64_t magnitude = negative_ ? 0 - static_cast<uint64_t>(val) : static_cast<uint64_t>(val);
+    if (magnitude == 0) return;
+    const bool fits = shift < 64 && magnitude <= UINT64_MAX >> shift;
+    const uint64_t m = fits ? magnitude << shift : 0;
+    constexpr uint64_t beyond = uint64_t{1} << 63;
+    const uint64_t toMin = fits ? beyond / m : 0, toMax = fits ? (beyond - 1) / m : 0;
+    lowest_ = static_cast<Kvr64s>(0 - (negative_ ? toMax : toMin));
+    const uint64_t highest = negative_ ? toMin : toMax;
+    highest_ = static_cast<Kvr64s>(highest < beyond ? highest : beyond - 1);
+    factor_ = static_cast<Kvr64s>(negative_ ? 0 - m : m);
+  }
+
+  template <class D, class V>
+  KVRS_INLINE V operator()(D d, V a) const {
+    const V least = hn::Set(d, std::numeric_limits<Kvr64s>::min());
+    const V most = hn::Set(d, std::numeric_limits<Kvr64s>::max());
+    const V r = mulLow(d, a, hn::Set(d, factor_));
+    const V below = hn::IfThenElse(hn::Gt(hn::Set(d, lowest_), a), negative_ ? most : least, r);
+    return hn::IfThenElse(hn::Gt(a, hn::Set(d, highest_)), negative_ ? least : most, below);
+  }
+
+ private:
+  Kvr64s factor_ = 0;
+  Kvr64s lowest_ = std::numeric_limits<Kvr64s>::min(), highest_ = std::numeric_limits<Kvr64s>::max();
+  bool negative_;
 };
 
 constexpr int bounded(int value, int lowest, int highest) {
@@ -85,11 +143,16 @@ KvrStatus kvrsMulC_Low_32f16s(const Kvr32f* src, Kvr32f val, Kvr16s* dst, int le
 KvrStatus kvrsMulC_32f16s_Sfs(const Kvr32f* src, Kvr32f val, Kvr16s* dst, int len, int scaleFactor) noexcept {
   KVRS_CHECK(pointers(src, dst), length(len));
   const VectorRoundingScope nearest(Rounding::nearest);
-  // The lower limit is a subnormal number, and exact.
-  const float scale = ldexpf(1.0f, -bounded(scaleFactor, -126, 127));
+  // The bits of 2^(-scaleFactor), of which the least is a subnormal number.
+  const int exponent = 127 - bounded(scaleFactor, -126, 127);
+  const float scale = std::bit_cast<float>(exponent > 0 ? exponent << 23 : 1 << 22);
   return mapElements(TimesTo16s{val * scale}, dst, static_cast<size_t>(len), src);
 }
 KvrStatus kvrsMulC_64s_ISfs(Kvr64s val, Kvr64s* srcDst, int len, int scaleFactor) noexcept {
+  if (scaleFactor <= 0 && srcDst != nullptr && len > 0) {
+    const IntegerTimes op(val, scaleFactor > -64 ? -scaleFactor : 64);
+    return mapElements(op, srcDst, static_cast<size_t>(len), static_cast<const Kvr64s*>(srcDst));
+  }
   return timesExtended(val, srcDst, len, scaleFactor);
 }
 KvrStatus kvrsMulC_64f64s_ISfs(Kvr64f val, Kvr64s* srcDst, int len, int scaleFactor) noexcept {

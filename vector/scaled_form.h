@@ -6,56 +6,59 @@
 #include "frame/check.h"
 #include "frame/complex.h"
 #include "frame/scaled.h"
-#include "vector/copy.h"
 #include "vector/scaled_bounds.h"
+#include "vector/stand_in.h"
 
 namespace kvrs {
 
-// Both parts of a complex scalar, or a real one twice: what setPairs takes.
+// Whether an element type is complex; its arrays then go through the element loop as pairs.
 template <class T>
-Pair<T> partsOf(T val) {
-  return {val, val};
-}
-inline Pair<Kvr16s> partsOf(Kvr16sc val) {
-  return {val.re, val.im};
-}
-inline Pair<Kvr32s> partsOf(Kvr32sc val) {
-  return {val.re, val.im};
-}
+inline constexpr bool kIsComplex = requires(T val) {
+  val.re;
+};
 
 template <class T>
 bool isZero(T val) {
-  const auto parts = partsOf(val);
-  return parts.re == 0 && parts.im == 0;
+  if constexpr (kIsComplex<T>) {
+    return val.re == 0 && val.im == 0;
+  } else {
+    return val == 0;
+  }
+}
+
+// A scalar in every lane, or in every pair of lanes.
+template <class D, class T>
+KVRS_INLINE hn::Vec<D> setScalar(D d, T val) {
+  if constexpr (kIsComplex<T>) {
+    return setPairs(d, val.re, val.im);
+  } else {
+    return hn::Set(d, val);
+  }
 }
 
 // An array as the element loop takes it: complex elements as pairs.
 template <class T>
 auto elements(T* p) {
-  if constexpr (requires { p->re; }) {
+  if constexpr (kIsComplex<T>) {
     return asPairs<LaneOf<std::remove_const_t<T>>>(p);
   } else {
     return p;
   }
 }
 
-// Op with a scalar behind a vector, `op(d, a, val)`, or with the scalar ahead of it.
-template <class Op, class Part>
-struct ThenScalar {
-  Pair<Part> val;
-  template <class D, class V>
-  KVRS_INLINE auto operator()(D d, V a) const {
-    return Op()(d, a, setPairs(d, val.re, val.im));
-  }
-};
-template <class Op, class Part>
-struct ScalarThen {
-  Pair<Part> val;
-  template <class D, class V>
-  KVRS_INLINE auto operator()(D d, V a) const {
-    return Op()(d, setPairs(d, val.re, val.im), a);
-  }
-};
+// An op with a scalar behind a vector, op(d, a, val), or with the scalar ahead of it.
+template <class Op, class T>
+auto thenScalar(Op op, T val) {
+  return [=](auto d, auto a) __attribute__((always_inline)) {
+    return op(d, a, setScalar(d, val));
+  };
+}
+template <class Op, class T>
+auto scalarThen(Op op, T val) {
+  return [=](auto d, auto a) __attribute__((always_inline)) {
+    return op(d, setScalar(d, val), a);
+  };
+}
 
 // dst = Op(a, b), scaled.
 template <class Op, class D, class A, class B>
@@ -78,20 +81,6 @@ KvrStatus partByPart(const T* a, const T* b, T* dst, int len, ScaleBounds bounds
   KVRS_CHECK(length(len), pointers(a, b, dst));
   return mapScaled(Op(), bounds, scaleFactor, elements(dst), static_cast<size_t>(len), elements(a),
                    elements(b));
-}
-
-// What a scalar that changes nothing leaves.
-template <class T>
-KvrStatus copyVector(const T* src, T* dst, int len) {
-  if (src == dst) return kvrStatusOk;
-  return mapElements(Same(), elements(dst), static_cast<size_t>(len), elements(src));
-}
-
-// An answer that no source is needed for.
-template <class T>
-KvrStatus zeros(T* dst, int len) {
-  KVRS_CHECK(pointers(dst), length(len));
-  return mapElements(Zeros(), elements(dst), static_cast<size_t>(len));
 }
 
 }  // namespace kvrs

@@ -7,41 +7,67 @@ namespace kvrs {
 namespace {
 
 template <class D>
-using Wide = hn::RepartitionToWide<D>;
-
-// 32-bit lanes from the low and high halves of products of 16-bit lanes.
-template <class D, class V>
-KVRS_INLINE auto interleaved(D d, V low, V high) {
-  const Wide<hn::RebindToSigned<D>> dw;
-  return Interleaved<hn::Vec<decltype(dw)>>{hn::BitCast(dw, hn::InterleaveLower(d, low, high)),
-                                            hn::BitCast(dw, hn::InterleaveUpper(d, low, high))};
-}
+using WideLanes = hn::RepartitionToWide<D>;
 
 struct Times {
   template <class D, class V>
-  KVRS_INLINE auto operator()(D d, V a, V b) const {
-    using T = hn::TFromD<D>;
-    if constexpr (sizeof(T) == 1) {
+  KVRS_INLINE auto operator()(D, V a, V b) const {
+    if constexpr (sizeof(hn::TFromD<D>) == 1) {
       // Even and odd lanes apart, each in 16 bits.
-      const Wide<D> dw;
+      const WideLanes<D> dw;
       const auto even = [&](V v) { return hn::And(hn::BitCast(dw, v), hn::Set(dw, uint16_t{0x00FF})); };
       const auto odd = [&](V v) { return hn::ShiftRight<8>(hn::BitCast(dw, v)); };
-      return EvenOdd<hn::Vec<Wide<D>>>{hn::Mul(even(a), even(b)), hn::Mul(odd(a), odd(b))};
-    } else if constexpr (std::is_unsigned_v<T>) {
-      return HighLow<V>{hn::MulHigh(a, b), hn::Mul(a, b)};
+      return EvenOdd<hn::Vec<WideLanes<D>>>{hn::Mul(even(a), even(b)), hn::Mul(odd(a), odd(b))};
     } else {
-      return interleaved(d, hn::Mul(a, b), hn::MulHigh(a, b));
+      return HighLow<V>{hn::MulHigh(a, b), hn::Mul(a, b)};
     }
   }
 };
 
-// 16u by 16u for scale factors above 16: the high half, and a sticky bit for the low one.
-struct HighOfTimes {
+// Products of 16 bits for the scale factors of which the result, or all but a trace of it, is in the high half.
+
+// 16s at 15, the scale of fractions: the processor's product for it rounds halves up, so ties turn odd numbers into
+// the even ones below. -1 times -1 wraps to the lowest number, which is no other product.
+struct TimesAt15 {
+  template <class D, class V>
+  KVRS_INLINE V operator()(D d, V a, V b) const {
+    const V lowest = hn::Set(d, std::numeric_limits<int16_t>::min());
+    const V r = hn::MulFixedPoint15(a, b);
+    const V low = hn::Mul(a, b);
+    const auto tie = hn::Eq(hn::Add(low, low), lowest);
+    const auto wraps = hn::Eq(r, lowest);
+    if constexpr (kMaskRegisters) {
+      const V even = hn::IfThenElse(tie, hn::And(r, hn::Set(d, int16_t{-2})), r);
+      return hn::IfThenElse(wraps, hn::Set(d, std::numeric_limits<int16_t>::max()), even);
+    } else {
+      const hn::RebindToUnsigned<D> du;
+      const auto one = hn::ShiftRight<15>(hn::BitCast(du, hn::VecFromMask(d, tie)));
+      return hn::Xor(hn::AndNot(hn::BitCast(d, one), r), hn::VecFromMask(d, wraps));
+    }
+  }
+};
+
+// At 16: the high half, plus 1 where the low one rounds up.
+struct TimesAt16 {
+  template <class D, class V>
+  KVRS_INLINE V operator()(D d, V a, V b) const {
+    const hn::RebindToUnsigned<D> du;
+    const hn::RebindToSigned<D> di;
+    const V high = hn::MulHigh(a, b);
+    const auto low = hn::BitCast(du, hn::Mul(a, b));
+    const auto lowered = hn::SaturatedSub(low, hn::AndNot(hn::BitCast(du, high), hn::Set(du, uint16_t{1})));
+    return hn::Sub(high, hn::BitCast(d, hn::BroadcastSignBit(hn::BitCast(di, lowered))));
+  }
+};
+
+// Above 16: the high half, and a sticky bit for the low one.
+struct TimesAbove16 {
   int shift;  // scale factor - 16
   template <class D, class V>
   KVRS_INLINE V operator()(D d, V a, V b) const {
-    const auto nothing = hn::Eq(hn::Mul(a, b), hn::Zero(d));
-    return shiftRightEven(d, hn::MulHigh(a, b), hn::IfThenZeroElse(nothing, hn::Set(d, uint16_t{1})), shift);
+    const hn::RebindToUnsigned<D> du;
+    const auto sticky = hn::Min(hn::BitCast(du, hn::Mul(a, b)), hn::Set(du, uint16_t{1}));
+    return shiftRightEven(d, hn::MulHigh(a, b), hn::BitCast(d, sticky), shift);
   }
 };
 
@@ -52,7 +78,7 @@ struct UnsignedTimesSigned {
     const hn::RebindToUnsigned<D> du;
     const V high = hn::BitCast(d, hn::MulHigh(a, hn::BitCast(du, b)));
     const V excess = hn::And(hn::BitCast(d, a), hn::BroadcastSignBit(b));
-    return interleaved(d, hn::Mul(hn::BitCast(d, a), b), hn::Sub(high, excess));
+    return interleaved(d, HighLow<V>{hn::Sub(high, excess), hn::Mul(hn::BitCast(d, a), b)});
   }
 };
 
@@ -61,6 +87,38 @@ struct TimesWide {
   template <class D, class V>
   KVRS_INLINE auto operator()(D d, V a, V b) const {
     return mulWiden(d, a, b);
+  }
+};
+
+// The same by 2^(-shift), for scale factors up to 15. Two vectors of results are made at a time, from both halves of
+// the products of full vectors.
+template <bool kRounded>
+struct TimesWideBy {
+  int shift;
+  template <class D, class V>
+  KVRS_INLINE hn::Vec<D> operator()(D d, V a, V b) const {
+    return inWholeBlocks(
+        [this](auto whole, auto x, auto y) {
+          const auto r = mulWiden(whole, x, y);
+          if constexpr (kRounded) return shiftRightEven(whole, r, shift);
+          if constexpr (!kRounded) return r;
+        },
+        d, a, b);
+  }
+  template <class V>
+  KVRS_INLINE auto operator()(TwoVectors<Kvr32s>, V a, V b) const {
+    const hn::DFromV<V> d;
+    return widenedProducts<kRounded>(d, HighLow<V>{hn::MulHigh(a, b), hn::Mul(a, b)}, shift);
+  }
+};
+
+// Op's results in 16 bits, extended to 32.
+template <class Op>
+struct Extended {
+  Op op;
+  template <class D, class V>
+  KVRS_INLINE hn::Vec<D> operator()(D d, V a, V b) const {
+    return hn::PromoteTo(d, op(hn::DFromV<V>(), a, b));
   }
 };
 
@@ -78,8 +136,8 @@ struct TimesWidened {
 struct ComplexTimes {
   template <class D, class V>
   KVRS_INLINE auto operator()(D d, V a, V b) const {
-    using W = hn::Vec<Wide<D>>;
-    const Wide<D> dw;
+    using W = hn::Vec<WideLanes<D>>;
+    const WideLanes<D> dw;
     const V notImaginary = hn::BitCast(d, hn::Set(dw, static_cast<int32_t>(0xFFFF0000)));
     const W aImaginary = hn::ShiftRight<16>(hn::BitCast(dw, a));
     const W re = hn::Add(mulAddNeighbours(dw, a, hn::Xor(b, notImaginary)), aImaginary);
@@ -92,15 +150,27 @@ struct ComplexTimes {
 template <class T>
 using TimesFor = std::conditional_t<std::is_same_v<T, Kvr16sc>, ComplexTimes, Times>;
 
-// 16u: the kernels of Times end at a scale factor of 16, with the bits of the low half.
-bool aboveLowHalf(int scaleFactor) {
-  return scaleFactor > 16 && scaleFactor <= kMul16u.zeroAbove;
+// Products of real numbers: map(op) for the op of the scale factor, of which some are already rounded, and general()
+// for the others, which mapScaled tells apart.
+template <class T, class Map, class General>
+KvrStatus mapTimes(ScaleBounds bounds, int scaleFactor, Map map, General general) {
+  if constexpr (sizeof(T) == 2) {
+    if (scaleFactor >= 15 && scaleFactor <= bounds.zeroAbove) {
+      if (scaleFactor > 16) return map(TimesAbove16{scaleFactor - 16});
+      if (scaleFactor == 16) return map(TimesAt16());
+      if constexpr (std::is_signed_v<T>) return map(TimesAt15());
+    }
+  }
+  return general();
 }
 
-KvrStatus vectorVector16u(const Kvr16u* a, const Kvr16u* b, Kvr16u* dst, int len, int scaleFactor) {
-  if (!aboveLowHalf(scaleFactor)) return vectorVector<Times>(a, b, dst, len, kMul16u, scaleFactor);
+template <class T>
+KvrStatus realVectors(const T* a, const T* b, T* dst, int len, ScaleBounds bounds, int scaleFactor) {
   KVRS_CHECK(pointers(a, b, dst), length(len));
-  return mapSaturated(HighOfTimes{scaleFactor - 16}, dst, static_cast<size_t>(len), a, b);
+  const size_t n = static_cast<size_t>(len);
+  return mapTimes<T>(
+      bounds, scaleFactor, [=](auto op) { return mapSaturated(op, dst, n, a, b); },
+      [=] { return mapScaled(Times(), bounds, scaleFactor, dst, n, a, b); });
 }
 
 KvrStatus complexVectors(const Kvr16sc* a, const Kvr16sc* b, Kvr16sc* dst, int len, int scaleFactor) {
@@ -114,18 +184,15 @@ KvrStatus vectorScalar(const T* src, T val, T* dst, int len, ScaleBounds bounds,
   KVRS_CHECK(pointers(src, dst), length(len));
   const size_t n = static_cast<size_t>(len);
   if constexpr (!std::is_same_v<T, Kvr16sc>) {
-    if (val == 0) return zeros(dst, len);
-    if (val == 1 && scaleFactor == 0) return copyVector(src, dst, len);
+    if (val == 0) return zeroInstead(dst, len);
+    if (val == 1 && scaleFactor == 0) return copyInstead(src, dst, len);
   }
-  if constexpr (std::is_same_v<T, Kvr16u>) {
-    if (aboveLowHalf(scaleFactor)) {
-      const int shift = scaleFactor - 16;
-      return mapSaturated([=](auto d, auto a) { return HighOfTimes{shift}(d, a, hn::Set(d, val)); }, dst, n,
-                          src);
-    }
-  }
-  return mapScaled(ThenScalar<TimesFor<T>, LaneOf<T>>{partsOf(val)}, bounds, scaleFactor, elements(dst), n,
-                   elements(src));
+  return mapTimes<T>(
+      bounds, scaleFactor, [=](auto op) { return mapSaturated(thenScalar(op, val), dst, n, src); },
+      [=] {
+        return mapScaled(thenScalar(TimesFor<T>(), val), bounds, scaleFactor, elements(dst), n,
+                         elements(src));
+      });
 }
 
 }  // namespace
@@ -135,24 +202,24 @@ using namespace kvrs;
 
 KvrStatus kvrsMul_8u_Sfs(const Kvr8u* src1, const Kvr8u* src2, Kvr8u* dst, int len,
                          int scaleFactor) noexcept {
-  return vectorVector<Times>(src1, src2, dst, len, kMul8u, scaleFactor);
+  return realVectors(src1, src2, dst, len, kMul8u, scaleFactor);
 }
 KvrStatus kvrsMul_8u_ISfs(const Kvr8u* src, Kvr8u* srcDst, int len, int scaleFactor) noexcept {
-  return vectorVector<Times>(srcDst, src, srcDst, len, kMul8u, scaleFactor);
+  return realVectors<Kvr8u>(srcDst, src, srcDst, len, kMul8u, scaleFactor);
 }
 KvrStatus kvrsMul_16u_Sfs(const Kvr16u* src1, const Kvr16u* src2, Kvr16u* dst, int len,
                           int scaleFactor) noexcept {
-  return vectorVector16u(src1, src2, dst, len, scaleFactor);
+  return realVectors(src1, src2, dst, len, kMul16u, scaleFactor);
 }
 KvrStatus kvrsMul_16u_ISfs(const Kvr16u* src, Kvr16u* srcDst, int len, int scaleFactor) noexcept {
-  return vectorVector16u(srcDst, src, srcDst, len, scaleFactor);
+  return realVectors<Kvr16u>(srcDst, src, srcDst, len, kMul16u, scaleFactor);
 }
 KvrStatus kvrsMul_16s_Sfs(const Kvr16s* src1, const Kvr16s* src2, Kvr16s* dst, int len,
                           int scaleFactor) noexcept {
-  return vectorVector<Times>(src1, src2, dst, len, kMul16s, scaleFactor);
+  return realVectors(src1, src2, dst, len, kMul16s, scaleFactor);
 }
 KvrStatus kvrsMul_16s_ISfs(const Kvr16s* src, Kvr16s* srcDst, int len, int scaleFactor) noexcept {
-  return vectorVector<Times>(srcDst, src, srcDst, len, kMul16s, scaleFactor);
+  return realVectors<Kvr16s>(srcDst, src, srcDst, len, kMul16s, scaleFactor);
 }
 KvrStatus kvrsMul_16sc_Sfs(const Kvr16sc* src1, const Kvr16sc* src2, Kvr16sc* dst, int len,
                            int scaleFactor) noexcept {
@@ -176,7 +243,16 @@ KvrStatus kvrsMul_16u16s_Sfs(const Kvr16u* src1, const Kvr16s* src2, Kvr16s* dst
 }
 KvrStatus kvrsMul_16s32s_Sfs(const Kvr16s* src1, const Kvr16s* src2, Kvr32s* dst, int len,
                              int scaleFactor) noexcept {
-  return vectorVector<TimesWide>(src1, src2, dst, len, kMul16s32s, scaleFactor);
+  KVRS_CHECK(pointers(src1, src2, dst), length(len));
+  const size_t n = static_cast<size_t>(len);
+  const auto wide = reinterpret_cast<Wide<Kvr32s>*>(dst);
+  if (scaleFactor == 0) return mapElements(TimesWideBy<false>{0}, wide, n, src1, src2);
+  if (scaleFactor > 0 && scaleFactor < 16) {
+    return mapElements(TimesWideBy<true>{scaleFactor}, wide, n, src1, src2);
+  }
+  return mapTimes<Kvr16s>(
+      kMul16s32s, scaleFactor, [=](auto op) { return mapElements(Extended{op}, dst, n, src1, src2); },
+      [=] { return mapScaled(TimesWide(), kMul16s32s, scaleFactor, dst, n, src1, src2); });
 }
 
 KvrStatus kvrsMulC_8u_Sfs(const Kvr8u* src, Kvr8u val, Kvr8u* dst, int len, int scaleFactor) noexcept {
@@ -186,8 +262,7 @@ KvrStatus kvrsMulC_8u_ISfs(Kvr8u val, Kvr8u* srcDst, int len, int scaleFactor) n
   return vectorScalar(srcDst, val, srcDst, len, kMul8u, scaleFactor);
 }
 KvrStatus kvrsMulC_16u_Sfs(const Kvr16u* src, Kvr16u val, Kvr16u* dst, int len, int scaleFactor) noexcept {
-  // Ahead of the checks: the source is not looked at.
-  if (val == 0 || scaleFactor > kMul16u.zeroAbove) return zeros(dst, len);
+  if (val == 0 || scaleFactor > kMul16u.zeroAbove) return zeroInstead(dst, len);
   return vectorScalar(src, val, dst, len, kMul16u, scaleFactor);
 }
 KvrStatus kvrsMulC_16u_ISfs(Kvr16u val, Kvr16u* srcDst, int len, int scaleFactor) noexcept {

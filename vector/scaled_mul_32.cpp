@@ -35,14 +35,17 @@ KVRS_INLINE DoublePair<D> toDoubles(D, V v) {
   return {hn::PromoteTo(dd, hn::LowerHalf(v)), hn::PromoteTo(dd, hn::UpperHalf(hn::Half<D>(), v))};
 }
 
-// Doubles bounded to the range of 32 bits and rounded in the current mode: adding 1.5 * 2^52 leaves the
-// integer in the low half of the sum's bits.
+// Added to a number in the range of 32 bits, it leaves the integer that the number is rounded to, in the current mode,
+// in the low half of the sum's bits.
+constexpr double kIntegerBits = 0x1.8p52;
+
+// Doubles bounded to the range of 32 bits and rounded.
 template <class D>
 KVRS_INLINE hn::Vec<D> toIntegers(D d, DoublePair<D> x) {
   const Doubles<D> dd;
   const auto bits = [&](auto v) {
     const auto bounded = hn::Min(hn::Max(v, hn::Set(dd, -0x1p31)), hn::Set(dd, 0x1p31 - 1));
-    return hn::BitCast(d, hn::Add(bounded, hn::Set(dd, 0x1.8p52)));
+    return hn::BitCast(d, hn::Add(bounded, hn::Set(dd, kIntegerBits)));
   };
   return hn::ConcatEven(d, bits(x.upper), bits(x.lower));
 }
@@ -53,10 +56,23 @@ struct DoubleTimes {
 
   template <class D, class V>
   KVRS_INLINE V operator()(D d, V a, V b) const {
-    const auto scales = hn::Set(Doubles<D>(), scale);
-    const DoublePair<D> x = toDoubles(d, a), y = toDoubles(d, b);
-    return toIntegers(d, DoublePair<D>{hn::Mul(hn::Mul(x.lower, scales), y.lower),
-                                       hn::Mul(hn::Mul(x.upper, scales), y.upper)});
+    if constexpr (kInt64Conversions) {
+      // The conversion of an exact product is what rounds it. It is bounded ahead of the scale, which is exact.
+      const hn::Rebind<double, hn::RepartitionToWide<D>> dd;
+      const auto lowest = hn::Set(dd, -0x1p31 / scale), highest = hn::Set(dd, (0x1p31 - 1) / scale);
+      const auto bits = [&](auto product) {
+        const auto bounded = hn::Min(hn::Max(hn::ConvertTo(dd, product), lowest), highest);
+        const auto sum = hn::MulAdd(bounded, hn::Set(dd, scale), hn::Set(dd, kIntegerBits));
+        return hn::BitCast(hn::RepartitionToWide<D>(), sum);
+      };
+      const auto p = mulEvenOdd(d, a, b);
+      return lowHalves(d, bits(p.even), bits(p.odd));
+    } else {
+      const auto scales = hn::Set(Doubles<D>(), scale);
+      const DoublePair<D> x = toDoubles(d, a), y = toDoubles(d, b);
+      return toIntegers(d, DoublePair<D>{hn::Mul(hn::Mul(x.lower, scales), y.lower),
+                                         hn::Mul(hn::Mul(x.upper, scales), y.upper)});
+    }
   }
 };
 
@@ -114,14 +130,14 @@ template <class Op, class D, class A, class B>
 KvrStatus realVectors(const A* a, const B* b, D* dst, int len, int scaleFactor) {
   KVRS_CHECK(pointers(a, b, dst), length(len));
   const size_t n = static_cast<size_t>(len);
-  if (scaleFactor > kMul32s.zeroAbove) return zeros(dst, len);
+  if (scaleFactor > kMul32s.zeroAbove) return zeroInstead(dst, len);
   return mapDoubles(Op{scaleOf(scaleFactor, kMul32s)}, elements(dst), n, elements(a), elements(b));
 }
 
 KvrStatus realScalar(const Kvr32s* src, Kvr32s val, Kvr32s* dst, int len, int scaleFactor) {
   KVRS_CHECK(pointers(src, dst), length(len));
   const size_t n = static_cast<size_t>(len);
-  if (scaleFactor > kMul32s.zeroAbove) return zeros(dst, len);
+  if (scaleFactor > kMul32s.zeroAbove) return zeroInstead(dst, len);
   return mapDoubles(DoubleTimesScalar{val * scaleOf(scaleFactor, kMul32s)}, dst, n, src);
 }
 
@@ -133,7 +149,7 @@ KvrStatus complexVectors(const Kvr32sc* a, const Kvr32sc* b, Kvr32sc* dst, int l
 
 KvrStatus complexScalar(const Kvr32sc* src, Kvr32sc val, Kvr32sc* dst, int len, int scaleFactor) {
   KVRS_CHECK(pointers(src, dst), length(len));
-  return mapScaled(ThenScalar<ComplexTimes, Kvr32s>{partsOf(val)}, kMul32sc, scaleFactor, elements(dst),
+  return mapScaled(thenScalar(ComplexTimes(), val), kMul32sc, scaleFactor, elements(dst),
                    static_cast<size_t>(len), elements(src));
 }
 
@@ -152,9 +168,17 @@ struct LowOfShiftedRight {
   template <class D, class V>
   KVRS_INLINE V operator()(D d, V a, V b) const {
     const hn::RepartitionToWide<hn::RebindToUnsigned<D>> dw;
-    const auto p = mulEvenOdd(d, a, b);
-    return lowHalves(d, hn::ShiftRightSame(hn::BitCast(dw, p.even), n),
-                     hn::ShiftRightSame(hn::BitCast(dw, p.odd), n));
+    const auto shifted = [&](auto p) {
+      return lowHalves(d, hn::ShiftRightSame(hn::BitCast(dw, p.even), n),
+                       hn::ShiftRightSame(hn::BitCast(dw, p.odd), n));
+    };
+    if constexpr (kSignedMulEven) {
+      return shifted(mulEvenOdd(d, a, b));
+    } else {
+      const hn::RebindToUnsigned<D> du;
+      const V product = shifted(mulEvenOdd(du, hn::BitCast(du, a), hn::BitCast(du, b)));
+      return hn::Sub(product, hn::ShiftLeftSame(unsignedExcess(a, b), 32 - n));
+    }
   }
 };
 
@@ -220,7 +244,7 @@ KvrStatus kvrsMul_Low_32s_Sfs(const Kvr32s* src1, const Kvr32s* src2, Kvr32s* ds
                               int scaleFactor) noexcept {
   KVRS_CHECK(pointers(src1, src2, dst), length(len));
   const size_t n = static_cast<size_t>(len);
-  if (scaleFactor > kMulLow32s.zeroAbove) return zeros(dst, len);
+  if (scaleFactor > kMulLow32s.zeroAbove) return zeroInstead(dst, len);
   if (scaleFactor <= kMulLow32s.signAtOrBelow) return mapSaturated(SignOfProduct(), dst, n, src1, src2);
   if (scaleFactor <= 0) return mapSaturated(LowShiftedLeft{-scaleFactor}, dst, n, src1, src2);
   if (scaleFactor < 32) return mapSaturated(LowOfShiftedRight{scaleFactor}, dst, n, src1, src2);
@@ -230,7 +254,7 @@ KvrStatus kvrsAddProduct_32s_Sfs(const Kvr32s* src1, const Kvr32s* src2, Kvr32s*
                                  int scaleFactor) noexcept {
   KVRS_CHECK(pointers(src1, src2, srcDst), length(len));
   const size_t n = static_cast<size_t>(len);
-  if (scaleFactor > kAddProduct32s.zeroAbove) return zeros(srcDst, len);
+  if (scaleFactor > kAddProduct32s.zeroAbove) return zeroInstead(srcDst, len);
   return mapDoubles(DoubleTimesPlus{scaleOf(scaleFactor, kAddProduct32s)}, srcDst, n, src1, src2,
                     static_cast<const Kvr32s*>(srcDst));
 }

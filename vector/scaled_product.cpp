@@ -12,9 +12,19 @@ struct TimesPlus {
   KVRS_INLINE auto operator()(D d, V a, V b, V c) const {
     const hn::RepartitionToWide<D> dw;
     const V one = hn::Set(d, int16_t{1});
-    return Interleaved<hn::Vec<decltype(dw)>>{
+    return RoomyInterleaved<hn::Vec<decltype(dw)>>{
         mulAddNeighbours(dw, hn::InterleaveLower(d, a, c), hn::InterleaveLower(d, b, one)),
         mulAddNeighbours(dw, hn::InterleaveUpper(d, a, c), hn::InterleaveUpper(d, b, one))};
+  }
+};
+
+// The same by 2^(-31), which leaves 1 or -1 of the largest numbers.
+struct TimesPlusAt31 {
+  template <class D, class V>
+  KVRS_INLINE V operator()(D d, V a, V b, V c) const {
+    const auto r = TimesPlus()(d, a, b, c);
+    const hn::RepartitionToWide<D> dw;
+    return hn::ReorderDemote2To(d, shiftRightEven(dw, r.lower, 31), shiftRightEven(dw, r.upper, 31));
   }
 };
 
@@ -41,6 +51,11 @@ using namespace kvrs;
 
 KvrStatus kvrsAddProduct_16s_Sfs(const Kvr16s* src1, const Kvr16s* src2, Kvr16s* srcDst, int len,
                                  int scaleFactor) noexcept {
+  if (scaleFactor == kAddProduct16s.zeroAbove) {
+    KVRS_CHECK(pointers(src1, src2, srcDst), length(len));
+    return mapSaturated(TimesPlusAt31(), srcDst, static_cast<size_t>(len), src1, src2,
+                        static_cast<const Kvr16s*>(srcDst));
+  }
   return addProduct<TimesPlus>(src1, src2, srcDst, len, kAddProduct16s, scaleFactor);
 }
 KvrStatus kvrsAddProduct_16s32s_Sfs(const Kvr16s* src1, const Kvr16s* src2, Kvr32s* srcDst, int len,

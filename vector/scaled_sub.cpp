@@ -22,18 +22,18 @@ struct Minus {
 template <class T>
 KvrStatus vectorScalar(const T* src, T val, T* dst, int len, ScaleBounds bounds, int scaleFactor) {
   KVRS_CHECK(pointers(src, dst), length(len));
-  if (isZero(val) && scaleFactor == 0) return copyVector(src, dst, len);
-  return mapScaled(ThenScalar<Minus, LaneOf<T>>{partsOf(val)}, bounds, scaleFactor, elements(dst),
-                   static_cast<size_t>(len), elements(src));
+  if (isZero(val) && scaleFactor == 0) return copyInstead(src, dst, len);
+  return mapScaled(thenScalar(Minus(), val), bounds, scaleFactor, elements(dst), static_cast<size_t>(len),
+                   elements(src));
 }
 
 // val - src.
 template <class T>
 KvrStatus scalarVector(const T* src, T val, T* dst, int len, ScaleBounds bounds, int scaleFactor) {
   KVRS_CHECK(pointers(src, dst), length(len));
-  if (std::is_unsigned_v<LaneOf<T>> && isZero(val)) return zeros(dst, len);
-  return mapScaled(ScalarThen<Minus, LaneOf<T>>{partsOf(val)}, bounds, scaleFactor, elements(dst),
-                   static_cast<size_t>(len), elements(src));
+  if (std::is_unsigned_v<LaneOf<T>> && isZero(val)) return zeroInstead(dst, len);
+  return mapScaled(scalarThen(Minus(), val), bounds, scaleFactor, elements(dst), static_cast<size_t>(len),
+                   elements(src));
 }
 
 }  // namespace
@@ -50,13 +50,11 @@ KvrStatus kvrsSub_8u_ISfs(const Kvr8u* src, Kvr8u* srcDst, int len, int scaleFac
 }
 KvrStatus kvrsSub_16u_Sfs(const Kvr16u* src1, const Kvr16u* src2, Kvr16u* dst, int len,
                           int scaleFactor) noexcept {
-  // Ahead of the checks: the sources are not looked at.
-  if (scaleFactor > kSub16u.zeroAbove) return zeros(dst, len);
+  if (scaleFactor > kSub16u.zeroAbove) return zeroInstead(dst, len);
   return vectorVector<Minus>(src2, src1, dst, len, kSub16u, scaleFactor);
 }
 KvrStatus kvrsSub_16u_ISfs(const Kvr16u* src, Kvr16u* srcDst, int len, int scaleFactor) noexcept {
-  // Ahead of the checks: the sources are not looked at.
-  if (scaleFactor > kSub16u.zeroAbove) return zeros(srcDst, len);
+  if (scaleFactor > kSub16u.zeroAbove) return zeroInstead(srcDst, len);
   return vectorVector<Minus>(srcDst, src, srcDst, len, kSub16u, scaleFactor);
 }
 KvrStatus kvrsSub_16s_Sfs(const Kvr16s* src1, const Kvr16s* src2, Kvr16s* dst, int len,
@@ -101,8 +99,7 @@ KvrStatus kvrsSubC_8u_ISfs(Kvr8u val, Kvr8u* srcDst, int len, int scaleFactor) n
   return vectorScalar(srcDst, val, srcDst, len, kSub8u, scaleFactor);
 }
 KvrStatus kvrsSubC_16u_Sfs(const Kvr16u* src, Kvr16u val, Kvr16u* dst, int len, int scaleFactor) noexcept {
-  // Ahead of the checks: the source is not looked at.
-  if (scaleFactor > kSub16u.zeroAbove) return zeros(dst, len);
+  if (scaleFactor > kSub16u.zeroAbove) return zeroInstead(dst, len);
   return vectorScalar(src, val, dst, len, kSub16u, scaleFactor);
 }
 KvrStatus kvrsSubC_16u_ISfs(Kvr16u val, Kvr16u* srcDst, int len, int scaleFactor) noexcept {

@@ -6,8 +6,7 @@
 
 #include "frame/check.h"
 #include "frame/loop.h"
-#include "vector/copy.h"
-#include "vector/fill.h"
+#include "vector/stand_in.h"
 
 namespace kvrs {
 namespace {
@@ -32,32 +31,23 @@ template <class T>
 inline constexpr int kBits = 8 * sizeof(T);
 
 template <class T>
-KvrStatus copy(const T* src, T* dst, size_t len) {
-  return src == dst ? kvrStatusOk : mapElements(Same(), dst, len, src);
-}
-
-template <class T>
 KvrStatus shiftLeft(const T* src, int val, T* dst, int len) {
+  if (val == 0) return copyInstead(src, dst, len);
+  if (val >= kBits<T>) return zeroInstead(dst, len);
   KVRS_CHECK(pointers(src, dst), length(len), shiftCount(val));
-  const size_t n = static_cast<size_t>(len);
-  if (val == 0) return copy(src, dst, n);
-  if (val >= kBits<T>) return fillElements(FillZero(), dst, n);
   // The same on signed elements, which share the kernel of the unsigned ones.
   using Unsigned = std::make_unsigned_t<T>;
-  return mapElements(ShiftLeft{val}, reinterpret_cast<Unsigned*>(dst), n,
+  return mapElements(ShiftLeft{val}, reinterpret_cast<Unsigned*>(dst), static_cast<size_t>(len),
                      reinterpret_cast<const Unsigned*>(src));
 }
 
 template <class T>
 KvrStatus shiftRight(const T* src, int val, T* dst, int len) {
+  if (val == 0) return copyInstead(src, dst, len);
+  if (std::is_unsigned_v<T> && val >= kBits<T>) return zeroInstead(dst, len);
   KVRS_CHECK(pointers(src, dst), length(len), shiftCount(val));
-  const size_t n = static_cast<size_t>(len);
-  if (val == 0) return copy(src, dst, n);
-  if (val >= kBits<T>) {
-    if constexpr (std::is_unsigned_v<T>) return fillElements(FillZero(), dst, n);
-    val = kBits<T> - 1;  // the sign in every bit
-  }
-  return mapElements(ShiftRight{val}, dst, n, src);
+  const int count = val < kBits<T> ? val : kBits<T> - 1;  // of signed elements: the sign in every bit
+  return mapElements(ShiftRight{count}, dst, static_cast<size_t>(len), src);
 }
 
 }  // namespace

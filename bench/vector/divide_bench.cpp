@@ -17,24 +17,29 @@ T saturated(W x) {
   return static_cast<T>(x < low ? low : x > high ? high : x);
 }
 
+// To nearest. Where the target can round, the compiler makes vectors of nearbyint, but never of lrint.
+template <class T, class W>
+T rounded(W x) {
+  if constexpr (sizeof(W) == 4) return saturated<T>(nearbyintf(x));
+  if constexpr (sizeof(W) == 8) return saturated<T>(nearbyint(x));
+}
+
 // The whole contract, as one would write it down.
 template <class T, class W>
-[[gnu::noinline]] bool loopDiv(const T* a, const T* b, T* dst, int len, W scale) {
+[[gnu::noinline]] bool loopDiv(const T* a, const T* b, T* __restrict dst, int len, W scale) {
   bool met = false;
   for (int i = 0; i < len; ++i) {
     if (a[i] == 0) {
       met = true;
       dst[i] = b[i] > 0 ? std::numeric_limits<T>::max() : b[i] < 0 ? std::numeric_limits<T>::lowest() : T{0};
-    } else if constexpr (sizeof(W) == 4) {
-      dst[i] = saturated<T>(lrintf(static_cast<W>(b[i]) / static_cast<W>(a[i]) * scale));
     } else {
-      dst[i] = static_cast<T>(lrint(saturated<T>(static_cast<W>(b[i]) / static_cast<W>(a[i]) * scale)));
+      dst[i] = rounded<T>(static_cast<W>(b[i]) / static_cast<W>(a[i]) * scale);
     }
   }
   return met;
 }
 
-[[gnu::noinline]] bool loopDivComplex(const Kvr16sc* a, const Kvr16sc* b, Kvr16sc* dst, int len,
+[[gnu::noinline]] bool loopDivComplex(const Kvr16sc* a, const Kvr16sc* b, Kvr16sc* __restrict dst, int len,
                                       double scale) {
   bool met = false;
   for (int i = 0; i < len; ++i) {
@@ -43,15 +48,14 @@ template <class T, class W>
       met = true;
       dst[i] = {0, 0};
     } else {
-      dst[i] = {saturated<Kvr16s>(lrint((br * ar + bi * ai) / m)),
-                saturated<Kvr16s>(lrint((bi * ar - br * ai) / m))};
+      dst[i] = {rounded<Kvr16s>((br * ar + bi * ai) / m), rounded<Kvr16s>((bi * ar - br * ai) / m)};
     }
   }
   return met;
 }
 
 template <class T>
-[[gnu::noinline]] bool loopTruncate(const T* a, const T* b, T* dst, int len) {
+[[gnu::noinline]] bool loopTruncate(const T* a, const T* b, T* __restrict dst, int len) {
   bool met = false;
   for (int i = 0; i < len; ++i) {
     if (a[i] == 0) {
@@ -65,29 +69,29 @@ template <class T>
 }
 
 template <class T>
-[[gnu::noinline]] void loopDivC(const T* a, float factor, T* dst, int len) {
-  for (int i = 0; i < len; ++i) dst[i] = saturated<T>(lrintf(static_cast<float>(a[i]) * factor));
+[[gnu::noinline]] void loopDivC(const T* a, float factor, T* __restrict dst, int len) {
+  for (int i = 0; i < len; ++i) dst[i] = rounded<T>(static_cast<float>(a[i]) * factor);
 }
 
-[[gnu::noinline]] void loopDivCComplex(const Kvr16sc* a, double re, double im, Kvr16sc* dst, int len) {
+[[gnu::noinline]] void loopDivCComplex(const Kvr16sc* a, double re, double im, Kvr16sc* __restrict dst,
+                                       int len) {
   for (int i = 0; i < len; ++i) {
-    dst[i] = {saturated<Kvr16s>(lrint(a[i].re * re - a[i].im * im)),
-              saturated<Kvr16s>(lrint(a[i].re * im + a[i].im * re))};
+    dst[i] = {rounded<Kvr16s>(a[i].re * re - a[i].im * im), rounded<Kvr16s>(a[i].re * im + a[i].im * re)};
   }
 }
 
 template <class T>
-[[gnu::noinline]] void loopDivFloat(const T* a, const T* b, T* dst, int len) {
+[[gnu::noinline]] void loopDivFloat(const T* a, const T* b, T* __restrict dst, int len) {
   for (int i = 0; i < len; ++i) dst[i] = b[i] / a[i];
 }
 
 template <class T>
-[[gnu::noinline]] void loopDivScalar(T val, const T* a, T* dst, int len) {
+[[gnu::noinline]] void loopDivScalar(T val, const T* a, T* __restrict dst, int len) {
   for (int i = 0; i < len; ++i) dst[i] = val / a[i];
 }
 
 template <class C>
-[[gnu::noinline]] void loopDivFloatComplex(const C* a, const C* b, C* dst, int len) {
+[[gnu::noinline]] void loopDivFloatComplex(const C* a, const C* b, C* __restrict dst, int len) {
   for (int i = 0; i < len; ++i) {
     const auto r = 1 / (a[i].re * a[i].re + a[i].im * a[i].im);
     dst[i] = {(b[i].re * a[i].re + b[i].im * a[i].im) * r, (b[i].im * a[i].re - b[i].re * a[i].im) * r};

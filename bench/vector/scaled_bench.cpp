@@ -11,53 +11,71 @@ namespace {
 
 constexpr int kLengths[] = {64, 1024, 16384, 4 << 20};
 
-// The peer: the plain loop that says the same, in the narrowest type that holds the exact result.
+// The peers: the plain loops that say the same, in the narrowest type that holds the exact result, with dst apart
+// from the sources.
+
 template <class D, class R>
-inline D scaledTo(R r, int scaleFactor) {
-  if (scaleFactor > 0) {
-    r = (r + ((R{1} << (scaleFactor - 1)) - 1) + ((r >> scaleFactor) & 1)) >> scaleFactor;
-  }
+inline D saturated(R r) {
   constexpr R lowest = std::numeric_limits<D>::min(), highest = std::numeric_limits<D>::max();
-  if (scaleFactor < 0) {
-    r = r < lowest ? lowest : r > highest ? highest : r;
-    r *= R{1} << -scaleFactor;
-  }
   return static_cast<D>(r < lowest ? lowest : r > highest ? highest : r);
 }
 
-// `op` is a functor, so that it is inlined; the scale factor is only known at run time.
-template <class R, class D, class A, class B, class Op>
-__attribute__((noinline)) void loop(const A* a, const B* b, D* dst, int len, int scaleFactor, Op op) {
+// Runs run(store) with what makes a stored value of an exact result: a loop for each kind of scale factor, which is
+// only known at run time.
+template <class D, class R, class Run>
+inline __attribute__((always_inline)) void atScale(int scaleFactor, Run run) {
   if (scaleFactor == 0) {
-    for (int i = 0; i < len; ++i) dst[i] = scaledTo<D, R>(op(a[i], b[i]), 0);
+    run([](R r) { return saturated<D>(r); });
   } else if (scaleFactor > 0) {
-    for (int i = 0; i < len; ++i) {
-      const R r = op(a[i], b[i]);
-      const R rounded = (r + ((R{1} << (scaleFactor - 1)) - 1) + ((r >> scaleFactor) & 1)) >> scaleFactor;
-      dst[i] = scaledTo<D, R>(rounded, 0);
-    }
+    const R bias = (R{1} << (scaleFactor - 1)) - 1;
+    run([=](R r) { return saturated<D, R>((r + bias + ((r >> scaleFactor) & 1)) >> scaleFactor); });
   } else {
-    const R factor = R{1} << -scaleFactor;
-    for (int i = 0; i < len; ++i) {
-      constexpr R lowest = std::numeric_limits<D>::min(), highest = std::numeric_limits<D>::max();
-      R r = op(a[i], b[i]);
-      r = r < lowest ? lowest : r > highest ? highest : r;
-      dst[i] = scaledTo<D, R>(r * factor, 0);
-    }
+    run([=](R r) { return saturated<D, R>(static_cast<R>(saturated<D>(r)) << -scaleFactor); });
   }
+}
+
+// `op` is a functor, so that it is inlined.
+template <class R, class D, class A, class B, class Op>
+__attribute__((noinline)) void loop(const A* a, const B* b, D* __restrict dst, int len, int scaleFactor,
+                                    Op op) {
+  atScale<D, R>(scaleFactor, [=](auto store) {
+    for (int i = 0; i < len; ++i) dst[i] = store(op(a[i], b[i]));
+  });
+}
+
+template <class R, class T, class Op>
+__attribute__((noinline)) void loopScalar(const T* a, T val, T* __restrict dst, int len, int scaleFactor,
+                                          Op op) {
+  atScale<T, R>(scaleFactor, [=](auto store) {
+    for (int i = 0; i < len; ++i) dst[i] = store(op(a[i], val));
+  });
 }
 
 template <class R, class C, class Op>
-__attribute__((noinline)) void loopComplex(const C* a, const C* b, C* dst, int len, int scaleFactor, Op op) {
-  using Part = decltype(C::re);
-  for (int i = 0; i < len; ++i) {
-    R re, im;
-    op(a[i], b[i], re, im);
-    dst[i] = {scaledTo<Part, R>(re, scaleFactor), scaledTo<Part, R>(im, scaleFactor)};
-  }
+__attribute__((noinline)) void loopComplex(const C* a, const C* b, C* __restrict dst, int len,
+                                           int scaleFactor, Op op) {
+  atScale<decltype(C::re), R>(scaleFactor, [=](auto store) {
+    for (int i = 0; i < len; ++i) {
+      R re, im;
+      op(a[i], b[i], re, im);
+      dst[i] = {store(re), store(im)};
+    }
+  });
 }
 
-__attribute__((noinline)) void loopMul32s(const Kvr32s* a, const Kvr32s* b, Kvr32s* dst, int len,
+__attribute__((noinline)) void loopAddProduct(const Kvr16s* a, const Kvr16s* b, Kvr16s* srcDst, int len,
+                                              int scaleFactor) {
+  atScale<Kvr16s, int>(scaleFactor, [=](auto store) {
+    for (int i = 0; i < len; ++i) srcDst[i] = store(a[i] * b[i] + srcDst[i]);
+  });
+}
+
+__attribute__((noinline)) void loopMulLow(const Kvr32s* a, const Kvr32s* b, Kvr32s* __restrict dst, int len,
+                                          int shift) {
+  for (int i = 0; i < len; ++i) dst[i] = static_cast<Kvr32s>(int64_t{a[i]} * b[i] >> shift);
+}
+
+__attribute__((noinline)) void loopMul32s(const Kvr32s* a, const Kvr32s* b, Kvr32s* __restrict dst, int len,
                                           double scale) {
   for (int i = 0; i < len; ++i) {
     double x = static_cast<double>(a[i]) * scale * static_cast<double>(b[i]);
@@ -67,7 +85,7 @@ __attribute__((noinline)) void loopMul32s(const Kvr32s* a, const Kvr32s* b, Kvr3
   }
 }
 
-__attribute__((noinline)) void loopMul32f16s(const Kvr32f* a, Kvr32f val, Kvr16s* dst, int len) {
+__attribute__((noinline)) void loopMul32f16s(const Kvr32f* a, Kvr32f val, Kvr16s* __restrict dst, int len) {
   for (int i = 0; i < len; ++i) {
     float x = a[i] * val;
     x = x < -32768.0f ? -32768.0f : x;
@@ -105,14 +123,14 @@ void vectors(const char* what, F f, int len, Op op, std::initializer_list<int> s
   }
 }
 
-// The loop of a scalar form has its scalar in the functor.
 template <class T, class R, class F, class Op>
 void scalar(const char* what, F f, int len, Op op, std::initializer_list<int> scaleFactors) {
   const auto a = array<T>(len), dst = array<T>(len);
+  const T val = 77;
   for (int n : scaleFactors) {
     contest(
-        what, n, len, [=] { f(a.get(), T{77}, dst.get(), len, n); },
-        [=] { loop<R>(a.get(), a.get(), dst.get(), len, n, [op](R x, R) { return op(x, R{77}); }); });
+        what, n, len, [=] { f(a.get(), val, dst.get(), len, n); },
+        [=] { loopScalar<R>(a.get(), val, dst.get(), len, n, op); });
   }
 }
 
@@ -166,19 +184,11 @@ Register scaled([] {
         [=] { loop<int>(shorts(a), shorts(b), dst.get(), len, 4, times<int>); });
     contest(
         "Mul_Low_32s", 31, len, [=] { kvrsMul_Low_32s_Sfs(a.get(), b.get(), dst.get(), len, 31); },
-        [=] {
-          const Kvr32s *x = a.get(), *y = b.get();
-          Kvr32s* z = dst.get();
-          for (int i = 0; i < len; ++i) z[i] = static_cast<Kvr32s>(int64_t{x[i]} * y[i] >> 31);
-        });
+        [=] { loopMulLow(a.get(), b.get(), dst.get(), len, 31); });
     contest(
         "AddProduct_16s", 15, len,
         [=] { kvrsAddProduct_16s_Sfs(shorts(a), shorts(b), shorts(dst), len, 15); },
-        [=] {
-          const Kvr16s *x = shorts(a), *y = shorts(b);
-          Kvr16s* z = shorts(dst);
-          for (int i = 0; i < len; ++i) z[i] = scaledTo<Kvr16s, int64_t>(int64_t{x[i]} * y[i] + z[i], 15);
-        });
+        [=] { loopAddProduct(shorts(a), shorts(b), shorts(dst), len, 15); });
     contest(
         "Add_8u16u", 0, len,
         [=] {
@@ -196,9 +206,11 @@ Register scaled([] {
         "MulC_32f16s", 0, len, [=] { kvrsMulC_32f16s_Sfs(floats.get(), 1e4f, shorts(dst), len, 0); },
         [=] { loopMul32f16s(floats.get(), 1e4f, shorts(dst), len); });
     const auto longs = array<Kvr64s>(len);
-    contest(
-        "MulC_64s", 0, len, [=] { kvrsMulC_64s_ISfs(-1, longs.get(), len, 0); },
-        [=] { loopMulExtended(-1, longs.get(), len); });
+    for (int n : {0, 40}) {
+      contest(
+          "MulC_64s", n, len, [=] { kvrsMulC_64s_ISfs(-1, longs.get(), len, n); },
+          [=] { loopMulExtended(ldexpl(-1, -n), longs.get(), len); });
+    }
     vectors<Kvr64s, int64_t>("Add_64s", kvrsAdd_64s_Sfs, len,
                              [](int64_t x, int64_t y) {
                                int64_t sum;

@@ -83,9 +83,9 @@ KVRS_BEGIN_DECLS
  * - Add and Sub of 16sc and 32sc test `len` ahead of the pointers.
  * - MulC_64s, MulC_64f64s and DivC_64s refuse a `len` of 0 only; a negative one is no error, and nothing is
  *   written.
- * - 16u forms whose answer needs no source do not look at it, so that it may be null: Add, Sub, AddC, SubC
- *   and MulC above their first bound, AddC from the second one down with a `val` other than 0, MulC with a
- *   `val` of 0.
+ * - 16u forms whose answer is that of Zero or Set on `dst` make the checks of that one alone, so that a source
+ *   is not tested: Add, Sub, AddC, SubC and MulC above their first bound, AddC from the second one down with a
+ *   `val` other than 0, MulC with a `val` of 0.
  * @{
  */
 

@@ -72,6 +72,54 @@ TEST(Logic, AndC) {
   checkScalar(kvrsAndC_32u, kvrsAndC_32u_I, both<Kvr32u>);
 }
 
+template <class T>
+void checkZero(Scalar<T> f, ScalarI<T> inPlace) {
+  T src[2] = {1, 2}, dst[3] = {3, 4, 5};
+  EXPECT_EQ(kvrStatusNullPointer, f(src, 0, nullptr, 0));
+  EXPECT_EQ(kvrStatusNullPointer, inPlace(0, nullptr, 0));
+  EXPECT_EQ(kvrStatusBadLength, f(nullptr, 0, dst, 0));
+  EXPECT_EQ(kvrStatusBadLength, inPlace(0, dst, -1));
+  EXPECT_EQ(kvrStatusNullPointer, f(nullptr, 1, dst, 2));
+  EXPECT_EQ(T{3}, dst[0]);
+  EXPECT_EQ(kvrStatusOk, f(nullptr, 0, dst, 2));
+  EXPECT_EQ(T{0}, dst[0]);
+  EXPECT_EQ(T{0}, dst[1]);
+  EXPECT_EQ(T{5}, dst[2]);
+  EXPECT_EQ(kvrStatusOk, inPlace(0, src, 2));
+  EXPECT_EQ(0u, src[0] | src[1]);
+}
+
+TEST(Logic, AndCByZeroIsZeroWhoseChecksStandIn) {
+  checkZero(kvrsAndC_8u, kvrsAndC_8u_I);
+  checkZero(kvrsAndC_16u, kvrsAndC_16u_I);
+  checkZero(kvrsAndC_32u, kvrsAndC_32u_I);
+}
+
+// Copy does take the source.
+template <class T>
+void checkCopy(Scalar<T> f, ScalarI<T> inPlace) {
+  T src[2] = {1, 2}, dst[3] = {3, 4, 5};
+  EXPECT_EQ(kvrStatusNullPointer, f(nullptr, 0, dst, 0));
+  EXPECT_EQ(kvrStatusNullPointer, f(nullptr, 0, nullptr, 2));
+  EXPECT_EQ(kvrStatusNullPointer, f(src, 0, nullptr, 0));
+  EXPECT_EQ(kvrStatusNullPointer, inPlace(0, nullptr, 0));
+  EXPECT_EQ(kvrStatusBadLength, f(src, 0, dst, 0));
+  EXPECT_EQ(kvrStatusBadLength, inPlace(0, dst, 0));
+  EXPECT_EQ(T{3}, dst[0]);
+  EXPECT_EQ(kvrStatusOk, f(src, 0, dst, 2));
+  EXPECT_EQ(T{2}, dst[1]);
+  EXPECT_EQ(T{5}, dst[2]);
+}
+
+TEST(Logic, OrCAndXorCByZeroAreCopy) {
+  checkCopy(kvrsOrC_8u, kvrsOrC_8u_I);
+  checkCopy(kvrsOrC_16u, kvrsOrC_16u_I);
+  checkCopy(kvrsOrC_32u, kvrsOrC_32u_I);
+  checkCopy(kvrsXorC_8u, kvrsXorC_8u_I);
+  checkCopy(kvrsXorC_16u, kvrsXorC_16u_I);
+  checkCopy(kvrsXorC_32u, kvrsXorC_32u_I);
+}
+
 TEST(Logic, OrC) {
   checkScalar(kvrsOrC_8u, kvrsOrC_8u_I, either<Kvr8u>);
   checkScalar(kvrsOrC_16u, kvrsOrC_16u_I, either<Kvr16u>);

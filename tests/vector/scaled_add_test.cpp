@@ -191,7 +191,7 @@ TEST(ScaledAdd, ComplexFormsTestTheLengthFirst) {
   EXPECT_EQ(kvrStatusNullPointer, kvrsAdd_16s_Sfs(nullptr, &a->re, &a->re, 0, 0));
 }
 
-// 16u answers that need no source are given without a look at it.
+// The checks of Zero and Set stand in for those of 16u forms that they answer.
 TEST(ScaledAdd, ShortcutsOf16uAheadOfTheChecks) {
   const auto expect = [](Kvr16u value, auto call) {
     Kvr16u dst[3] = {7, 7, 7};
@@ -209,12 +209,19 @@ TEST(ScaledAdd, ShortcutsOf16uAheadOfTheChecks) {
   expect(0, [&](Kvr16u* dst, int len) { return kvrsSub_16u_ISfs(none, dst, len, 17); });
   expect(0, [&](Kvr16u* dst, int len) { return kvrsAddC_16u_Sfs(none, 1, dst, len, 18); });
   expect(0, [&](Kvr16u* dst, int len) { return kvrsSubC_16u_Sfs(none, 1, dst, len, 17); });
+  expect(0, [&](Kvr16u* dst, int len) { return kvrsAddC_16u_ISfs(1, dst, len, 18); });
+  expect(0, [&](Kvr16u* dst, int len) { return kvrsSubC_16u_ISfs(1, dst, len, 17); });
+  expect(0xFFFF, [&](Kvr16u* dst, int len) { return kvrsAddC_16u_ISfs(1, dst, len, -16); });
   expect(0xFFFF, [&](Kvr16u* dst, int len) { return kvrsAddC_16u_Sfs(none, 1, dst, len, -16); });
   Kvr16u dst[2];
   EXPECT_EQ(kvrStatusNullPointer, kvrsAdd_16u_Sfs(none, dst, dst, 2, 17));
   EXPECT_EQ(kvrStatusNullPointer, kvrsSub_16u_Sfs(none, dst, dst, 2, 16));
   EXPECT_EQ(kvrStatusNullPointer, kvrsAddC_16u_Sfs(none, 1, dst, 2, 17));
+  EXPECT_EQ(kvrStatusNullPointer, kvrsSubC_16u_Sfs(none, 1, dst, 2, 16));
   EXPECT_EQ(kvrStatusNullPointer, kvrsAddC_16u_Sfs(none, 0, dst, 2, -16));
+  // Copy does take the source.
+  EXPECT_EQ(kvrStatusNullPointer, kvrsAddC_16u_Sfs(none, 0, dst, 2, 0));
+  EXPECT_EQ(kvrStatusNullPointer, kvrsSubC_16u_Sfs(none, 0, dst, 2, 0));
 }
 
 }  // namespace

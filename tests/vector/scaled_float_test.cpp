@@ -185,6 +185,29 @@ TEST(ScaledExtended, MulBy64f) {
                         });
 }
 
+// Without rounding the kernel tells from the element alone whether its product fits.
+TEST(ScaledExtended, IntegerProductsAtTheirBounds) {
+  auto vals = integers();
+  vals.insert(vals.end(), {5, -5, 1000000007, -1000000007, Kvr64s{1} << 62, -(Kvr64s{1} << 62)});
+  for (Kvr64s val : vals) {
+    for (int n : {0, -1, -7, -31, -61, -62, -63, -64, -65, INT_MIN}) {
+      const long double scaled = static_cast<long double>(val) * scalbnl(1.0L, -std::max(n, -2000));
+      const long double bound = val == 0 ? 0x1p62L : truncl(0x1p63L / fabsl(scaled));
+      std::vector<Kvr64s> srcDst;
+      for (int beside = -2; beside <= 2; ++beside) {
+        srcDst.push_back(to64s(bound + static_cast<long double>(beside)));
+        srcDst.push_back(to64s(-bound + static_cast<long double>(beside)));
+      }
+      const auto before = srcDst;
+      ASSERT_EQ(kvrStatusOk, kvrsMulC_64s_ISfs(val, srcDst.data(), static_cast<int>(srcDst.size()), n));
+      for (size_t i = 0; i < before.size(); ++i) {
+        ASSERT_EQ(to64s(static_cast<long double>(before[i]) * scaled), srcDst[i])
+            << before[i] << " by " << val << ", scale factor " << n;
+      }
+    }
+  }
+}
+
 TEST(ScaledExtended, DivBy64s) {
   auto vals = integers();
   vals.erase(std::find(vals.begin(), vals.end(), 0));

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "kvrs/arith_scaled.h"
+#include "tests/support/large.h"
 #include "tests/vector/scaled_check.h"
 
 using namespace kvrs::test;
@@ -108,6 +109,22 @@ TEST(ScaledMul, ImaginaryPartBeyond32Bits) {
   EXPECT_EQ(16384, dst.im);
 }
 
+TEST(ScaledMul, WideResultsPastTheCache) {
+  constexpr size_t kPeriod = 1009;
+  LargeVector<Kvr32s> dst(4);
+  const size_t len = static_cast<size_t>(dst.size());
+  Random random(5);
+  std::vector<Kvr16s> a(len), b(len);
+  std::vector<Kvr32s> want(kPeriod);
+  for (size_t i = 0; i < len; ++i) {
+    a[i] = i < kPeriod ? random.value<Kvr16s>() : a[i - kPeriod];
+    b[i] = i < kPeriod ? random.value<Kvr16s>() : b[i - kPeriod];
+    if (i < kPeriod) want[i] = scaledTo<Kvr32s>(static_cast<long double>(a[i] * b[i]), 4);
+  }
+  ASSERT_EQ(kvrStatusOk, kvrsMul_16s32s_Sfs(a.data(), b.data(), dst.data(), dst.size(), 4));
+  dst.expect([&](size_t i) { return want[i % kPeriod]; });
+}
+
 TEST(ScaledMul, UpperBoundOf16s) {
   const Kvr16s lowest = -32768;
   Kvr16s dst = 7;
@@ -125,6 +142,9 @@ TEST(ScaledMul, ShortcutsOf16uAheadOfTheChecks) {
   EXPECT_EQ(kvrStatusOk, kvrsMulC_16u_Sfs(nullptr, 5, dst, 2, 33));
   EXPECT_EQ(0, dst[1]);
   EXPECT_EQ(kvrStatusBadLength, kvrsMulC_16u_Sfs(nullptr, 0, dst, 0, 0));
+  EXPECT_EQ(kvrStatusNullPointer, kvrsMulC_16u_Sfs(dst, 0, nullptr, 0, 0));
+  EXPECT_EQ(kvrStatusNullPointer, kvrsMulC_16u_Sfs(nullptr, 1, dst, 2, 0));  // Copy does take the source
+  EXPECT_EQ(kvrStatusNullPointer, kvrsMulC_16u_ISfs(0, nullptr, 0, 0));
   EXPECT_EQ(kvrStatusNullPointer, kvrsMulC_16u_Sfs(nullptr, 5, dst, 2, 32));
   EXPECT_EQ(kvrStatusNullPointer, kvrsMulC_16s_Sfs(nullptr, 0, reinterpret_cast<Kvr16s*>(dst), 2, 0));
 }

@@ -76,7 +76,7 @@ TEST(Shift, CountsBeyondTheWidth) {
 template <class T>
 void checkStatuses(Shift<T> f, ShiftI<T> inPlace) {
   T src[2] = {1, 2}, dst[2] = {3, 4};
-  for (int val : {0, 1, 100, -1, std::numeric_limits<int>::min()}) {
+  for (int val : {0, 1, int{8 * sizeof(T) - 1}, -1, std::numeric_limits<int>::min()}) {
     const KvrStatus ok = val < 0 ? kvrStatusBadShift : kvrStatusOk;
     EXPECT_EQ(kvrStatusNullPointer, f(nullptr, val, dst, 0));
     EXPECT_EQ(kvrStatusNullPointer, f(src, val, nullptr, 0));
@@ -103,6 +103,43 @@ TEST(Shift, SignIsTestedAfterPointersAndLength) {
   checkStatuses(kvrsRShiftC_16u, kvrsRShiftC_16u_I);
   checkStatuses(kvrsRShiftC_16s, kvrsRShiftC_16s_I);
   checkStatuses(kvrsRShiftC_32s, kvrsRShiftC_32s_I);
+}
+
+template <class T>
+void checkZero(Shift<T> f, ShiftI<T> inPlace) {
+  for (int val : {int{8 * sizeof(T)}, 8 * static_cast<int>(sizeof(T)) + 1, std::numeric_limits<int>::max()}) {
+    T src[2] = {1, 2}, dst[3] = {3, 4, 5};
+    EXPECT_EQ(kvrStatusNullPointer, f(src, val, nullptr, 0));
+    EXPECT_EQ(kvrStatusNullPointer, inPlace(val, nullptr, 0));
+    EXPECT_EQ(kvrStatusBadLength, f(nullptr, val, dst, 0));
+    EXPECT_EQ(kvrStatusBadLength, inPlace(val, dst, -1));
+    EXPECT_EQ(3, dst[0]);
+    EXPECT_EQ(kvrStatusOk, f(nullptr, val, dst, 2));
+    EXPECT_EQ(0, dst[0]);
+    EXPECT_EQ(0, dst[1]);
+    EXPECT_EQ(5, dst[2]);
+    EXPECT_EQ(kvrStatusOk, inPlace(val, src, 2));
+    EXPECT_EQ(0, src[0] | src[1]);
+  }
+}
+
+TEST(Shift, BeyondTheWidthIsZeroWhoseChecksStandIn) {
+  checkZero(kvrsLShiftC_8u, kvrsLShiftC_8u_I);
+  checkZero(kvrsLShiftC_16u, kvrsLShiftC_16u_I);
+  checkZero(kvrsLShiftC_16s, kvrsLShiftC_16s_I);
+  checkZero(kvrsLShiftC_32s, kvrsLShiftC_32s_I);
+  checkZero(kvrsRShiftC_8u, kvrsRShiftC_8u_I);
+  checkZero(kvrsRShiftC_16u, kvrsRShiftC_16u_I);
+}
+
+// The sign of a signed element needs the source.
+TEST(Shift, ArithmeticShiftsBeyondTheWidthTestTheSource) {
+  Kvr16s dst16s = 5;
+  Kvr32s dst32s = 5;
+  EXPECT_EQ(kvrStatusNullPointer, kvrsRShiftC_16s(nullptr, 16, &dst16s, 1));
+  EXPECT_EQ(kvrStatusNullPointer, kvrsRShiftC_32s(nullptr, 32, &dst32s, 1));
+  EXPECT_EQ(5, dst16s);
+  EXPECT_EQ(5, dst32s);
 }
 
 }  // namespace
