@@ -56,6 +56,13 @@ if(KVRS_KEEPS_BRANCHES_WITHIN_32B)
   list(APPEND KVRS_MODULE_COMPILE_FLAGS -Wa,-mbranches-within-32B-boundaries)
 endif()
 
+# A condition such as `src != 0 && dst != 0` as two jumps that are never taken, an operation each, in place of four that
+# make and join its parts: the checks of a call are a good part of one on a short vector.
+check_cxx_compiler_flag("--param=logical-op-non-short-circuit=0" KVRS_JUMPS_FOR_CONDITIONS)
+if(KVRS_JUMPS_FOR_CONDITIONS)
+  list(APPEND KVRS_MODULE_COMPILE_FLAGS --param=logical-op-non-short-circuit=0)
+endif()
+
 # The companion core library of an ABI, as target kvrscore_<bits>.
 function(kvrs_add_core bits)
   kvrs_abi_flags(${bits} abi)
