@@ -55,6 +55,13 @@ KVRS_INLINE V inRegister(V v) {
   return v;
 }
 
+// Even lanes x - y, odd lanes x + y: one instruction that s8 needs a name for. Elsewhere, and in double precision, the
+// compiler makes it of a sum, a difference and their merging.
+template <size_t N>
+KVRS_INLINE hn::Vec128<float, N> subAddLanes(hn::Vec128<float, N> x, hn::Vec128<float, N> y) {
+  return hn::Vec128<float, N>{_mm_addsub_ps(x.raw, y.raw)};
+}
+
 // A tag for vectors of exactly N lanes of T.
 template <class T, size_t N>
 using Lanes = hn::CappedTag<T, N>;
