@@ -31,6 +31,9 @@ inline constexpr bool kFusedMulAdd = HWY_TARGET <= HWY_AVX2;
 // Whether lanes of two vectors are merged in one operation: not in s8, which has no blend.
 inline constexpr bool kBlends = HWY_TARGET <= HWY_SSE4;
 
+// Whether bytes are widened to 32 bits in one operation: not in s8.
+inline constexpr bool kWidensBytes = HWY_TARGET <= HWY_SSE4;
+
 // Whether there is a widening multiply of signed 32-bit lanes (all but s8).
 inline constexpr bool kSignedMulEven = HWY_TARGET <= HWY_SSE4;
 
