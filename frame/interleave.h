@@ -51,7 +51,7 @@ KVRS_INLINE void storeInterleaved(V a, V b, D d, T* p) {
     hn::StoreU(hn::BitCast(d, zip<false, 2>(words, low, high)), d, p);
     hn::StoreU(hn::BitCast(d, zip<true, 2>(words, low, high)), d, p + N);
   } else {
-    hn::StoreInterleaved2(a, b, d, p);
+    hn::StoreInterleaved2(inRegister(a), inRegister(b), d, p);
   }
 }
 
