@@ -69,7 +69,7 @@ KVRS_INLINE void storeInterleaved(V a, V b, D d, T* p) {
     hn::StoreU(both.first, d, p);
     hn::StoreU(both.second, d, p + N);
   } else {
-    hn::StoreInterleaved2(a, b, d, p);
+    hn::StoreInterleaved2(inRegister(a), inRegister(b), d, p);
   }
 }
 

@@ -31,6 +31,9 @@ inline constexpr bool kFusedMulAdd = HWY_TARGET <= HWY_AVX2;
 // Whether lanes of two vectors are merged in one operation: not in s8, which has no blend.
 inline constexpr bool kBlends = HWY_TARGET <= HWY_SSE4;
 
+// Whether bytes are widened to 32 bits in one operation: not in s8.
+inline constexpr bool kWidensBytes = HWY_TARGET <= HWY_SSE4;
+
 // Whether there is a widening multiply of signed 32-bit lanes (all but s8).
 inline constexpr bool kSignedMulEven = HWY_TARGET <= HWY_SSE4;
 
@@ -60,6 +63,13 @@ template <class V>
 KVRS_INLINE V inRegister(V v) {
   asm("" : "+v"(v.raw));
   return v;
+}
+
+// Even lanes x - y, odd lanes x + y: one instruction that s8 needs a name for. Elsewhere, and in double precision, the
+// compiler makes it of a sum, a difference and their merging.
+template <size_t N>
+KVRS_INLINE hn::Vec128<float, N> subAddLanes(hn::Vec128<float, N> x, hn::Vec128<float, N> y) {
+  return hn::Vec128<float, N>{_mm_addsub_ps(x.raw, y.raw)};
 }
 
 // A tag for vectors of exactly N lanes of T.

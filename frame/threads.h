@@ -37,6 +37,21 @@ inline constexpr int kAllThreads = 1 << 30;
 // factor would do: the caller then waits some milliseconds for its second thread to be scheduled, at any length.
 inline constexpr size_t kThreadedLengthFactor = 128;
 
+// The second half of runSliced. A function of its own, so that the usual call does not keep the kernel in memory.
+template <class Kernel>
+[[gnu::noinline]] bool runSlicesOfTeam(size_t len, int mostThreads, Kernel kernel) {
+  const int available = ownGetNumThreads();
+  if (available <= 1 || len < static_cast<size_t>(available)) return kernel(0, len);
+  bool warned = false;
+  runTeam(available < mostThreads ? available : mostThreads, [&](int thread, int team) {
+    const size_t chunk = len / static_cast<size_t>(team);
+    const size_t begin = chunk * static_cast<size_t>(thread);
+    const size_t count = thread == team - 1 ? len - begin : chunk;
+    if (kernel(begin, count)) __atomic_store_n(&warned, true, __ATOMIC_RELAXED);
+  });
+  return warned;
+}
+
 // The gate of element-wise work: runs kernel(begin, count) over all of [0, len), on slices of a team when
 // `len` reaches `threadedFrom` and more than one thread may be used, and otherwise in one piece. The last
 // slice takes what an even division leaves over.
@@ -45,19 +60,7 @@ inline constexpr size_t kThreadedLengthFactor = 128;
 // the same value and the region's end orders them before the read.
 template <class Kernel>
 bool runSliced(size_t len, size_t threadedFrom, int mostThreads, Kernel kernel) {
-  if (len >= threadedFrom) {
-    const int available = ownGetNumThreads();
-    if (available > 1 && len >= static_cast<size_t>(available)) {
-      bool warned = false;
-      runTeam(available < mostThreads ? available : mostThreads, [&](int thread, int team) {
-        const size_t chunk = len / static_cast<size_t>(team);
-        const size_t begin = chunk * static_cast<size_t>(thread);
-        const size_t count = thread == team - 1 ? len - begin : chunk;
-        if (kernel(begin, count)) __atomic_store_n(&warned, true, __ATOMIC_RELAXED);
-      });
-      return warned;
-    }
-  }
+  if (__builtin_expect(len >= threadedFrom, false)) return runSlicesOfTeam(len, mostThreads, kernel);
   return kernel(0, len);
 }
 

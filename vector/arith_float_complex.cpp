@@ -48,7 +48,7 @@ struct MulC {
   Pair<Part> val;
   template <class D, class V>
   KVRS_INLINE V operator()(D d, V a) const {
-    return subAdd(d, hn::Mul(a, hn::Set(d, val.re)), hn::Mul(hn::Reverse2(d, a), hn::Set(d, val.im)));
+    return subAdd(d, hn::Mul(a, hn::Set(d, val.re)), hn::Mul(swapParts(d, a), hn::Set(d, val.im)));
   }
 };
 

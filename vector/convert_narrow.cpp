@@ -35,16 +35,13 @@ KVRS_INLINE V shiftRightBy(D d, V v, int count) {
 template <class T, KvrRoundMode mode>
 class ShiftRight {
  public:
-  explicit ShiftRight(int shift)
-      : shift_(shift),
-        rest_(static_cast<Signed>((uint64_t{1} << shift) - 1)),
-        half_(Signed{1} << (shift - 1)) {}
+  explicit ShiftRight(int shift) : shift_(shift) {}
 
   template <class Dt, class V = hn::Vec<Dt>>
   KVRS_INLINE V operator()(Dt d, V x) const {
     const hn::RebindToSigned<Dt> di;
     const auto floor = hn::BitCast(di, shiftRightBy(d, x, shift_));
-    const auto rest = hn::And(hn::BitCast(di, x), hn::Set(di, rest_));
+    const auto rest = hn::And(hn::BitCast(di, x), hn::Set(di, restMask()));
     const auto up = hn::Gt(rest, threshold(di, x, floor));
     return hn::BitCast(d, hn::Sub(floor, hn::VecFromMask(di, up)));
   }
@@ -57,16 +54,19 @@ class ShiftRight {
     Vi sign = hn::Zero(di);  // all ones for a negative x
     if constexpr (std::is_signed_v<T>) sign = hn::BroadcastSignBit(x);
     if constexpr (mode == kvrRoundNear) {
-      return hn::Sub(hn::Set(di, half_), hn::And(floor, hn::Set(di, Signed{1})));
+      return hn::Sub(hn::Set(di, half()), hn::And(floor, hn::Set(di, Signed{1})));
     } else if constexpr (mode == kvrRoundFinancial) {
-      return hn::Sub(hn::Set(di, static_cast<Signed>(half_ - 1)), sign);
+      return hn::Sub(hn::Set(di, static_cast<Signed>(half() - 1)), sign);
     } else {
       return hn::AndNot(sign, hn::Set(di, std::numeric_limits<Signed>::max()));
     }
   }
 
+  // Made where they are used, ahead of the loop: the count alone comes there in a register.
+  KVRS_INLINE Signed restMask() const { return static_cast<Signed>((uint64_t{1} << shift_) - 1); }
+  KVRS_INLINE Signed half() const { return static_cast<Signed>(Signed{1} << (shift_ - 1)); }
+
   int shift_;
-  Signed rest_, half_;
 };
 
 // x * 2^shift, saturated to T, for shifts below its bits.

@@ -1,14 +1,35 @@
 // Integers and floats to floats.
 // SPDX-License-Identifier: MIT
 #include <bit>
+#include <type_traits>
 
 #include "frame/check.h"
 #include "frame/loop.h"
 #include "frame/packed24.h"
+#include "frame/widen.h"
 #include "kvrs/convert.h"
 
 namespace kvrs {
 namespace {
+
+// Bytes as 32-bit integers, by one shuffle that moves each to the bottom of its lane, or to the top where the sign has to
+// be spread below it.
+template <class Di, class V>
+KVRS_INLINE hn::Vec<Di> widenedBytes(Di, V v) {
+  constexpr uint8_t z = 0x80;
+  alignas(16) static constexpr uint8_t kTop[16] = {z, z, z, 0, z, z, z, 1, z, z, z, 2, z, z, z, 3};
+  alignas(16) static constexpr uint8_t kLow[16] = {0, z, z, z, 1, z, z, z, 2, z, z, z, 3, z, z, z};
+  const Lanes<uint8_t, 16> d8;
+  const auto bytes = hn::BitCast(d8, resized<16>(v));
+  constexpr bool isSigned = std::is_signed_v<hn::TFromV<V>>;
+  const auto wide = hn::TableLookupBytesOr0(bytes, hn::Load(d8, isSigned ? kTop : kLow));
+  const auto lanes = resized<hn::MaxLanes(Di())>(hn::BitCast(Lanes<int32_t, 4>(), wide));
+  if constexpr (isSigned) {
+    return hn::ShiftRight<24>(lanes);
+  } else {
+    return lanes;
+  }
+}
 
 // A vector as floats of Dt's lanes. What is not exact is rounded in the current mode.
 template <class Dt, class V>
@@ -16,7 +37,9 @@ KVRS_INLINE hn::Vec<Dt> asFloat(Dt dt, V v) {
   using F = hn::TFromD<Dt>;
   using S = hn::TFromV<V>;
   const hn::Rebind<int32_t, Dt> di;
-  if constexpr (sizeof(S) < 4) {
+  if constexpr (sizeof(S) == 1 && !kWidensBytes) {
+    return asFloat(dt, widenedBytes(di, v));
+  } else if constexpr (sizeof(S) < 4) {
     return asFloat(dt, hn::PromoteTo(di, v));
   } else if constexpr (sizeof(S) == sizeof(F)) {
     const hn::Vec<Dt> converted = hn::ConvertTo(dt, v);

@@ -8,29 +8,32 @@
 namespace kvrs {
 namespace {
 
+// As many 32-bit integers as D has lanes.
 template <class D, class V>
-KVRS_INLINE hn::Vec<D> toFloat(D d, V v) {
-  return hn::ConvertTo(d, hn::PromoteTo(hn::RebindToSigned<D>(), v));
+KVRS_INLINE hn::Vec<hn::RebindToSigned<D>> widened(D, V v) {
+  return hn::PromoteTo(hn::RebindToSigned<D>(), v);
 }
 
+// Sums and differences of 16-bit integers are exact in both types; in integers one conversion is enough.
 struct Add {
   template <class D, class V>
   KVRS_INLINE hn::Vec<D> operator()(D d, V a, V b) const {
-    return hn::Add(toFloat(d, a), toFloat(d, b));
+    return hn::ConvertTo(d, hn::Add(widened(d, a), widened(d, b)));
   }
 };
 
 struct SubtractFirst {
   template <class D, class V>
   KVRS_INLINE hn::Vec<D> operator()(D d, V a, V b) const {
-    return hn::Sub(toFloat(d, b), toFloat(d, a));
+    return hn::ConvertTo(d, hn::Sub(widened(d, b), widened(d, a)));
   }
 };
 
+// A product of a zero and a negative number is -0.
 struct Mul {
   template <class D, class V>
   KVRS_INLINE hn::Vec<D> operator()(D d, V a, V b) const {
-    return hn::Mul(toFloat(d, a), toFloat(d, b));
+    return hn::Mul(hn::ConvertTo(d, widened(d, a)), hn::ConvertTo(d, widened(d, b)));
   }
 };
 

@@ -13,27 +13,27 @@ namespace {
 constexpr int kLengths[] = {64, 1024, 16384, 4 << 20};
 
 template <class T>
-__attribute__((noinline)) void loopAdd(const T* a, const T* b, T* dst, int len) {
+__attribute__((noipa)) void loopAdd(const T* a, const T* b, T* dst, int len) {
   for (int i = 0; i < len; ++i) dst[i] = a[i] + b[i];
 }
 
 template <class T>
-__attribute__((noinline)) void loopMul(const T* a, const T* b, T* dst, int len) {
+__attribute__((noipa)) void loopMul(const T* a, const T* b, T* dst, int len) {
   for (int i = 0; i < len; ++i) dst[i] = a[i] * b[i];
 }
 
 template <class T>
-__attribute__((noinline)) void loopSubInPlace(const T* a, T* srcDst, int len) {
+__attribute__((noipa)) void loopSubInPlace(const T* a, T* srcDst, int len) {
   for (int i = 0; i < len; ++i) srcDst[i] = srcDst[i] - a[i];
 }
 
 template <class T>
-__attribute__((noinline)) void loopMulC(const T* a, T val, T* dst, int len) {
+__attribute__((noipa)) void loopMulC(const T* a, T val, T* dst, int len) {
   for (int i = 0; i < len; ++i) dst[i] = a[i] * val;
 }
 
 template <class T>
-__attribute__((noinline)) void loopMulComplex(const T* a, const T* b, T* dst, int len) {
+__attribute__((noipa)) void loopMulComplex(const T* a, const T* b, T* dst, int len) {
   for (int i = 0; i < len; ++i) {
     const auto re = a[i].re * b[i].re - a[i].im * b[i].im;
     const auto im = a[i].re * b[i].im + a[i].im * b[i].re;
@@ -43,7 +43,7 @@ __attribute__((noinline)) void loopMulComplex(const T* a, const T* b, T* dst, in
 }
 
 template <class T>
-__attribute__((noinline)) void loopMulCComplex(const T* a, T val, T* dst, int len) {
+__attribute__((noipa)) void loopMulCComplex(const T* a, T val, T* dst, int len) {
   for (int i = 0; i < len; ++i) {
     const auto re = a[i].re * val.re - a[i].im * val.im;
     const auto im = a[i].re * val.im + a[i].im * val.re;

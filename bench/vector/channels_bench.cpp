@@ -11,7 +11,7 @@ namespace {
 constexpr int kFrames[] = {64, 1024, 16384, 1 << 20};
 
 // What a user would write. The compiler may turn rint into an instruction.
-#define KVRS_LOOP __attribute__((noinline, optimize("no-math-errno", "no-trapping-math")))
+#define KVRS_LOOP __attribute__((noipa, optimize("no-math-errno", "no-trapping-math")))
 
 KVRS_LOOP void loopJoin(const float* const* src, int channels, int frames, Kvr16s* dst) {
   for (int c = 0; c < channels; ++c) {

@@ -12,22 +12,22 @@ namespace {
 constexpr int kLengths[] = {64, 1024, 16384, 4 << 20};
 
 template <class C, class T>
-__attribute__((noinline)) void loopReal(const C* src, T* dst, int len) {
+__attribute__((noipa)) void loopReal(const C* src, T* dst, int len) {
   for (int i = 0; i < len; ++i) dst[i] = src[i].re;
 }
 template <class C, class T>
-__attribute__((noinline)) void loopSplit(const C* src, T* __restrict re, T* __restrict im, int len) {
+__attribute__((noipa)) void loopSplit(const C* src, T* __restrict re, T* __restrict im, int len) {
   for (int i = 0; i < len; ++i) {
     re[i] = src[i].re;
     im[i] = src[i].im;
   }
 }
 template <class C, class T>
-__attribute__((noinline)) void loopJoin(const T* re, const T* im, C* dst, int len) {
+__attribute__((noipa)) void loopJoin(const T* re, const T* im, C* dst, int len) {
   for (int i = 0; i < len; ++i) dst[i] = C{re[i], im[i]};
 }
 template <class C>
-__attribute__((noinline)) void loopConj(const C* src, C* dst, int len) {
+__attribute__((noipa)) void loopConj(const C* src, C* dst, int len) {
   for (int i = 0; i < len; ++i) {
     if constexpr (sizeof(C) == 4) {
       const int im = -src[i].im;
@@ -38,7 +38,7 @@ __attribute__((noinline)) void loopConj(const C* src, C* dst, int len) {
   }
 }
 template <class C>
-__attribute__((noinline)) void loopConjFlip(const C* src, C* dst, int len) {
+__attribute__((noipa)) void loopConjFlip(const C* src, C* dst, int len) {
   for (int i = 0; i < len; ++i) {
     const C z = src[len - 1 - i];
     if constexpr (sizeof(C) == 4) {

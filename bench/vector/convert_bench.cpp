@@ -15,7 +15,7 @@ constexpr int kLengths[] = {64, 1024, 16384, 4 << 20};
 
 // What a user would write for the compiler: saturation by bounds, and a cast, which truncates.
 template <class D, class S>
-__attribute__((noinline)) void loopNarrow(const S* src, D* dst, int len, S scale, S lowest, S highest) {
+__attribute__((noipa)) void loopNarrow(const S* src, D* dst, int len, S scale, S lowest, S highest) {
   for (int i = 0; i < len; ++i) {
     const S x = src[i] * scale;
     dst[i] = static_cast<D>(x < lowest ? lowest : x > highest ? highest : x);
@@ -24,7 +24,7 @@ __attribute__((noinline)) void loopNarrow(const S* src, D* dst, int len, S scale
 
 // The same to nearest, with the function that the compiler makes an instruction of.
 template <class D>
-__attribute__((noinline, optimize("no-math-errno", "no-trapping-math"))) void loopNearest(
+__attribute__((noipa, optimize("no-math-errno", "no-trapping-math"))) void loopNearest(
     const float* src, D* dst, int len, float scale, float lowest, float highest) {
   for (int i = 0; i < len; ++i) {
     const float x = src[i] * scale;
@@ -33,23 +33,23 @@ __attribute__((noinline, optimize("no-math-errno", "no-trapping-math"))) void lo
 }
 
 template <class D, class S>
-__attribute__((noinline)) void loopWiden(const S* src, D* dst, int len) {
+__attribute__((noipa)) void loopWiden(const S* src, D* dst, int len) {
   for (int i = 0; i < len; ++i) dst[i] = static_cast<D>(src[i]);
 }
 
 template <class D, class S>
-__attribute__((noinline)) void loopWidenScaled(const S* src, D* dst, int len, D scale) {
+__attribute__((noipa)) void loopWidenScaled(const S* src, D* dst, int len, D scale) {
   for (int i = 0; i < len; ++i) dst[i] = static_cast<D>(src[i]) * scale;
 }
 
 template <class D, class S>
-__attribute__((noinline)) void loopSaturate(const S* src, D* dst, int len) {
+__attribute__((noipa)) void loopSaturate(const S* src, D* dst, int len) {
   constexpr S lowest = static_cast<S>(-1) << (8 * sizeof(D) - 1), highest = static_cast<S>(~lowest);
   for (int i = 0; i < len; ++i)
     dst[i] = static_cast<D>(src[i] < lowest ? lowest : src[i] > highest ? highest : src[i]);
 }
 
-__attribute__((noinline)) void loopShift(const Kvr32s* src, Kvr16s* dst, int len, int shift) {
+__attribute__((noipa)) void loopShift(const Kvr32s* src, Kvr16s* dst, int len, int shift) {
   const Kvr32s bias = (1 << (shift - 1)) - 1;
   for (int i = 0; i < len; ++i) {
     const Kvr32s x = (src[i] + bias + (src[i] >> shift & 1)) >> shift;
@@ -58,7 +58,7 @@ __attribute__((noinline)) void loopShift(const Kvr32s* src, Kvr16s* dst, int len
 }
 
 template <class D>
-__attribute__((noinline)) void loopUnpack(const Kvr8u* src, D* dst, int len) {
+__attribute__((noipa)) void loopUnpack(const Kvr8u* src, D* dst, int len) {
   for (int i = 0; i < len; ++i) {
     const unsigned word = src[3 * i] | src[3 * i + 1] << 8 | static_cast<unsigned>(src[3 * i + 2]) << 16;
     dst[i] = static_cast<D>(static_cast<int>(word << 8) >> 8);
@@ -66,7 +66,7 @@ __attribute__((noinline)) void loopUnpack(const Kvr8u* src, D* dst, int len) {
 }
 
 template <class S>
-__attribute__((noinline)) void loopPack(const S* src, Kvr8u* dst, int len) {
+__attribute__((noipa)) void loopPack(const S* src, Kvr8u* dst, int len) {
   for (int i = 0; i < len; ++i) {
     const S bounded = src[i] < S(-8388608) ? S(-8388608) : src[i] > S(8388607) ? S(8388607) : src[i];
     const int x = static_cast<int>(bounded);
@@ -77,11 +77,11 @@ __attribute__((noinline)) void loopPack(const S* src, Kvr8u* dst, int len) {
 }
 
 // The compiler's own half-precision type, in which it has the processor's instructions where there are any.
-__attribute__((noinline)) void loopFromHalf(const Kvr16f* src, float* dst, int len) {
+__attribute__((noipa)) void loopFromHalf(const Kvr16f* src, float* dst, int len) {
   const auto half = reinterpret_cast<const _Float16*>(src);
   for (int i = 0; i < len; ++i) dst[i] = static_cast<float>(half[i]);
 }
-__attribute__((noinline)) void loopToHalf(const float* src, Kvr16f* dst, int len) {
+__attribute__((noipa)) void loopToHalf(const float* src, Kvr16f* dst, int len) {
   const auto half = reinterpret_cast<_Float16*>(dst);
   for (int i = 0; i < len; ++i) half[i] = static_cast<_Float16>(src[i]);
 }

@@ -8,15 +8,15 @@ namespace {
 
 constexpr int kLengths[] = {64, 1024, 16384, 4 << 20};
 
-__attribute__((noinline)) void loopAnd(const Kvr8u* a, const Kvr8u* b, Kvr8u* dst, int len) {
+__attribute__((noipa)) void loopAnd(const Kvr8u* a, const Kvr8u* b, Kvr8u* dst, int len) {
   for (int i = 0; i < len; ++i) dst[i] = a[i] & b[i];
 }
 
-__attribute__((noinline)) void loopXorC(const Kvr32u* a, Kvr32u val, Kvr32u* dst, int len) {
+__attribute__((noipa)) void loopXorC(const Kvr32u* a, Kvr32u val, Kvr32u* dst, int len) {
   for (int i = 0; i < len; ++i) dst[i] = a[i] ^ val;
 }
 
-__attribute__((noinline)) void loopNotInPlace(Kvr16u* srcDst, int len) {
+__attribute__((noipa)) void loopNotInPlace(Kvr16u* srcDst, int len) {
   for (int i = 0; i < len; ++i) srcDst[i] = static_cast<Kvr16u>(~srcDst[i]);
 }
 

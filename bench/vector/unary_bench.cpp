@@ -11,65 +11,67 @@ namespace {
 
 constexpr int kLengths[] = {64, 1024, 16384, 4 << 20};
 
-[[gnu::noinline]] void loopAbs(const Kvr16s* a, Kvr16s* dst, int len) {
+[[gnu::noipa]] void loopAbs(const Kvr16s* a, Kvr16s* dst, int len) {
   for (int i = 0; i < len; ++i) {
     dst[i] = static_cast<Kvr16s>(a[i] == -32768 ? 32767 : a[i] < 0 ? -a[i] : a[i]);
   }
 }
-[[gnu::noinline]] void loopAbs(const Kvr32s* a, Kvr32s* dst, int len) {
+[[gnu::noipa]] void loopAbs(const Kvr32s* a, Kvr32s* dst, int len) {
   for (int i = 0; i < len; ++i) dst[i] = a[i] == INT32_MIN ? INT32_MAX : a[i] < 0 ? -a[i] : a[i];
 }
-[[gnu::noinline]] void loopAbs(const Kvr32f* a, Kvr32f* dst, int len) {
+[[gnu::noipa]] void loopAbs(const Kvr32f* a, Kvr32f* dst, int len) {
   for (int i = 0; i < len; ++i) dst[i] = std::fabs(a[i]);
 }
 template <class T>
-[[gnu::noinline]] void loopSqr(const T* a, T* dst, int len) {
+[[gnu::noipa]] void loopSqr(const T* a, T* dst, int len) {
   for (int i = 0; i < len; ++i) dst[i] = a[i] * a[i];
 }
-[[gnu::noinline]] void loopSqr(const Kvr32fc* a, Kvr32fc* dst, int len) {
+[[gnu::noipa]] void loopSqr(const Kvr32fc* a, Kvr32fc* dst, int len) {
   for (int i = 0; i < len; ++i) {
     const Kvr32fc x = a[i];
     dst[i] = {x.re * x.re - x.im * x.im, 2 * x.re * x.im};
   }
 }
-[[gnu::noinline]] void loopSqr(const Kvr64fc* a, Kvr64fc* dst, int len) {
+[[gnu::noipa]] void loopSqr(const Kvr64fc* a, Kvr64fc* dst, int len) {
   for (int i = 0; i < len; ++i) {
     const Kvr64fc x = a[i];
     dst[i] = {x.re * x.re - x.im * x.im, 2 * x.re * x.im};
   }
 }
-[[gnu::noinline]] void loopNormalize(const Kvr32f* a, Kvr32f* dst, int len, Kvr32f sub, Kvr32f factor) {
+[[gnu::noipa]] void loopNormalize(const Kvr32f* a, Kvr32f* dst, int len, Kvr32f sub, Kvr32f div) {
+  const Kvr32f factor = 1 / div;
   for (int i = 0; i < len; ++i) dst[i] = (a[i] - sub) * factor;
 }
-[[gnu::noinline]] void loopNormalize(const Kvr32fc* a, Kvr32fc* dst, int len, Kvr32fc sub, Kvr32f factor) {
+[[gnu::noipa]] void loopNormalize(const Kvr32fc* a, Kvr32fc* dst, int len, Kvr32fc sub, Kvr32f div) {
+  const Kvr32f factor = 1 / div;
   for (int i = 0; i < len; ++i) dst[i] = {(a[i].re - sub.re) * factor, (a[i].im - sub.im) * factor};
 }
-[[gnu::noinline]] void loopNormalize(const Kvr16s* a, Kvr16s* dst, int len, int sub, float scale, float div) {
+[[gnu::noipa]] void loopNormalize(const Kvr16s* a, Kvr16s* dst, int len, int sub, float scale, float div) {
   for (int i = 0; i < len; ++i) {
     const long x = lrintf(static_cast<float>(a[i] - sub) * scale / div);
     dst[i] = static_cast<Kvr16s>(x < -32768 ? -32768 : x > 32767 ? 32767 : x);
   }
 }
 template <class T>
-[[gnu::noinline]] void loopAddProduct(const T* a, const T* b, T* sum, int len) {
+[[gnu::noipa]] void loopAddProduct(const T* a, const T* b, T* sum, int len) {
   for (int i = 0; i < len; ++i) sum[i] += a[i] * b[i];
 }
-[[gnu::noinline]] void loopAddProduct(const Kvr32fc* a, const Kvr32fc* b, Kvr32fc* sum, int len) {
+[[gnu::noipa]] void loopAddProduct(const Kvr32fc* a, const Kvr32fc* b, Kvr32fc* sum, int len) {
   for (int i = 0; i < len; ++i) {
     const Kvr32fc x = a[i], y = b[i];
     sum[i] = {sum[i].re + (x.re * y.re - x.im * y.im), sum[i].im + (x.re * y.im + x.im * y.re)};
   }
 }
-[[gnu::noinline]] void loopAddProductC(const Kvr32f* a, Kvr32f val, Kvr32f* sum, int len) {
+[[gnu::noipa]] void loopAddProductC(const Kvr32f* a, Kvr32f val, Kvr32f* sum, int len) {
   for (int i = 0; i < len; ++i) sum[i] += a[i] * val;
 }
-[[gnu::noinline]] void loopMixed(const Kvr16s* a, const Kvr16s* b, Kvr32f* dst, int len) {
+[[gnu::noipa]] void loopMixed(const Kvr16s* a, const Kvr16s* b, Kvr32f* dst, int len) {
   for (int i = 0; i < len; ++i) dst[i] = static_cast<Kvr32f>(a[i]) * static_cast<Kvr32f>(b[i]);
 }
-[[gnu::noinline]] void loopMixedAdd(const Kvr16s* a, const Kvr16s* b, Kvr32f* dst, int len) {
+[[gnu::noipa]] void loopMixedAdd(const Kvr16s* a, const Kvr16s* b, Kvr32f* dst, int len) {
   for (int i = 0; i < len; ++i) dst[i] = static_cast<Kvr32f>(a[i] + b[i]);
 }
-[[gnu::noinline]] void loopRealComplex(const Kvr32f* a, const Kvr32fc* b, Kvr32fc* dst, int len) {
+[[gnu::noipa]] void loopRealComplex(const Kvr32f* a, const Kvr32fc* b, Kvr32fc* dst, int len) {
   for (int i = 0; i < len; ++i) dst[i] = {a[i] * b[i].re, a[i] * b[i].im};
 }
 
@@ -99,12 +101,12 @@ Register unary([] {
     add("unary/Sqr_64fc" + n, "kvrs", [=] { kvrsSqr_64fc(pairs(d), pairs(wide), len / 2); });
     add("unary/Sqr_64fc" + n, "loop", [=] { loopSqr(pairs(d), pairs(wide), len / 2); });
     add("unary/Normalize_32f" + n, "kvrs", [=] { kvrsNormalize_32f(a.get(), dst.get(), len, 0.5f, 3); });
-    add("unary/Normalize_32f" + n, "loop", [=] { loopNormalize(a.get(), dst.get(), len, 0.5f, 1.0f / 3); });
+    add("unary/Normalize_32f" + n, "loop", [=] { loopNormalize(a.get(), dst.get(), len, 0.5f, 3); });
     add("unary/Normalize_32fc" + n, "kvrs", [=] {
       kvrsNormalize_32fc(as<Kvr32fc>(a), as<Kvr32fc>(dst), len, {0.5f, 1}, 3);
     });
     add("unary/Normalize_32fc" + n, "loop", [=] {
-      loopNormalize(as<Kvr32fc>(a), as<Kvr32fc>(dst), len, {0.5f, 1}, 1.0f / 3);
+      loopNormalize(as<Kvr32fc>(a), as<Kvr32fc>(dst), len, {0.5f, 1}, 3);
     });
     add("unary/Normalize_16s" + n, "kvrs", [=] { kvrsNormalize_16s_Sfs(s.get(), t.get(), len, 5, 7, -1); });
     add("unary/Normalize_16s" + n, "loop", [=] { loopNormalize(s.get(), t.get(), len, 5, 2, 7); });
