@@ -1,13 +1,12 @@
-// Comparing with peers. Every case is registered under "family/case/who"; who is "kvrs" for the library. The
-// ratio of a peer is its median time over ours (tools/bench_ratios.py).
+// Comparing with peers. Every case is registered under "family/case"; of its contestants "kvrs" is the library. How they
+// are measured: support/main.cpp.
 // SPDX-License-Identifier: MIT
 #ifndef KVRS_BENCH_SUPPORT_BENCH_H
 #define KVRS_BENCH_SUPPORT_BENCH_H
 
-#include <benchmark/benchmark.h>
-
 #include <cstdint>
 #include <cstdlib>
+#include <functional>
 #include <map>
 #include <memory>
 #include <string>
@@ -15,14 +14,32 @@
 
 namespace kvrs::bench {
 
+// So many calls in a row.
+using Run = std::function<void(long calls)>;
+
+// A contestant of a case. `prepare` makes it ready, which is not measured, and only if the case is asked for.
+void addPrepared(const std::string& name, const std::string& who, std::function<Run()> prepare);
+
+// Nothing is kept in registers or left out from one call to the next.
+inline void writeMemory() {
+  asm volatile("" ::: "memory");
+}
+// The value is wanted, for all that the compiler knows.
+template <class T>
+void keep(const T& value) {
+  asm volatile("" ::"g"(&value) : "memory");
+}
+
 // Runs `body` as one contestant of a case.
 template <class Body>
 void add(const std::string& name, const std::string& who, Body body) {
-  benchmark::RegisterBenchmark((name + "/" + who).c_str(), [body](benchmark::State& state) {
-    for (auto _ : state) {
-      body();
-      benchmark::ClobberMemory();
-    }
+  addPrepared(name, who, [body] {
+    return [body](long calls) {
+      for (; calls > 0; --calls) {
+        body();
+        writeMemory();
+      }
+    };
   });
 }
 

@@ -23,13 +23,14 @@ std::shared_ptr<T> zeros(size_t count) {
 // FFTW as a contestant. Planning is not timed; what one planning has learnt, the next knows.
 template <class Make>
 void addFftw(const std::string& name, Make make) {
-  benchmark::RegisterBenchmark((name + "/fftw").c_str(), [make](benchmark::State& state) {
-    const fftwf_plan plan = make();
-    for (auto _ : state) {
-      fftwf_execute(plan);
-      benchmark::ClobberMemory();
-    }
-    fftwf_destroy_plan(plan);
+  addPrepared(name, "fftw", [make] {
+    const std::shared_ptr<fftwf_plan_s> plan(make(), fftwf_destroy_plan);
+    return [plan](long calls) {
+      for (; calls > 0; --calls) {
+        fftwf_execute(plan.get());
+        writeMemory();
+      }
+    };
   });
 }
 

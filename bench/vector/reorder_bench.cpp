@@ -101,7 +101,7 @@ Register reorder([] {
       kvrsPackBits_32u8u(codes.get(), lengths.get(), len, arrays.dst.get(), 0, &written);
     });
     add(label, "loop",
-        [=] { benchmark::DoNotOptimize(loopPack(codes.get(), lengths.get(), len, arrays.dst.get())); });
+        [=] { keep(loopPack(codes.get(), lengths.get(), len, arrays.dst.get())); });
   }
 });
 
