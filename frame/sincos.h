@@ -1,0 +1,300 @@
+// Sine and cosine of vectors of doubles, for every finite argument.
+//
+// 1. Range reduction. |x| = q * pi/2 + r with |r| <= pi/4, and a remainder r whose error is small beside r itself,
+//    however close |x| is to a multiple of pi/2. The nearest that doubles below 2^15 quarter turns come to one is
+//    about 2^-56, so pi/2 has to be known to more than twice a double's precision:
+//    - Up to 2^15 quarter turns (51,471 radians) pi/2 is two parts of 38 bits, whose products with q are exact, and a
+//      third one (Cody and Waite, Software Manual for the Elementary Functions, 1980).
+//    - Out of line, up to 2^23 quarter turns (2^31 for singles), the same in four parts with fewer bits each.
+//    - Beyond that, lane by lane in integers with those 192 bits of 2/pi that matter for the exponent of x (Payne and
+//      Hanek, Radian Reduction for Trigonometric Functions, SIGNUM Newsletter 18, 1983).
+// 2. Minimax polynomials in r^2 (Remez), evaluated so that the rounding of the large term is the last one.
+// 3. The quarter q exchanges the two and gives their signs; the sine has the sign of x besides, and so -0 for -0.
+//
+// Products and sums are fused where the module has that, so that modules may differ in the last bit. All of this wants
+// the rounding mode to be to nearest: q comes from a sum that is rounded to an integer.
+// SPDX-License-Identifier: MIT
+#ifndef KVRS_FRAME_SINCOS_H
+#define KVRS_FRAME_SINCOS_H
+
+#include <bit>
+#include <cstddef>
+#include <cstdint>
+#include <limits>
+
+#include "frame/simd.h"
+#include "frame/unroll.h"
+
+namespace kvrs {
+
+// What sinCos is computed for. The relative errors are those of the polynomials and of r together, before the last
+// rounding.
+enum class SinCosFor {
+  doubles,  // any finite x, 2^-54.5
+  singles,  // any finite x that is a single, 2^-27.8
+  integers,  // |x| <= 2^31, an integer or at least 2^-31 apart from all multiples of pi/2; absolute error 2^-52
+};
+
+template <class V>
+struct SinCos {
+  V sin, cos;
+};
+
+namespace sincos_detail {
+
+// r as the sum of two doubles, and q, of which only the lowest two bits count.
+struct Remainder {
+  double high, low;
+  uint64_t quarters;
+};
+
+// 2/pi after the binary point, 32 bits each, with two words of zeros in front.
+inline constexpr uint32_t kTwoOverPi[] = {
+    0x00000000, 0x00000000, 0xA2F9836E, 0x4E441529, 0xFC2757D1, 0xF534DDC0, 0xDB629599, 0x3C439041,
+    0xFE5163AB, 0xDEBBC561, 0xB7246E3A, 0x424DD2E0, 0x06492EEA, 0x09D1921C, 0xFE1DEB1C, 0xB129A73E,
+    0xE88235F5, 0x2EBB4484, 0xE99C7026, 0xB45F7E41, 0x3991D639, 0x835339F4, 0x9C845F8B, 0xBDF9283B,
+    0x1FF897FF, 0xDE05980F, 0xEF2F118B, 0x5A0A6D1F, 0x6D367ECF, 0x27CB09B7, 0x4F463F66, 0x9E5FEA2D,
+    0x7527BAC7, 0xEBE5F17B, 0x3D0739F7, 0x8A5292EA, 0x6BFB5FB1, 0x1F8D5D08, 0x56033046, 0xFC7B6BAB,
+    0xF0CFBC20, 0x9AF4361D, 0xA9E39161, 0x5EE61B08};
+
+// Exact reduction of x from 1 on, up to the largest double; NaN for an infinity or a NaN.
+//
+// x is an integer m < 2^53 times 2^e. The bits of 2/pi before position e - 2 contribute multiples of 4 quarter turns
+// and are left out; the next 192 give m * w mod 2^192 = x * 2/pi mod 4, as a fixed-point number with 190 bits behind
+// the point. The bits left out behind them are worth less than 2^53 units. 62 leading zeros of the fraction are the
+// most for any double, so that its first 128 bits hold at least 64 good ones.
+inline Remainder exactRemainder(double x) {
+  const uint64_t bits = std::bit_cast<uint64_t>(x);
+  const int exponent = static_cast<int>(bits >> 52);
+  if (exponent == 0x7FF) return {std::numeric_limits<double>::quiet_NaN(), 0, 0};
+  const uint64_t m = (bits & ((uint64_t{1} << 52) - 1)) | uint64_t{1} << 52;
+  const uint32_t mLow = static_cast<uint32_t>(m), mHigh = static_cast<uint32_t>(m >> 32);
+
+  // Word 0 of the window is the most significant.
+  const int from = exponent - 1075 - 2 + 64;
+  const int word = from / 32, shift = from % 32;
+  const auto window = [&](int i) {
+    const uint64_t two = uint64_t{kTwoOverPi[word + i]} << 32 | kTwoOverPi[word + i + 1];
+    return static_cast<uint32_t>(two << shift >> 32);
+  };
+  uint32_t product[6];
+  uint64_t carry = 0;
+  uint32_t below = 0;  // the window's word before, for the high half of m
+  for (int i = 5; i >= 0; --i) {
+    const uint32_t w = window(i);
+    const uint64_t low = uint64_t{w} * mLow, high = uint64_t{below} * mHigh;
+    const uint64_t sum = uint64_t{static_cast<uint32_t>(low)} + static_cast<uint32_t>(high) + carry;
+    product[i] = static_cast<uint32_t>(sum);
+    carry = (low >> 32) + (high >> 32) + (sum >> 32);
+    below = w;
+  }
+
+  uint64_t first = uint64_t{product[0]} << 32 | product[1], second = uint64_t{product[2]} << 32 | product[3];
+  uint64_t quarters = first >> 62;
+  first = first << 2 | second >> 62;
+  second = second << 2 | product[4] >> 30;
+  // To the nearest quarter: the fraction is in [-1/2, 1/2).
+  const bool negative = (first >> 63) != 0;
+  if (negative) {
+    ++quarters;
+    first = ~first;
+    second = ~second;
+  }
+  if (first == 0) return {0, 0, quarters};  // not for any double
+  const int zeros = std::countl_zero(first);
+  const uint64_t significant = zeros == 0 ? first : first << zeros | second >> (64 - zeros);
+  // In extended precision: 64 bits times a pi/2 of 64.
+  const long double fraction = static_cast<long double>(significant) *
+                               (std::bit_cast<double>(static_cast<uint64_t>(1023 - 64 - zeros) << 52));
+  const long double r = (negative ? -fraction : fraction) * 1.57079632679489661923132169163975144L;
+  const double high = static_cast<double>(r);
+  return {high, static_cast<double>(r - high), quarters};
+}
+
+template <class V>
+struct Reduced {
+  V high, low;  // `low` only for doubles
+  V quarters;   // q in the lowest bits of its fraction
+};
+
+// a - b and what its rounding lost (Knuth).
+template <class V>
+struct Difference {
+  V value, error;
+};
+template <class V>
+KVRS_INLINE Difference<V> exactDifference(V a, V b) {
+  const V value = hn::Sub(a, b);
+  const V minusB = hn::Sub(value, a);
+  return {value, hn::Sub(hn::Sub(a, hn::Sub(value, minusB)), hn::Add(b, minusB))};
+}
+
+// |x| below these is reduced in line and, out of line, in vectors.
+inline constexpr double kInLine = 0x1.921fb54442d18p+15;             // 2^15 quarter turns
+inline constexpr double kVectorsForDoubles = 0x1.921fb54442d18p+23;  // 2^23
+inline constexpr double kVectorsForSingles = 0x1.921fb54442d18p+31;  // 2^31
+// Integers are never as close to pi/2 as other numbers, so that one remainder of plain differences does.
+
+template <class D, class V = hn::Vec<D>>
+KVRS_INLINE V shiftedQuarters(D d, V x) {
+  return hn::MulAdd(x, hn::Set(d, 0x1.45f306dc9c883p-1), hn::Set(d, 0x1.8p52));
+}
+
+// r2 - q * part2 - q * part3 as high and low.
+template <class D, class V = hn::Vec<D>>
+KVRS_INLINE Reduced<V> twoParts(Difference<V> r, V lowPart, V shifted) {
+  const V low = hn::Sub(r.error, lowPart);
+  const V high = hn::Add(r.value, low);
+  return {high, hn::Sub(low, hn::Sub(high, r.value)), shifted};
+}
+
+template <SinCosFor use, class D, class V = hn::Vec<D>>
+KVRS_INLINE Reduced<V> reduceInLine(D d, V x) {
+  const V shifted = shiftedQuarters(d, x);
+  const V q = hn::Sub(shifted, hn::Set(d, 0x1.8p52));
+  const V r1 = hn::NegMulAdd(q, hn::Set(d, 0x1.921fb5444p+0), x);
+  if constexpr (use == SinCosFor::singles) {
+    return {hn::NegMulAdd(q, hn::Set(d, 0x1.68c234c4c6629p-39), r1), r1, shifted};
+  } else {
+    const auto r2 = exactDifference(r1, hn::Mul(q, hn::Set(d, 0x1.68c234c4cp-39)));
+    return twoParts<D>(r2, hn::Mul(q, hn::Set(d, 0x1.98a2e03707345p-77)), shifted);
+  }
+}
+
+// In four parts.
+template <SinCosFor use, class D, class V = hn::Vec<D>>
+KVRS_INLINE Reduced<V> reduceWide(D d, V x) {
+  const V shifted = shiftedQuarters(d, x);
+  const V q = hn::Sub(shifted, hn::Set(d, 0x1.8p52));
+  if constexpr (use == SinCosFor::doubles) {
+    const V r1 = hn::NegMulAdd(q, hn::Set(d, 0x1.921fb54p+0), x);
+    const auto r2 = exactDifference(r1, hn::Mul(q, hn::Set(d, 0x1.10b46118p-30)));
+    auto r3 = exactDifference(r2.value, hn::Mul(q, hn::Set(d, 0x1.313198ap-61)));
+    r3.error = hn::Add(r3.error, r2.error);
+    return twoParts<D>(r3, hn::Mul(q, hn::Set(d, 0x1.701b839a25205p-92)), shifted);
+  } else {
+    const V r1 = hn::NegMulAdd(q, hn::Set(d, 0x1.921fbp+0), x);
+    const V r2 = hn::NegMulAdd(q, hn::Set(d, 0x1.5110bp-22), r1);
+    const V r3 = hn::NegMulAdd(q, hn::Set(d, 0x1.184698p-44), r2);
+    return {hn::NegMulAdd(q, hn::Set(d, 0x1.3198a2e037073p-69), r3), r3, shifted};
+  }
+}
+
+// Any |x|.
+template <SinCosFor use, class D, class V = hn::Vec<D>>
+KVRS_INLINE Reduced<V> reduceAny(D d, V x) {
+  constexpr double kVectors = use == SinCosFor::doubles ? kVectorsForDoubles : kVectorsForSingles;
+  Reduced<V> r = reduceWide<use>(d, x);
+  if (hn::AllTrue(d, hn::Le(x, hn::Set(d, kVectors)))) return r;
+  constexpr size_t N = hn::MaxLanes(D());
+  alignas(64) double of[N], high[N], low[N];
+  alignas(64) uint64_t quarters[N];
+  const hn::Rebind<uint64_t, D> du;
+  hn::Store(x, d, of);
+  hn::Store(r.high, d, high);
+  hn::Store(r.low, d, low);
+  hn::Store(hn::BitCast(du, r.quarters), du, quarters);
+  for (size_t i = 0; i < N; ++i) {
+    if (of[i] <= kVectors) continue;
+    const Remainder exact = exactRemainder(of[i]);
+    high[i] = exact.high;
+    low[i] = exact.low;
+    quarters[i] = exact.quarters;
+  }
+  return {hn::Load(d, high), hn::Load(d, low), hn::BitCast(d, hn::Load(du, quarters))};
+}
+
+// Sine and cosine of the remainder.
+template <SinCosFor use, class D, class V = hn::Vec<D>>
+KVRS_INLINE SinCos<V> ofRemainder(D d, Reduced<V> x) {
+  const auto c = [&](double value) KVRS_UNROLLED { return hn::Set(d, value); };
+  const V r = x.high, z = hn::Mul(r, r), rz = hn::Mul(r, z);
+  if constexpr (use == SinCosFor::singles) {
+    // sin r = r + r^3 * S(r^2), cos r = 1 + r^2 * C(r^2)
+    V s = hn::MulAdd(z, c(-0x1.99363d892f45dp-13), c(0x1.11071376db63cp-7));
+    s = hn::MulAdd(z, s, c(-0x1.555544c4531efp-3));
+    V k = hn::MulAdd(z, c(0x1.99086437edc2cp-16), c(-0x1.6c07b4c14b9fbp-10));
+    k = hn::MulAdd(z, k, c(0x1.55553bde99f40p-5));
+    k = hn::MulAdd(z, k, c(-0x1.ffffffc9cd882p-2));
+    return {hn::MulAdd(rz, s, r), hn::MulAdd(z, k, c(1))};
+  } else {
+    // sin r = r + r^3 * S(r^2), cos r = 1 - r^2/2 + r^4 * C(r^2). The rounding of 1 - r^2/2 is known exactly and goes
+    // into the smaller term; so does the low part of r, through the derivatives.
+    V s = hn::MulAdd(z, c(0x1.5d897250edfc8p-33), c(-0x1.ae5e4598e2740p-26));
+    s = hn::MulAdd(z, s, c(0x1.71de354e93006p-19));
+    s = hn::MulAdd(z, s, c(-0x1.a01a019be306dp-13));
+    s = hn::MulAdd(z, s, c(0x1.111111110f711p-7));
+    s = hn::MulAdd(z, s, c(-0x1.5555555555548p-3));
+    V k = hn::MulAdd(z, c(-0x1.8f99cad0d813ep-37), c(0x1.1ee9c3348390cp-29));
+    k = hn::MulAdd(z, k, c(-0x1.27e4f7cd30af8p-22));
+    k = hn::MulAdd(z, k, c(0x1.a01a019c5c38ap-16));
+    k = hn::MulAdd(z, k, c(-0x1.6c16c16c14e00p-10));
+    k = hn::MulAdd(z, k, c(0x1.555555555554ap-5));
+    const V half = hn::Mul(z, c(0.5)), one = c(1), w = hn::Sub(one, half);
+    V sinSmall, cosSmall;
+    if constexpr (use == SinCosFor::doubles) {
+      sinSmall = hn::MulAdd(rz, s, hn::Mul(x.low, w));
+      cosSmall = hn::NegMulAdd(r, x.low, hn::Sub(hn::Sub(one, w), half));
+    } else {
+      sinSmall = hn::Mul(rz, s);
+      cosSmall = hn::Sub(hn::Sub(one, w), half);
+    }
+    return {hn::Add(r, sinSmall), hn::Add(w, hn::MulAdd(hn::Mul(z, z), k, cosSmall))};
+  }
+}
+
+// a and b, exchanged where `by` is negative. (Highway's IfNegativeThenElse takes a sign for a mask, which only processors
+// with a blend do.)
+template <class D, class V = hn::Vec<D>>
+KVRS_INLINE void exchange(D d, V by, V& a, V& b) {
+  if constexpr (kBlends) {
+    const V before = a;
+    a = hn::IfNegativeThenElse(by, b, a);
+    b = hn::IfNegativeThenElse(by, before, b);
+  } else {
+    const V mask = hn::BitCast(d, hn::BroadcastSignBit(hn::BitCast(hn::RebindToSigned<D>(), by)));
+    const V difference = hn::And(mask, hn::Xor(a, b));
+    a = hn::Xor(a, difference);
+    b = hn::Xor(b, difference);
+  }
+}
+
+// Sorts them by quarter and gives them their signs. `sign` is x's.
+template <class D, class V = hn::Vec<D>>
+KVRS_INLINE SinCos<V> sorted(D d, SinCos<V> of, V quarters, V sign) {
+  const hn::Rebind<uint64_t, D> du;
+  const auto q = hn::BitCast(du, quarters);
+  const V odd = hn::BitCast(d, hn::ShiftLeft<63>(q)), second = hn::BitCast(d, hn::ShiftLeft<62>(q));
+  exchange(d, odd, of.sin, of.cos);
+  return {hn::Xor(of.sin, hn::Xor(hn::And(second, hn::SignBit(d)), sign)),
+          hn::Xor(of.cos, hn::And(hn::Xor(second, odd), hn::SignBit(d)))};
+}
+
+template <SinCosFor use, class D, class V = hn::Vec<D>>
+[[gnu::noinline, gnu::cold]] SinCos<V> ofAny(D d, V magnitude, V sign) {
+  const auto r = reduceAny<use>(d, magnitude);
+  return sorted(d, ofRemainder<use>(d, r), r.quarters, sign);
+}
+
+}  // namespace sincos_detail
+
+// NaN of an infinity and of NaN.
+template <SinCosFor use, class D, class V = hn::Vec<D>>
+KVRS_INLINE SinCos<V> sinCos(D d, V x) {
+  using namespace sincos_detail;
+  const V magnitude = hn::Abs(x), sign = hn::Xor(x, magnitude);
+  if constexpr (use == SinCosFor::integers) {
+    const auto r = reduceWide<use>(d, magnitude);
+    return sorted(d, ofRemainder<use>(d, r), r.quarters, sign);
+  } else {
+    if (__builtin_expect(!hn::AllTrue(d, hn::Le(magnitude, hn::Set(d, kInLine))), false)) {
+      return ofAny<use>(d, magnitude, sign);
+    }
+    const auto r = reduceInLine<use>(d, magnitude);
+    return sorted(d, ofRemainder<use>(d, r), r.quarters, sign);
+  }
+}
+
+}  // namespace kvrs
+
+#endif

@@ -1,0 +1,153 @@
+// Cartesian to polar coordinates and back.
+// SPDX-License-Identifier: MIT
+#include <limits>
+
+#include "frame/check.h"
+#include "frame/loop_two.h"
+#include "frame/rounding.h"
+#include "frame/scale.h"
+#include "frame/sincos.h"
+#include "frame/to_integer.h"
+#include "frame/wide_loop.h"
+#include "kvrs/polar.h"
+
+namespace kvrs {
+namespace {
+
+// The parts of magnitude and phase; singles go through doubles.
+struct Cartesian {
+  template <class D, class V>
+  KVRS_INLINE Complex<V> operator()(D d, V magnitude, V phase) const {
+    if constexpr (sizeof(hn::TFromD<D>) == 8) {
+      const auto of = sinCos<SinCosFor::doubles>(d, phase);
+      return {hn::Mul(magnitude, of.cos), hn::Mul(magnitude, of.sin)};
+    } else {
+      const hn::Rebind<double, D> wide;
+      const auto m = hn::PromoteTo(wide, magnitude);
+      const auto of = sinCos<SinCosFor::singles>(wide, hn::PromoteTo(wide, phase));
+      return {hn::DemoteTo(d, hn::Mul(m, of.cos)), hn::DemoteTo(d, hn::Mul(m, of.sin))};
+    }
+  }
+};
+
+// Integers by way of doubles, halves away from zero.
+template <SinCosFor use>
+struct ScaledCartesian {
+  double magnitudeScale, phaseScale;
+
+  template <class D, class V>
+  KVRS_INLINE Complex<V> operator()(D d, V magnitude, V phase) const {
+    const hn::Rebind<double, D> wide;
+    const auto m = hn::Mul(doubles(wide, magnitude), hn::Set(wide, magnitudeScale));
+    const auto of = sinCos<use>(wide, hn::Mul(doubles(wide, phase), hn::Set(wide, phaseScale)));
+    return {rounded(d, hn::Mul(m, of.cos)), rounded(d, hn::Mul(m, of.sin))};
+  }
+
+ private:
+  template <class D, class V>
+  static KVRS_INLINE hn::Vec<D> doubles(D d, V v) {
+    if constexpr (sizeof(hn::TFromV<V>) == 2) {
+      return hn::PromoteTo(d, hn::PromoteTo(hn::Rebind<int32_t, D>(), v));
+    } else {
+      return hn::PromoteTo(d, v);
+    }
+  }
+  template <class D, class V>
+  static KVRS_INLINE hn::Vec<D> rounded(D d, V v) {
+    using T = hn::TFromD<D>;
+    const hn::DFromV<V> df;
+    const V biased = hn::Add(v, hn::CopySignToAbs(hn::Set(df, 0.5), v));
+    return toInteger<true>(d, biased, std::numeric_limits<T>::lowest(), std::numeric_limits<T>::max());
+  }
+};
+
+// 2^(-scaleFactor), the factor limited to [-bound, bound].
+double limitedScale(int scaleFactor, int bound) {
+  return powerOfTwo<double>(scaleFactor > bound ? -bound : scaleFactor < -bound ? bound : -scaleFactor);
+}
+
+// mapWide by doubles for a complex dst; in a 32-bit process it may be longer than the address space.
+template <class Op, class D, class S>
+KvrStatus cartesian(const Op& op, const S* srcMag, const S* srcPhase, D* dst, int len) {
+  KVRS_CHECK(pointers(srcMag, srcPhase, dst), length(len));
+  if (!loop_detail::fitsAddress(static_cast<size_t>(len), sizeof(D))) return kvrStatusBadLength;
+  const VectorRoundingScope rounding(Rounding::nearest);
+  mapWide<double>(op, dst, static_cast<size_t>(len), srcMag, srcPhase);
+  return kvrStatusOk;
+}
+
+template <class T>
+KvrStatus cartesianPlanes(const T* srcMag, const T* srcPhase, T* dstRe, T* dstIm, int len) {
+  KVRS_CHECK(pointers(srcMag, srcPhase, dstRe, dstIm), length(len));
+  const VectorRoundingScope rounding(Rounding::nearest);
+  return mapToTwoWide<double>(Cartesian(), dstRe, dstIm, static_cast<size_t>(len), srcMag, srcPhase);
+}
+
+// The farthest that a 16-bit phase may be scaled up and stay within 2^31.
+constexpr int kMostPhaseShift = 16;
+
+}  // namespace
+}  // namespace kvrs
+
+using namespace kvrs;
+
+KvrStatus kvrsCartToPolar_32fc(const Kvr32fc* src, Kvr32f* dstMag, Kvr32f* dstPhase, int len) noexcept {
+  KVRS_CHECK(pointers(src, dstMag, dstPhase), length(len));
+  const KvrStatus status = kvrsMagnitude_32fc(src, dstMag, len);
+  return status != kvrStatusOk ? status : kvrsPhase_32fc(src, dstPhase, len);
+}
+KvrStatus kvrsCartToPolar_64fc(const Kvr64fc* src, Kvr64f* dstMag, Kvr64f* dstPhase, int len) noexcept {
+  KVRS_CHECK(pointers(src, dstMag, dstPhase), length(len));
+  const KvrStatus status = kvrsMagnitude_64fc(src, dstMag, len);
+  return status != kvrStatusOk ? status : kvrsPhase_64fc(src, dstPhase, len);
+}
+KvrStatus kvrsCartToPolar_32f(const Kvr32f* srcRe, const Kvr32f* srcIm, Kvr32f* dstMag, Kvr32f* dstPhase,
+                              int len) noexcept {
+  KVRS_CHECK(pointers(srcRe, srcIm, dstMag, dstPhase), length(len));
+  const KvrStatus status = kvrsMagnitude_32f(srcRe, srcIm, dstMag, len);
+  return status != kvrStatusOk ? status : kvrsPhase_32f(srcRe, srcIm, dstPhase, len);
+}
+KvrStatus kvrsCartToPolar_64f(const Kvr64f* srcRe, const Kvr64f* srcIm, Kvr64f* dstMag, Kvr64f* dstPhase,
+                              int len) noexcept {
+  KVRS_CHECK(pointers(srcRe, srcIm, dstMag, dstPhase), length(len));
+  const KvrStatus status = kvrsMagnitude_64f(srcRe, srcIm, dstMag, len);
+  return status != kvrStatusOk ? status : kvrsPhase_64f(srcRe, srcIm, dstPhase, len);
+}
+// The two calls test their own arguments: the magnitudes are written before `dstPhase` is looked at. This is meant.
+KvrStatus kvrsCartToPolar_16sc_Sfs(const Kvr16sc* src, Kvr16s* dstMag, Kvr16s* dstPhase, int len,
+                                   int magScaleFactor, int phaseScaleFactor) noexcept {
+  const KvrStatus status = kvrsMagnitude_16sc_Sfs(src, dstMag, len, magScaleFactor);
+  return status != kvrStatusOk ? status : kvrsPhase_16sc_Sfs(src, dstPhase, len, phaseScaleFactor);
+}
+
+KvrStatus kvrsPolarToCart_32fc(const Kvr32f* srcMag, const Kvr32f* srcPhase, Kvr32fc* dst, int len) noexcept {
+  return cartesian(Cartesian(), srcMag, srcPhase, dst, len);
+}
+KvrStatus kvrsPolarToCart_64fc(const Kvr64f* srcMag, const Kvr64f* srcPhase, Kvr64fc* dst, int len) noexcept {
+  return cartesian(Cartesian(), srcMag, srcPhase, dst, len);
+}
+KvrStatus kvrsPolarToCart_32f(const Kvr32f* srcMag, const Kvr32f* srcPhase, Kvr32f* dstRe, Kvr32f* dstIm,
+                              int len) noexcept {
+  return cartesianPlanes(srcMag, srcPhase, dstRe, dstIm, len);
+}
+KvrStatus kvrsPolarToCart_64f(const Kvr64f* srcMag, const Kvr64f* srcPhase, Kvr64f* dstRe, Kvr64f* dstIm,
+                              int len) noexcept {
+  return cartesianPlanes(srcMag, srcPhase, dstRe, dstIm, len);
+}
+KvrStatus kvrsPolarToCart_16sc_Sfs(const Kvr16s* srcMag, const Kvr16s* srcPhase, Kvr16sc* dst, int len,
+                                   int magScaleFactor, int phaseScaleFactor) noexcept {
+  const double magnitudeScale = limitedScale(magScaleFactor, 31),
+               phaseScale = limitedScale(phaseScaleFactor, 1000);
+  if (phaseScaleFactor >= -kMostPhaseShift) {
+    return cartesian(ScaledCartesian<SinCosFor::integers>{magnitudeScale, phaseScale}, srcMag, srcPhase, dst,
+                     len);
+  }
+  return cartesian(ScaledCartesian<SinCosFor::doubles>{magnitudeScale, phaseScale}, srcMag, srcPhase, dst,
+                   len);
+}
+KvrStatus kvrsPolarToCart_16sc(const Kvr16s* srcMag, const Kvr16s* srcPhase, Kvr16sc* dst, int len) noexcept {
+  return cartesian(ScaledCartesian<SinCosFor::integers>{1, 1}, srcMag, srcPhase, dst, len);
+}
+KvrStatus kvrsPolarToCart_32sc(const Kvr32s* srcMag, const Kvr32s* srcPhase, Kvr32sc* dst, int len) noexcept {
+  return cartesian(ScaledCartesian<SinCosFor::integers>{1, 1}, srcMag, srcPhase, dst, len);
+}
