@@ -13,7 +13,6 @@
 #define KVRS_FRAME_ARCTANGENT_H
 
 #include <cstddef>
-#include <limits>
 
 #include "frame/simd.h"
 
@@ -73,9 +72,9 @@ KVRS_INLINE V arctangent2(D d, V y, V x) {
   const V ax = hn::Abs(x), ay = hn::Abs(y);
   const auto steep = hn::Gt(ay, ax), left = hn::Lt(x, zero);
   const V smaller = hn::IfThenElse(steep, ax, ay), larger = hn::IfThenElse(steep, ay, ax);
-  const V quotient = hn::Div(smaller, hn::IfThenElse(hn::Eq(larger, zero), one, larger));
-  const auto infinite = hn::Eq(smaller, hn::Set(d, std::numeric_limits<T>::infinity()));
-  const V t = hn::IfThenElse(infinite, one, quotient);
+  // 0 / 0 is to be 0, infinity / infinity 1 as for all equals.
+  const V divisor = hn::IfThenElse(hn::Eq(larger, zero), one, larger);
+  const V t = hn::IfThenElse(hn::Eq(smaller, divisor), one, hn::Div(smaller, divisor));
 
   const V z = hn::Mul(t, t);
   const V signedT = hn::Xor(t, hn::IfThenElseZero(hn::Xor(steep, left), hn::SignBit(d)));

@@ -6,7 +6,7 @@
 //    - Up to 2^15 quarter turns (51,471 radians) pi/2 is two parts of 38 bits, whose products with q are exact, and a
 //      third one (Cody and Waite, Software Manual for the Elementary Functions, 1980).
 //    - Out of line, up to 2^23 quarter turns (2^31 for singles), the same in four parts with fewer bits each.
-//    - Beyond that, lane by lane in integers with those 192 bits of 2/pi that matter for the exponent of x (Payne and
+//    - Beyond that, lane by lane in integers, with those 192 bits of 2/pi that matter for the exponent of x (Payne and
 //      Hanek, Radian Reduction for Trigonometric Functions, SIGNUM Newsletter 18, 1983).
 // 2. Minimax polynomials in r^2 (Remez), evaluated so that the rounding of the large term is the last one.
 // 3. The quarter q exchanges the two and gives their signs; the sine has the sign of x besides, and so -0 for -0.
@@ -48,67 +48,50 @@ struct Remainder {
   uint64_t quarters;
 };
 
-// 2/pi after the binary point, 32 bits each, with two words of zeros in front.
-inline constexpr uint32_t kTwoOverPi[] = {
-    0x00000000, 0x00000000, 0xA2F9836E, 0x4E441529, 0xFC2757D1, 0xF534DDC0, 0xDB629599, 0x3C439041,
-    0xFE5163AB, 0xDEBBC561, 0xB7246E3A, 0x424DD2E0, 0x06492EEA, 0x09D1921C, 0xFE1DEB1C, 0xB129A73E,
-    0xE88235F5, 0x2EBB4484, 0xE99C7026, 0xB45F7E41, 0x3991D639, 0x835339F4, 0x9C845F8B, 0xBDF9283B,
-    0x1FF897FF, 0xDE05980F, 0xEF2F118B, 0x5A0A6D1F, 0x6D367ECF, 0x27CB09B7, 0x4F463F66, 0x9E5FEA2D,
-    0x7527BAC7, 0xEBE5F17B, 0x3D0739F7, 0x8A5292EA, 0x6BFB5FB1, 0x1F8D5D08, 0x56033046, 0xFC7B6BAB,
-    0xF0CFBC20, 0x9AF4361D, 0xA9E39161, 0x5EE61B08};
+// 2/pi after the binary point, 64 bits each, with a word of zeros in front.
+inline constexpr uint64_t kTwoOverPi[] = {
+    0x0000000000000000, 0xA2F9836E4E441529, 0xFC2757D1F534DDC0, 0xDB6295993C439041, 0xFE5163ABDEBBC561,
+    0xB7246E3A424DD2E0, 0x06492EEA09D1921C, 0xFE1DEB1CB129A73E, 0xE88235F52EBB4484, 0xE99C7026B45F7E41,
+    0x3991D639835339F4, 0x9C845F8BBDF9283B, 0x1FF897FFDE05980F, 0xEF2F118B5A0A6D1F, 0x6D367ECF27CB09B7,
+    0x4F463F669E5FEA2D, 0x7527BAC7EBE5F17B, 0x3D0739F78A5292EA, 0x6BFB5FB11F8D5D08, 0x56033046FC7B6BAB};
 
 // Exact reduction of x from 1 on, up to the largest double; NaN for an infinity or a NaN.
 //
 // x is an integer m < 2^53 times 2^e. The bits of 2/pi before position e - 2 contribute multiples of 4 quarter turns
 // and are left out; the next 192 give m * w mod 2^192 = x * 2/pi mod 4, as a fixed-point number with 190 bits behind
 // the point. The bits left out behind them are worth less than 2^53 units. 62 leading zeros of the fraction are the
-// most for any double, so that its first 128 bits hold at least 64 good ones.
+// most for any double, so that its first 128 bits hold at least 64 good ones. In integers throughout, which no rounding
+// mode reaches.
 inline Remainder exactRemainder(double x) {
   const uint64_t bits = std::bit_cast<uint64_t>(x);
   const int exponent = static_cast<int>(bits >> 52);
   if (exponent == 0x7FF) return {std::numeric_limits<double>::quiet_NaN(), 0, 0};
   const uint64_t m = (bits & ((uint64_t{1} << 52) - 1)) | uint64_t{1} << 52;
-  const uint32_t mLow = static_cast<uint32_t>(m), mHigh = static_cast<uint32_t>(m >> 32);
 
-  // Word 0 of the window is the most significant.
-  const int from = exponent - 1075 - 2 + 64;
-  const int word = from / 32, shift = from % 32;
-  const auto window = [&](int i) {
-    const uint64_t two = uint64_t{kTwoOverPi[word + i]} << 32 | kTwoOverPi[word + i + 1];
-    return static_cast<uint32_t>(two << shift >> 32);
-  };
-  uint32_t product[6];
-  uint64_t carry = 0;
-  uint32_t below = 0;  // the window's word before, for the high half of m
-  for (int i = 5; i >= 0; --i) {
-    const uint32_t w = window(i);
-    const uint64_t low = uint64_t{w} * mLow, high = uint64_t{below} * mHigh;
-    const uint64_t sum = uint64_t{static_cast<uint32_t>(low)} + static_cast<uint32_t>(high) + carry;
-    product[i] = static_cast<uint32_t>(sum);
-    carry = (low >> 32) + (high >> 32) + (sum >> 32);
-    below = w;
-  }
+  const int from = exponent - 1075 - 2 + 64, shift = from % 64;
+  const uint64_t* words = kTwoOverPi + from / 64;
+  const auto window = [&](int i) { return words[i] << shift | words[i + 1] >> 1 >> (63 - shift); };
+  uint64_t high1, high2;
+  const uint64_t low1 = hwy::Mul128(m, window(1), &high1), low2 = hwy::Mul128(m, window(2), &high2);
+  const uint64_t middle = low1 + high2;
+  const uint64_t top = m * window(0) + high1 + (middle < low1 ? 1 : 0);
 
-  uint64_t first = uint64_t{product[0]} << 32 | product[1], second = uint64_t{product[2]} << 32 | product[3];
-  uint64_t quarters = first >> 62;
-  first = first << 2 | second >> 62;
-  second = second << 2 | product[4] >> 30;
-  // To the nearest quarter: the fraction is in [-1/2, 1/2).
-  const bool negative = (first >> 63) != 0;
-  if (negative) {
-    ++quarters;
-    first = ~first;
-    second = ~second;
-  }
+  // To the nearest quarter: the fraction, `first` and `second`, is in [-1/2, 1/2) of one.
+  uint64_t quarters = top >> 62, first = top << 2 | middle >> 62, second = middle << 2 | low2 >> 62;
+  const uint64_t sign = first & uint64_t{1} << 63, negate = 0 - (sign >> 63);
+  quarters += sign >> 63;
+  first ^= negate;
+  second ^= negate;
   if (first == 0) return {0, 0, quarters};  // not for any double
   const int zeros = std::countl_zero(first);
-  const uint64_t significant = zeros == 0 ? first : first << zeros | second >> (64 - zeros);
-  // In extended precision: 64 bits times a pi/2 of 64.
-  const long double fraction = static_cast<long double>(significant) *
-                               (std::bit_cast<double>(static_cast<uint64_t>(1023 - 64 - zeros) << 52));
-  const long double r = (negative ? -fraction : fraction) * 1.57079632679489661923132169163975144L;
-  const double high = static_cast<double>(r);
-  return {high, static_cast<double>(r - high), quarters};
+  const uint64_t significant = first << zeros | second >> (64 - zeros);  // the first bit is 0 now
+
+  // Times pi/2, 0xC90F... * 2^-63, in two parts that are exact as doubles.
+  uint64_t product;
+  hwy::Mul128(significant, 0xC90FDAA22168C235, &product);
+  const double unit = std::bit_cast<double>(sign | static_cast<uint64_t>(1023 - 63 - zeros) << 52);
+  return {static_cast<double>(static_cast<int64_t>(product >> 11)) * 2048 * unit,
+          static_cast<double>(static_cast<int32_t>(product & 2047)) * unit, quarters};
 }
 
 template <class V>

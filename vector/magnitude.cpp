@@ -155,10 +155,15 @@ struct ScaledOf32s {
   }
 };
 
+// Pairs, so that what is taken apart is one whole vector.
 struct DoubleOf32fc {
   template <class D, class V>
-  KVRS_INLINE hn::Vec<D> operator()(D d, Complex<V> z) const {
-    return squaredMagnitude(hn::PromoteTo(d, z.re), hn::PromoteTo(d, z.im));
+  KVRS_INLINE hn::Vec<D> operator()(D d, V pairs) const {
+    const hn::DFromV<V> df;
+    const hn::Half<hn::DFromV<V>> half;
+    const auto re = hn::LowerHalf(half, hn::ConcatEven(df, pairs, pairs));
+    const auto im = hn::LowerHalf(half, hn::ConcatOdd(df, pairs, pairs));
+    return squaredMagnitude(hn::PromoteTo(d, re), hn::PromoteTo(d, im));
   }
 };
 
@@ -261,7 +266,7 @@ KvrStatus kvrsMagSquared_32sc32s_Sfs(const Kvr32sc* src, Kvr32s* dst, int len, i
   return of32sc<false>(src, dst, len, scaleFactor, 63, SIZE_MAX);
 }
 KvrStatus kvrsMagSquared_32fc64f(const Kvr32fc* src, Kvr64f* dst, int len) noexcept {
-  return map(DoubleOf32fc(), dst, len, src);
+  return map(DoubleOf32fc(), dst, len, asPairs<Kvr32f>(src));
 }
 
 KvrStatus kvrsPowerSpectr_16sc_Sfs(const Kvr16sc* src, Kvr16s* dst, int len, int scaleFactor) noexcept {
