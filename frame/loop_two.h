@@ -30,13 +30,13 @@ KVRS_INLINE void shortMapToTwo(const Op& op, D* dst1, D* dst2, ptrdiff_t len, co
 }  // namespace loop_detail
 
 // As mapElements; `op` returns a Complex, whose `re` goes to dst1 and whose `im` goes to dst2. A source may be
-// one of the destinations. A block has as many elements as lanes of Work fill a vector.
-template <class Work, class D, class Op, class... S>
-[[gnu::noinline]] KvrStatus mapToTwoWide(Op op, D* dst1, D* dst2, size_t count, const S*... src) {
+// one of the destinations.
+template <class D, class Op, class... S>
+[[gnu::noinline]] KvrStatus mapToTwo(Op op, D* dst1, D* dst2, size_t count, const S*... src) {
   using namespace loop_detail;
   if (!fitsAddress(count, widest(sizeof(D), sizeof(S)...))) return kvrStatusBadLength;
   const ptrdiff_t len = static_cast<ptrdiff_t>(count);
-  constexpr ptrdiff_t N = kBlock<D, Work, S...>;
+  constexpr ptrdiff_t N = kBlock<D, S...>;
   if (len <= 2 * N) {
     shortMapToTwo<N>(op, dst1, dst2, len, src...);
     return kvrStatusOk;
@@ -57,12 +57,6 @@ template <class Work, class D, class Op, class... S>
   }
   storeTwo<N>(last, dst1 + end, dst2 + end);
   return kvrStatusOk;
-}
-
-// The same in lanes of the arrays themselves.
-template <class D, class Op, class... S>
-KVRS_INLINE KvrStatus mapToTwo(const Op& op, D* dst1, D* dst2, size_t count, const S*... src) {
-  return mapToTwoWide<D>(op, dst1, dst2, count, src...);
 }
 
 }  // namespace kvrs

@@ -191,15 +191,15 @@ KVRS_INLINE Reduced<V> reduceAny(D d, V x) {
 template <SinCosFor use, class D, class V = hn::Vec<D>>
 KVRS_INLINE SinCos<V> ofRemainder(D d, Reduced<V> x) {
   const auto c = [&](double value) KVRS_UNROLLED { return hn::Set(d, value); };
-  const V r = x.high, z = hn::Mul(r, r), rz = hn::Mul(r, z);
+  const V r = x.high, z = hn::Mul(r, r);
   if constexpr (use == SinCosFor::singles) {
-    // sin r = r + r^3 * S(r^2), cos r = 1 + r^2 * C(r^2)
+    // sin r = r * (1 + r^2 * S(r^2)), cos r = 1 + r^2 * C(r^2): with digits to spare, and -0 for -0.
     V s = hn::MulAdd(z, c(-0x1.99363d892f45dp-13), c(0x1.11071376db63cp-7));
     s = hn::MulAdd(z, s, c(-0x1.555544c4531efp-3));
     V k = hn::MulAdd(z, c(0x1.99086437edc2cp-16), c(-0x1.6c07b4c14b9fbp-10));
     k = hn::MulAdd(z, k, c(0x1.55553bde99f40p-5));
     k = hn::MulAdd(z, k, c(-0x1.ffffffc9cd882p-2));
-    return {hn::MulAdd(rz, s, r), hn::MulAdd(z, k, c(1))};
+    return {hn::Mul(r, hn::MulAdd(z, s, c(1))), hn::MulAdd(z, k, c(1))};
   } else {
     // sin r = r + r^3 * S(r^2), cos r = 1 - r^2/2 + r^4 * C(r^2). The rounding of 1 - r^2/2 is known exactly and goes
     // into the smaller term; so does the low part of r, through the derivatives.
@@ -213,7 +213,7 @@ KVRS_INLINE SinCos<V> ofRemainder(D d, Reduced<V> x) {
     k = hn::MulAdd(z, k, c(0x1.a01a019c5c38ap-16));
     k = hn::MulAdd(z, k, c(-0x1.6c16c16c14e00p-10));
     k = hn::MulAdd(z, k, c(0x1.555555555554ap-5));
-    const V half = hn::Mul(z, c(0.5)), one = c(1), w = hn::Sub(one, half);
+    const V rz = hn::Mul(r, z), half = hn::Mul(z, c(0.5)), one = c(1), w = hn::Sub(one, half);
     V sinSmall, cosSmall;
     if constexpr (use == SinCosFor::doubles) {
       sinSmall = hn::MulAdd(rz, s, hn::Mul(x.low, w));
@@ -254,9 +254,31 @@ KVRS_INLINE SinCos<V> sorted(D d, SinCos<V> of, V quarters, V sign) {
 }
 
 template <SinCosFor use, class D, class V = hn::Vec<D>>
-[[gnu::noinline, gnu::cold]] SinCos<V> ofAny(D d, V magnitude, V sign) {
+[[gnu::noinline]] SinCos<V> ofAny(D d, V x) {
+  const V magnitude = hn::Abs(x), sign = hn::Xor(x, magnitude);
   const auto r = reduceAny<use>(d, magnitude);
   return sorted(d, ofRemainder<use>(d, r), r.quarters, sign);
+}
+
+// |x| up to kInLine, or any integers.
+template <SinCosFor use, class D, class V = hn::Vec<D>>
+KVRS_INLINE SinCos<V> ofUsual(D d, V x) {
+  if constexpr (use == SinCosFor::singles) {
+    const auto r = reduceInLine<use>(d, x);  // q may be negative
+    return sorted(d, ofRemainder<use>(d, r), r.quarters, hn::Zero(d));
+  } else {
+    const V magnitude = hn::Abs(x), sign = hn::Xor(x, magnitude);
+    const auto r =
+        use == SinCosFor::integers ? reduceWide<use>(d, magnitude) : reduceInLine<use>(d, magnitude);
+    return sorted(d, ofRemainder<use>(d, r), r.quarters, sign);
+  }
+}
+
+// Whether all of x are small enough for ofUsual.
+template <class D, class V = hn::Vec<D>>
+KVRS_INLINE bool isUsual(D d, V x) {
+  constexpr auto bound = static_cast<hn::TFromD<D>>(sizeof(hn::TFromD<D>) == 4 ? 0x1.921fb4p+15 : kInLine);
+  return __builtin_expect(hn::AllTrue(d, hn::Le(hn::Abs(x), hn::Set(d, bound))), true);
 }
 
 }  // namespace sincos_detail
@@ -265,17 +287,41 @@ template <SinCosFor use, class D, class V = hn::Vec<D>>
 template <SinCosFor use, class D, class V = hn::Vec<D>>
 KVRS_INLINE SinCos<V> sinCos(D d, V x) {
   using namespace sincos_detail;
-  const V magnitude = hn::Abs(x), sign = hn::Xor(x, magnitude);
-  if constexpr (use == SinCosFor::integers) {
-    const auto r = reduceWide<use>(d, magnitude);
-    return sorted(d, ofRemainder<use>(d, r), r.quarters, sign);
-  } else {
-    if (__builtin_expect(!hn::AllTrue(d, hn::Le(magnitude, hn::Set(d, kInLine))), false)) {
-      return ofAny<use>(d, magnitude, sign);
-    }
-    const auto r = reduceInLine<use>(d, magnitude);
-    return sorted(d, ofRemainder<use>(d, r), r.quarters, sign);
-  }
+  if (use != SinCosFor::integers && !isUsual(d, x)) return ofAny<use>(d, x);
+  return ofUsual<use>(d, x);
+}
+
+// Singles as such and as doubles, in two halves; loaded so, the conversions take no shuffles. A single lane is `lower`.
+template <class V, class Wide>
+struct WidenedSingles {
+  V singles;
+  Wide lower, upper;
+};
+template <class D>
+inline constexpr size_t kHalfLanes = (hn::MaxLanes(D()) + 1) / 2;
+
+template <class D, class Wide = hn::Vec<Lanes<double, kHalfLanes<D>>>>
+KVRS_INLINE WidenedSingles<hn::Vec<D>, Wide> loadWidened(D d, const float* p) {
+  constexpr size_t half = kHalfLanes<D>, second = hn::MaxLanes(D()) - half;
+  const Lanes<double, half> wide;
+  const Lanes<float, half> narrow;
+  return {hn::LoadU(d, p), hn::PromoteTo(wide, hn::LoadU(narrow, p)),
+          hn::PromoteTo(wide, hn::LoadU(narrow, p + second))};
+}
+
+// Of both halves, with one question for both, so that they run side by side.
+template <class Wide>
+struct SinCosHalves {
+  SinCos<Wide> lower, upper;
+};
+template <class V, class Wide>
+KVRS_INLINE SinCosHalves<Wide> sinCos(const WidenedSingles<V, Wide>& x) {
+  using namespace sincos_detail;
+  constexpr auto use = SinCosFor::singles;
+  const hn::DFromV<V> d;
+  const hn::DFromV<Wide> wide;
+  if (!isUsual(d, x.singles)) return {ofAny<use>(wide, x.lower), ofAny<use>(wide, x.upper)};
+  return {ofUsual<use>(wide, x.lower), ofUsual<use>(wide, x.upper)};
 }
 
 }  // namespace kvrs

@@ -16,6 +16,30 @@
 namespace kvrs {
 namespace {
 
+// Two singles that are loaded as doubles: the conversion from memory takes no shuffle, that of half a register does.
+struct WidenedPair {
+  Kvr32f re, im;
+};
+
+}  // namespace
+
+// As many doubles from the pairs' first half and from their second.
+template <>
+struct Element<WidenedPair> {
+  using Lane = Kvr32f;
+  static constexpr size_t kSpan = 2;
+
+  template <class Dt>
+  static KVRS_INLINE Both<hn::Vec<Lanes<double, hn::MaxLanes(Dt()) / 2>>> load(Dt, const WidenedPair* p) {
+    constexpr size_t half = hn::MaxLanes(Dt()) / 2;
+    const Lanes<float, half> d;
+    const Lanes<double, half> wide;
+    return {hn::PromoteTo(wide, hn::LoadU(d, &p->re)), hn::PromoteTo(wide, hn::LoadU(d, &p->re + half))};
+  }
+};
+
+namespace {
+
 // Floats: re * re + im * im, each operation rounded by itself.
 template <class V>
 KVRS_INLINE V squaredMagnitude(V re, V im) {
@@ -155,15 +179,16 @@ struct ScaledOf32s {
   }
 };
 
-// Pairs, so that what is taken apart is one whole vector.
+// Widened pairs: squares first, then they are taken apart.
 struct DoubleOf32fc {
   template <class D, class V>
-  KVRS_INLINE hn::Vec<D> operator()(D d, V pairs) const {
-    const hn::DFromV<V> df;
-    const hn::Half<hn::DFromV<V>> half;
-    const auto re = hn::LowerHalf(half, hn::ConcatEven(df, pairs, pairs));
-    const auto im = hn::LowerHalf(half, hn::ConcatOdd(df, pairs, pairs));
-    return squaredMagnitude(hn::PromoteTo(d, re), hn::PromoteTo(d, im));
+  KVRS_INLINE V operator()(D d, Both<V> pairs) const {
+    const V first = hn::Mul(pairs.first, pairs.first), second = hn::Mul(pairs.second, pairs.second);
+    if constexpr (hn::MaxLanes(D()) == 1) {
+      return hn::Add(first, second);
+    } else {
+      return hn::Add(hn::ConcatEven(d, second, first), hn::ConcatOdd(d, second, first));
+    }
   }
 };
 
@@ -266,7 +291,7 @@ KvrStatus kvrsMagSquared_32sc32s_Sfs(const Kvr32sc* src, Kvr32s* dst, int len, i
   return of32sc<false>(src, dst, len, scaleFactor, 63, SIZE_MAX);
 }
 KvrStatus kvrsMagSquared_32fc64f(const Kvr32fc* src, Kvr64f* dst, int len) noexcept {
-  return map(DoubleOf32fc(), dst, len, asPairs<Kvr32f>(src));
+  return map(DoubleOf32fc(), dst, len, reinterpret_cast<const WidenedPair*>(src));
 }
 
 KvrStatus kvrsPowerSpectr_16sc_Sfs(const Kvr16sc* src, Kvr16s* dst, int len, int scaleFactor) noexcept {

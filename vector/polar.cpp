@@ -8,24 +8,86 @@
 #include "frame/scale.h"
 #include "frame/sincos.h"
 #include "frame/to_integer.h"
+#include "frame/unroll.h"
 #include "frame/wide_loop.h"
 #include "kvrs/polar.h"
 
 namespace kvrs {
 namespace {
 
-// The parts of magnitude and phase; singles go through doubles.
+// A single that is loaded as such and as a double, and stored by halves of vectors.
+struct Single {
+  Kvr32f value;
+};
+
+template <class V>
+struct Halves {
+  V lower, upper;
+};
+
+}  // namespace
+
+template <>
+struct Element<Single> {
+  using Lane = Kvr32f;
+  static constexpr size_t kSpan = 1;
+  static constexpr bool kStreams = false;
+
+  template <class Dt>
+  static KVRS_INLINE auto load(Dt d, const Single* p) {
+    return loadWidened(d, &p->value);
+  }
+  template <class Dt, class V>
+  static KVRS_INLINE void store(Halves<V> v, Dt, Single* p) {
+    const hn::DFromV<V> half;
+    hn::StoreU(v.lower, half, &p->value);
+    hn::StoreU(v.upper, half, &p->value + (hn::MaxLanes(Dt()) - kHalfLanes<Dt>));
+  }
+};
+
+namespace {
+
+Single* asSingles(Kvr32f* p) {
+  return reinterpret_cast<Single*>(p);
+}
+const Single* asSingles(const Kvr32f* p) {
+  return reinterpret_cast<const Single*>(p);
+}
+
+// The parts of magnitude and phase in double precision.
 struct Cartesian {
   template <class D, class V>
   KVRS_INLINE Complex<V> operator()(D d, V magnitude, V phase) const {
-    if constexpr (sizeof(hn::TFromD<D>) == 8) {
-      const auto of = sinCos<SinCosFor::doubles>(d, phase);
-      return {hn::Mul(magnitude, of.cos), hn::Mul(magnitude, of.sin)};
+    const auto of = sinCos<SinCosFor::doubles>(d, phase);
+    return {hn::Mul(magnitude, of.cos), hn::Mul(magnitude, of.sin)};
+  }
+};
+
+// Singles, by way of doubles.
+struct CartesianHalves {
+  template <class D, class V, class Wide>
+  KVRS_INLINE auto operator()(D, WidenedSingles<V, Wide> magnitude, WidenedSingles<V, Wide> phase) const {
+    const Lanes<float, kHalfLanes<D>> half;
+    const auto of = sinCos(phase);
+    const auto product = [&](Wide x, Wide y) KVRS_UNROLLED { return hn::DemoteTo(half, hn::Mul(x, y)); };
+    using Half = hn::Vec<decltype(half)>;
+    return Complex<Halves<Half>>{
+        {product(magnitude.lower, of.lower.cos), product(magnitude.upper, of.upper.cos)},
+        {product(magnitude.lower, of.lower.sin), product(magnitude.upper, of.upper.sin)}};
+  }
+};
+
+// The same as whole vectors.
+struct CartesianSingles {
+  template <class D, class V, class Wide>
+  KVRS_INLINE Complex<V> operator()(D d, WidenedSingles<V, Wide> magnitude,
+                                    WidenedSingles<V, Wide> phase) const {
+    const auto halves = CartesianHalves()(d, magnitude, phase);
+    if constexpr (hn::MaxLanes(D()) == 1) {
+      return {halves.re.lower, halves.im.lower};
     } else {
-      const hn::Rebind<double, D> wide;
-      const auto m = hn::PromoteTo(wide, magnitude);
-      const auto of = sinCos<SinCosFor::singles>(wide, hn::PromoteTo(wide, phase));
-      return {hn::DemoteTo(d, hn::Mul(m, of.cos)), hn::DemoteTo(d, hn::Mul(m, of.sin))};
+      return {hn::Combine(d, halves.re.upper, halves.re.lower),
+              hn::Combine(d, halves.im.upper, halves.im.lower)};
     }
   }
 };
@@ -66,21 +128,28 @@ double limitedScale(int scaleFactor, int bound) {
   return powerOfTwo<double>(scaleFactor > bound ? -bound : scaleFactor < -bound ? bound : -scaleFactor);
 }
 
-// mapWide by doubles for a complex dst; in a 32-bit process it may be longer than the address space.
-template <class Op, class D, class S>
-KvrStatus cartesian(const Op& op, const S* srcMag, const S* srcPhase, D* dst, int len) {
+template <class Op, class S, class D>
+KvrStatus cartesian(Op op, const S* srcMag, const S* srcPhase, D* dst, int len) {
   KVRS_CHECK(pointers(srcMag, srcPhase, dst), length(len));
-  if (!loop_detail::fitsAddress(static_cast<size_t>(len), sizeof(D))) return kvrStatusBadLength;
+  const VectorRoundingScope rounding(Rounding::nearest);
+  return mapElements(op, dst, static_cast<size_t>(len), srcMag, srcPhase);
+}
+
+template <class Op, class T>
+KvrStatus cartesianPlanes(Op op, const T* srcMag, const T* srcPhase, T* dstRe, T* dstIm, int len) {
+  KVRS_CHECK(pointers(srcMag, srcPhase, dstRe, dstIm), length(len));
+  const VectorRoundingScope rounding(Rounding::nearest);
+  return mapToTwo(op, dstRe, dstIm, static_cast<size_t>(len), srcMag, srcPhase);
+}
+
+// In a 32-bit process a vector may be longer than the address space.
+template <SinCosFor use, class T, class C>
+KvrStatus scaledCartesian(ScaledCartesian<use> op, const T* srcMag, const T* srcPhase, C* dst, int len) {
+  KVRS_CHECK(pointers(srcMag, srcPhase, dst), length(len));
+  if (!loop_detail::fitsAddress(static_cast<size_t>(len), sizeof *dst)) return kvrStatusBadLength;
   const VectorRoundingScope rounding(Rounding::nearest);
   mapWide<double>(op, dst, static_cast<size_t>(len), srcMag, srcPhase);
   return kvrStatusOk;
-}
-
-template <class T>
-KvrStatus cartesianPlanes(const T* srcMag, const T* srcPhase, T* dstRe, T* dstIm, int len) {
-  KVRS_CHECK(pointers(srcMag, srcPhase, dstRe, dstIm), length(len));
-  const VectorRoundingScope rounding(Rounding::nearest);
-  return mapToTwoWide<double>(Cartesian(), dstRe, dstIm, static_cast<size_t>(len), srcMag, srcPhase);
 }
 
 // The farthest that a 16-bit phase may be scaled up and stay within 2^31.
@@ -121,33 +190,34 @@ KvrStatus kvrsCartToPolar_16sc_Sfs(const Kvr16sc* src, Kvr16s* dstMag, Kvr16s* d
 }
 
 KvrStatus kvrsPolarToCart_32fc(const Kvr32f* srcMag, const Kvr32f* srcPhase, Kvr32fc* dst, int len) noexcept {
-  return cartesian(Cartesian(), srcMag, srcPhase, dst, len);
+  return cartesian(CartesianSingles(), asSingles(srcMag), asSingles(srcPhase), dst, len);
 }
 KvrStatus kvrsPolarToCart_64fc(const Kvr64f* srcMag, const Kvr64f* srcPhase, Kvr64fc* dst, int len) noexcept {
   return cartesian(Cartesian(), srcMag, srcPhase, dst, len);
 }
 KvrStatus kvrsPolarToCart_32f(const Kvr32f* srcMag, const Kvr32f* srcPhase, Kvr32f* dstRe, Kvr32f* dstIm,
                               int len) noexcept {
-  return cartesianPlanes(srcMag, srcPhase, dstRe, dstIm, len);
+  return cartesianPlanes(CartesianHalves(), asSingles(srcMag), asSingles(srcPhase), asSingles(dstRe),
+                         asSingles(dstIm), len);
 }
 KvrStatus kvrsPolarToCart_64f(const Kvr64f* srcMag, const Kvr64f* srcPhase, Kvr64f* dstRe, Kvr64f* dstIm,
                               int len) noexcept {
-  return cartesianPlanes(srcMag, srcPhase, dstRe, dstIm, len);
+  return cartesianPlanes(Cartesian(), srcMag, srcPhase, dstRe, dstIm, len);
 }
 KvrStatus kvrsPolarToCart_16sc_Sfs(const Kvr16s* srcMag, const Kvr16s* srcPhase, Kvr16sc* dst, int len,
                                    int magScaleFactor, int phaseScaleFactor) noexcept {
   const double magnitudeScale = limitedScale(magScaleFactor, 31),
                phaseScale = limitedScale(phaseScaleFactor, 1000);
   if (phaseScaleFactor >= -kMostPhaseShift) {
-    return cartesian(ScaledCartesian<SinCosFor::integers>{magnitudeScale, phaseScale}, srcMag, srcPhase, dst,
-                     len);
+    return scaledCartesian(ScaledCartesian<SinCosFor::integers>{magnitudeScale, phaseScale}, srcMag, srcPhase,
+                           dst, len);
   }
-  return cartesian(ScaledCartesian<SinCosFor::doubles>{magnitudeScale, phaseScale}, srcMag, srcPhase, dst,
-                   len);
+  return scaledCartesian(ScaledCartesian<SinCosFor::doubles>{magnitudeScale, phaseScale}, srcMag, srcPhase,
+                         dst, len);
 }
 KvrStatus kvrsPolarToCart_16sc(const Kvr16s* srcMag, const Kvr16s* srcPhase, Kvr16sc* dst, int len) noexcept {
-  return cartesian(ScaledCartesian<SinCosFor::integers>{1, 1}, srcMag, srcPhase, dst, len);
+  return scaledCartesian(ScaledCartesian<SinCosFor::integers>{1, 1}, srcMag, srcPhase, dst, len);
 }
 KvrStatus kvrsPolarToCart_32sc(const Kvr32s* srcMag, const Kvr32s* srcPhase, Kvr32sc* dst, int len) noexcept {
-  return cartesian(ScaledCartesian<SinCosFor::integers>{1, 1}, srcMag, srcPhase, dst, len);
+  return scaledCartesian(ScaledCartesian<SinCosFor::integers>{1, 1}, srcMag, srcPhase, dst, len);
 }
