@@ -94,6 +94,26 @@ inline Remainder exactRemainder(double x) {
           static_cast<double>(static_cast<int32_t>(product & 2047)) * unit, quarters};
 }
 
+// The same for a double that is a single, from 2^31 on: an integer m < 2^24 times 2^e. No single is closer to a multiple
+// of pi/2 than 2^-30 of a quarter turn, so that a fraction of 62 bits will do.
+inline Remainder exactRemainderOfSingle(double x) {
+  const uint64_t bits = std::bit_cast<uint64_t>(x);
+  const int exponent = static_cast<int>(bits >> 52);
+  if (exponent == 0x7FF) return {std::numeric_limits<double>::quiet_NaN(), 0, 0};
+  const uint64_t m = (bits >> 29 & ((uint64_t{1} << 23) - 1)) | uint64_t{1} << 23;
+
+  const int from = exponent - 1046 - 2 + 64, shift = from % 64;
+  const uint64_t* words = kTwoOverPi + from / 64;
+  const auto window = [&](int i) { return words[i] << shift | words[i + 1] >> 1 >> (63 - shift); };
+  const uint64_t turns = m * window(0) + (m * (window(1) >> 32) >> 32);
+  const uint64_t quarters = (turns + (uint64_t{1} << 61)) >> 62;
+  // As two halves: a whole would be rounded in the mode of another unit in a 32-bit process.
+  const int64_t fraction = static_cast<int64_t>(turns << 2);
+  const double high = static_cast<double>(static_cast<int32_t>(fraction >> 32));
+  const double low = static_cast<double>(static_cast<int32_t>(static_cast<uint32_t>(fraction) >> 1));
+  return {(high * 0x1p32 + low * 2) * (0x1.921fb54442d18p+0 * 0x1p-64), 0, quarters};
+}
+
 template <class V>
 struct Reduced {
   V high, low;  // `low` only for doubles
@@ -179,7 +199,7 @@ KVRS_INLINE Reduced<V> reduceAny(D d, V x) {
   hn::Store(hn::BitCast(du, r.quarters), du, quarters);
   for (size_t i = 0; i < N; ++i) {
     if (of[i] <= kVectors) continue;
-    const Remainder exact = exactRemainder(of[i]);
+    const Remainder exact = use == SinCosFor::singles ? exactRemainderOfSingle(of[i]) : exactRemainder(of[i]);
     high[i] = exact.high;
     low[i] = exact.low;
     quarters[i] = exact.quarters;
