@@ -4,6 +4,7 @@
 #ifndef KVRS_FRAME_SCALE_H
 #define KVRS_FRAME_SCALE_H
 
+#include <bit>
 #include <cstdint>
 
 #include "frame/saturate.h"
@@ -61,6 +62,16 @@ constexpr D scaleTo(int64_t r, int scaleFactor) {
     return saturate<D>(static_cast<int64_t>(bounded) * (int64_t{1} << -scaleFactor));
   }
   return saturate<D>(r);
+}
+
+// 2^exponent as a normal float, for an exponent within its range: a scale that adds no rounding.
+template <class F>
+constexpr F powerOfTwo(int exponent) {
+  if constexpr (sizeof(F) == 4) {
+    return std::bit_cast<F>(static_cast<uint32_t>(127 + exponent) << 23);
+  } else {
+    return std::bit_cast<F>(static_cast<uint64_t>(1023 + exponent) << 52);
+  }
 }
 
 // shiftRightEven on vectors; the constants are made once, outside the loop.

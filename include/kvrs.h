@@ -34,6 +34,7 @@
 #include "kvrs/fill.h"
 #include "kvrs/logic.h"
 #include "kvrs/mixed.h"
+#include "kvrs/polar.h"
 #include "kvrs/reorder.h"
 #include "kvrs/shift.h"
 #include "kvrs/unary.h"

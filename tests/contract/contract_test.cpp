@@ -47,6 +47,10 @@ bool isAmong(const OptionalPointer (&rows)[n], const Function& f, const Paramete
   return false;
 }
 
+bool isTestedLast(const Function& f, const Parameter& p) {
+  return isAmong(kLastPointers, f, p);
+}
+
 bool isOptional(const Function& f, const Parameter& p) {
   return isAmong(kOptionalPointers, f, p);
 }
@@ -176,6 +180,10 @@ TEST(Contract, NullPointers) {
         call[i].pointer = nullptr;
         EXPECT_GE(call.run(), kvrStatusOk) << f.name << " with " << p.name << " null";
         call.release();
+      } else if (isTestedLast(f, p)) {
+        call.reset();
+        call[i].pointer = nullptr;
+        EXPECT_EQ(kvrStatusNullPointer, call.run()) << f.name << ": " << p.name << " null";
       } else {
         call.expect(kvrStatusNullPointer, std::string(p.name) + " null",
                     [&](Call& c) { c[i].pointer = nullptr; });
@@ -195,7 +203,8 @@ TEST(Contract, Lengths) {
       call.expect(status, "len " + std::to_string(bad), [&](Call& c) { c[len].number = bad; });
       for (int i = 0; i < f.parameterCount; ++i) {
         if (!f.parameters[i].isPointer() || isOptional(f, f.parameters[i])) continue;
-        call.expect(lengthFirst ? kvrStatusBadLength : kvrStatusNullPointer,
+        const bool lengthWins = lengthFirst || isTestedLast(f, f.parameters[i]);
+        call.expect(lengthWins ? kvrStatusBadLength : kvrStatusNullPointer,
                     std::string(f.parameters[i].name) + " null, len " + std::to_string(bad), [&](Call& c) {
                       c[len].number = bad;
                       c[i].pointer = nullptr;

@@ -26,6 +26,11 @@ inline constexpr OptionalPointer kLatePointers[] = {
     {"kvrsSplitScaled_.*_D2L", "dst"},
 };
 
+// A pointer that is tested after everything else, when other outputs have been written.
+inline constexpr OptionalPointer kLastPointers[] = {
+    {"kvrsCartToPolar_16sc_Sfs", "dstPhase"},
+};
+
 // The length is tested before the pointers.
 inline constexpr const char* kLengthFirst[] = {
     "kvrs(Add|Sub)_(16|32)sc_I?Sfs",
