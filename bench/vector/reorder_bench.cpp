@@ -100,8 +100,7 @@ Register reorder([] {
       int written;
       kvrsPackBits_32u8u(codes.get(), lengths.get(), len, arrays.dst.get(), 0, &written);
     });
-    add(label, "loop",
-        [=] { keep(loopPack(codes.get(), lengths.get(), len, arrays.dst.get())); });
+    add(label, "loop", [=] { keep(loopPack(codes.get(), lengths.get(), len, arrays.dst.get())); });
   }
 });
 
