@@ -14,6 +14,7 @@ What each rule of the second group says is explained in docs/architecture.md.
 """
 import argparse
 import re
+import shutil
 import subprocess
 import sys
 from pathlib import Path
@@ -53,10 +54,11 @@ def room_of(path):
 
 
 def tracked_files():
-    listed = subprocess.run(["git", "ls-files", "--cached", "--others", "--exclude-standard"], cwd=TOP,
-                            capture_output=True, text=True)
-    if listed.returncode == 0:
-        return [TOP / name for name in listed.stdout.splitlines() if (TOP / name).is_file()]
+    if shutil.which("git"):
+        listed = subprocess.run(["git", "ls-files", "--cached", "--others", "--exclude-standard"], cwd=TOP,
+                                capture_output=True, text=True)
+        if listed.returncode == 0:
+            return [TOP / name for name in listed.stdout.splitlines() if (TOP / name).is_file()]
     # Not a clone, an unpacked archive for instance.
     return [path for path in TOP.rglob("*") if path.is_file() and room_of(path) not in ("build", ".git")]
 
