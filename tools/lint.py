@@ -60,7 +60,8 @@ def tracked_files():
         if listed.returncode == 0:
             return [TOP / name for name in listed.stdout.splitlines() if (TOP / name).is_file()]
     # Not a clone, an unpacked archive for instance.
-    return [path for path in TOP.rglob("*") if path.is_file() and room_of(path) not in ("build", ".git")]
+    return [path for path in TOP.rglob("*") if path.is_file() and room_of(path) not in ("build", ".git") and
+            path.parent.name != "__pycache__"]
 
 
 class Findings:
