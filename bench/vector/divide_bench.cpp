@@ -26,7 +26,7 @@ T rounded(W x) {
 
 // The whole contract, as one would write it down.
 template <class T, class W>
-[[gnu::noinline]] bool loopDiv(const T* a, const T* b, T* __restrict dst, int len, W scale) {
+[[gnu::noipa]] bool loopDiv(const T* a, const T* b, T* __restrict dst, int len, W scale) {
   bool met = false;
   for (int i = 0; i < len; ++i) {
     if (a[i] == 0) {
@@ -39,8 +39,8 @@ template <class T, class W>
   return met;
 }
 
-[[gnu::noinline]] bool loopDivComplex(const Kvr16sc* a, const Kvr16sc* b, Kvr16sc* __restrict dst, int len,
-                                      double scale) {
+[[gnu::noipa]] bool loopDivComplex(const Kvr16sc* a, const Kvr16sc* b, Kvr16sc* __restrict dst, int len,
+                                   double scale) {
   bool met = false;
   for (int i = 0; i < len; ++i) {
     const double ar = a[i].re, ai = a[i].im, br = b[i].re, bi = b[i].im, m = (ar * ar + ai * ai) * scale;
@@ -55,7 +55,7 @@ template <class T, class W>
 }
 
 template <class T>
-[[gnu::noinline]] bool loopTruncate(const T* a, const T* b, T* __restrict dst, int len) {
+[[gnu::noipa]] bool loopTruncate(const T* a, const T* b, T* __restrict dst, int len) {
   bool met = false;
   for (int i = 0; i < len; ++i) {
     if (a[i] == 0) {
@@ -69,29 +69,29 @@ template <class T>
 }
 
 template <class T>
-[[gnu::noinline]] void loopDivC(const T* a, float factor, T* __restrict dst, int len) {
+[[gnu::noipa]] void loopDivC(const T* a, float factor, T* __restrict dst, int len) {
   for (int i = 0; i < len; ++i) dst[i] = rounded<T>(static_cast<float>(a[i]) * factor);
 }
 
-[[gnu::noinline]] void loopDivCComplex(const Kvr16sc* a, double re, double im, Kvr16sc* __restrict dst,
-                                       int len) {
+[[gnu::noipa]] void loopDivCComplex(const Kvr16sc* a, double re, double im, Kvr16sc* __restrict dst,
+                                    int len) {
   for (int i = 0; i < len; ++i) {
     dst[i] = {rounded<Kvr16s>(a[i].re * re - a[i].im * im), rounded<Kvr16s>(a[i].re * im + a[i].im * re)};
   }
 }
 
 template <class T>
-[[gnu::noinline]] void loopDivFloat(const T* a, const T* b, T* __restrict dst, int len) {
+[[gnu::noipa]] void loopDivFloat(const T* a, const T* b, T* __restrict dst, int len) {
   for (int i = 0; i < len; ++i) dst[i] = b[i] / a[i];
 }
 
 template <class T>
-[[gnu::noinline]] void loopDivScalar(T val, const T* a, T* __restrict dst, int len) {
+[[gnu::noipa]] void loopDivScalar(T val, const T* a, T* __restrict dst, int len) {
   for (int i = 0; i < len; ++i) dst[i] = val / a[i];
 }
 
 template <class C>
-[[gnu::noinline]] void loopDivFloatComplex(const C* a, const C* b, C* __restrict dst, int len) {
+[[gnu::noipa]] void loopDivFloatComplex(const C* a, const C* b, C* __restrict dst, int len) {
   for (int i = 0; i < len; ++i) {
     const auto r = 1 / (a[i].re * a[i].re + a[i].im * a[i].im);
     dst[i] = {(b[i].re * a[i].re + b[i].im * a[i].im) * r, (b[i].im * a[i].re - b[i].re * a[i].im) * r};
@@ -104,6 +104,14 @@ void addInteger(const char* type, int len, F f, W scale) {
   const std::string name = std::string("divide/Div_") + type + "/" + std::to_string(len);
   add(name, "kvrs", [=] { f(a.get(), b.get() + 7, dst.get(), len); });
   add(name, "loop", [=] { loopDiv<T, W>(a.get(), b.get() + 7, dst.get(), len, scale); });
+}
+
+template <class T, class F>
+void addByScalar(const char* type, int len, F f, T val) {
+  const auto a = array<T>(len), dst = array<T>(len);
+  const std::string name = std::string("divide/DivC_") + type + "/" + std::to_string(len);
+  add(name, "kvrs", [=] { f(a.get(), val, dst.get(), len); });
+  add(name, "loop", [=] { loopDivC(a.get(), 1.0f / static_cast<float>(val), dst.get(), len); });
 }
 
 template <class T, class F>
@@ -148,23 +156,17 @@ Register divide([] {
       add("divide/DivC_16sc_Sfs/" + n, "kvrs", [=] { kvrsDivC_16sc_Sfs(c(a), {3, 4}, c(dst), len, 0); });
       add("divide/DivC_16sc_Sfs/" + n, "loop",
           [=] { loopDivCComplex(c(a), 3.0 / 25, -4.0 / 25, c(dst), len); });
-      add("divide/DivC_16s_Sfs/" + n, "kvrs", [=] { kvrsDivC_16s_Sfs(a.get(), 3, dst.get(), len, 0); });
-      add("divide/DivC_16s_Sfs/" + n, "loop", [=] { loopDivC(a.get(), 1.0f / 3, dst.get(), len); });
       add("divide/Div_Round_16s_Sfs_zero/" + n, "kvrs",
           [=] { kvrsDiv_Round_16s_Sfs(a.get(), b.get() + 1, dst.get(), len, kvrRoundZero, 0); });
       add("divide/Div_Round_16s_Sfs_zero/" + n, "loop",
           [=] { loopTruncate(a.get(), b.get() + 1, dst.get(), len); });
     }
-    {
-      const auto a = array<Kvr8u>(len), dst = array<Kvr8u>(len);
-      add("divide/DivC_8u_Sfs/" + n, "kvrs", [=] { kvrsDivC_8u_Sfs(a.get(), 7, dst.get(), len, 0); });
-      add("divide/DivC_8u_Sfs/" + n, "loop", [=] { loopDivC(a.get(), 1.0f / 7, dst.get(), len); });
-    }
-    {
-      const auto a = array<Kvr16u>(len), dst = array<Kvr16u>(len);
-      add("divide/DivC_16u_Sfs/" + n, "kvrs", [=] { kvrsDivC_16u_Sfs(a.get(), 7, dst.get(), len, 0); });
-      add("divide/DivC_16u_Sfs/" + n, "loop", [=] { loopDivC(a.get(), 1.0f / 7, dst.get(), len); });
-    }
+    addByScalar<Kvr8u>(
+        "8u_Sfs", len, [](auto... x) { kvrsDivC_8u_Sfs(x..., 0); }, 7);
+    addByScalar<Kvr16u>(
+        "16u_Sfs", len, [](auto... x) { kvrsDivC_16u_Sfs(x..., 0); }, 7);
+    addByScalar<Kvr16s>(
+        "16s_Sfs", len, [](auto... x) { kvrsDivC_16s_Sfs(x..., 0); }, 3);
     addFloat<Kvr32f>("32f", len, [](auto... x) { kvrsDiv_32f(x...); });
     addFloat<Kvr64f>("64f", len, [](auto... x) { kvrsDiv_64f(x...); });
     addComplex<Kvr32fc, Kvr32f>("32fc", len, [](auto... x) { kvrsDiv_32fc(x...); });

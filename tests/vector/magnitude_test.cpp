@@ -4,6 +4,7 @@
 
 #include "kvrs/polar.h"
 #include "tests/support/ulps.h"
+#include "tests/vector/planes.h"
 #include "tests/vector/quotient.h"
 
 using namespace kvrs::test;
@@ -267,25 +268,12 @@ TEST(Magnitude, Accuracy) {
 }
 
 TEST(Magnitude, PlanesInPlace) {
-  const auto check = [](auto f, auto like) {
-    using T = decltype(like);
-    for (int len : {1, 5, 16, 33, 100, 1000}) {
-      const auto re = randomVector<T>(static_cast<size_t>(len), 3),
-                 im = randomVector<T>(static_cast<size_t>(len), 4);
-      std::vector<T> apart(re.size()), overRe = re, overIm = im;
-      f(re.data(), im.data(), apart.data(), len);
-      f(overRe.data(), im.data(), overRe.data(), len);
-      f(re.data(), overIm.data(), overIm.data(), len);
-      expectSame(apart, overRe, "over srcRe");
-      expectSame(apart, overIm, "over srcIm");
-    }
-  };
-  check(kvrsMagnitude_32f, Kvr32f());
-  check(kvrsMagnitude_64f, Kvr64f());
-  check(kvrsPowerSpectr_32f, Kvr32f());
-  check(kvrsPowerSpectr_64f, Kvr64f());
-  check([](auto... a) { return kvrsMagnitude_16s_Sfs(a..., 2); }, Kvr16s());
-  check([](auto... a) { return kvrsPowerSpectr_16s_Sfs(a..., 9); }, Kvr16s());
+  expectPlanesInPlace(kvrsMagnitude_32f, Kvr32f());
+  expectPlanesInPlace(kvrsMagnitude_64f, Kvr64f());
+  expectPlanesInPlace(kvrsPowerSpectr_32f, Kvr32f());
+  expectPlanesInPlace(kvrsPowerSpectr_64f, Kvr64f());
+  expectPlanesInPlace([](auto... a) { return kvrsMagnitude_16s_Sfs(a..., 2); }, Kvr16s());
+  expectPlanesInPlace([](auto... a) { return kvrsPowerSpectr_16s_Sfs(a..., 9); }, Kvr16s());
 }
 
 // Around the length from which a team works, on several teams, in two rounding modes.

@@ -4,6 +4,7 @@
 #include "kvrs/polar.h"
 #include "tests/support/rounding.h"
 #include "tests/support/ulps.h"
+#include "tests/vector/planes.h"
 #include "tests/vector/quotient.h"
 #include "tests/vector/tied.h"
 
@@ -290,22 +291,9 @@ TEST(Phase, SweepIntegers) {
 }
 
 TEST(Phase, PlanesInPlace) {
-  const auto check = [](auto f, auto like) {
-    using T = decltype(like);
-    for (int len : {1, 5, 16, 33, 100, 1000}) {
-      const auto re = randomVector<T>(static_cast<size_t>(len), 3),
-                 im = randomVector<T>(static_cast<size_t>(len), 4);
-      std::vector<T> apart(re.size()), overRe = re, overIm = im;
-      f(re.data(), im.data(), apart.data(), len);
-      f(overRe.data(), im.data(), overRe.data(), len);
-      f(re.data(), overIm.data(), overIm.data(), len);
-      expectSame(apart, overRe, "over srcRe");
-      expectSame(apart, overIm, "over srcIm");
-    }
-  };
-  check(kvrsPhase_32f, Kvr32f());
-  check(kvrsPhase_64f, Kvr64f());
-  check([](auto... a) { return kvrsPhase_16s_Sfs(a..., -13); }, Kvr16s());
+  expectPlanesInPlace(kvrsPhase_32f, Kvr32f());
+  expectPlanesInPlace(kvrsPhase_64f, Kvr64f());
+  expectPlanesInPlace([](auto... a) { return kvrsPhase_16s_Sfs(a..., -13); }, Kvr16s());
 }
 
 }  // namespace
