@@ -98,13 +98,6 @@ template <size_t N>
 KVRS_INLINE hn::Vec128<float, N> dupOdd(hn::Vec128<float, N> v) {
   return hn::Vec128<float, N>{_mm_movehdup_ps(v.raw)};
 }
-
-// a - b in even lanes, a + b in odd ones.
-template <size_t N>
-KVRS_INLINE hn::Vec128<float, N> subAdd(hn::Vec128<float, N> a, hn::Vec128<float, N> b) {
-  return hn::Vec128<float, N>{_mm_addsub_ps(a.raw, b.raw)};
-}
-
 #if HWY_TARGET <= HWY_AVX2
 KVRS_INLINE hn::Vec256<float> dupEven(hn::Vec256<float> v) {
   return hn::Vec256<float>{_mm256_moveldup_ps(v.raw)};

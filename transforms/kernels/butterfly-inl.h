@@ -75,7 +75,7 @@ KVRS_INLINE Paired<V> mul(Paired<V> a, V factor) {
 // By a number whose parts are spread over its lanes.
 template <class V>
 KVRS_INLINE Paired<V> mul(Paired<V> a, Complex<V> w) {
-  return {subAdd(hn::Mul(a.v, w.re), hn::Mul(exchanged(a).v, w.im))};
+  return {subAddLanes(hn::Mul(a.v, w.re), hn::Mul(exchanged(a).v, w.im))};
 }
 template <class V>
 KVRS_INLINE Paired<V> mul(Paired<V> a, Paired<V> w) {
