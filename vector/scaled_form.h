@@ -74,13 +74,12 @@ KvrStatus vectorVector(const A* a, const B* b, D* dst, int len) {
   return mapSaturated(Op(), dst, static_cast<size_t>(len), a, b);
 }
 
-// Complex vectors part by part, as the real form on twice the length. The length is tested ahead of the
-// pointers, as is usual for the forms that hand on to a real one.
+// Complex vectors as the real form on twice the length. The length is tested ahead of the pointers, as is usual for the
+// forms that hand on to a real one.
 template <class Op, class T>
 KvrStatus partByPart(const T* a, const T* b, T* dst, int len, ScaleBounds bounds, int scaleFactor) {
   KVRS_CHECK(length(len), pointers(a, b, dst));
-  return mapScaled(Op(), bounds, scaleFactor, elements(dst), static_cast<size_t>(len), elements(a),
-                   elements(b));
+  return mapScaled(Op(), bounds, scaleFactor, &dst->re, 2 * static_cast<size_t>(len), &a->re, &b->re);
 }
 
 }  // namespace kvrs
