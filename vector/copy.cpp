@@ -19,11 +19,12 @@ template <class Word>
 template <class Word, class T>
 KvrStatus copyVector(const T* src, T* dst, int len) {
   static_assert(sizeof(Word) == sizeof(T));
+  if (copyMasked<Word>(src, dst, len)) return kvrStatusOk;
   KVRS_CHECK(pointers(src, dst), length(len));
   const auto from = reinterpret_cast<const Word*>(src);
   const auto to = reinterpret_cast<Word*>(dst);
   const size_t n = static_cast<size_t>(len);
-  if (n <= kShortBytes / sizeof(Word)) {
+  if (__builtin_expect(n <= kShortBytes / sizeof(Word), true)) {
     copyShort(reinterpret_cast<const Kvr8u*>(src), reinterpret_cast<Kvr8u*>(dst), n * sizeof(Word));
     return kvrStatusOk;
   }

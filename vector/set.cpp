@@ -9,7 +9,6 @@
 
 #include "frame/check.h"
 #include "kvrs/fill.h"
-#include "vector/copy.h"
 #include "vector/fill.h"
 
 namespace kvrs {
@@ -19,10 +18,11 @@ namespace {
 template <class Word, class T>
 KvrStatus setVector(Word val, T* dst, int len) {
   static_assert(sizeof(Word) == sizeof(T));
+  if (fillMasked<Word>(Fill<Word>{val}, dst, len)) return kvrStatusOk;
   KVRS_CHECK(pointers(dst), length(len));
   const size_t n = static_cast<size_t>(len);
   if constexpr (sizeof(Word) == 1) {
-    if (n >= kLibraryBytes) {
+    if (__builtin_expect(n >= kLibraryFill, false)) {
       memset(dst, val, n);
       return kvrStatusOk;
     }

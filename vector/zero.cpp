@@ -4,7 +4,6 @@
 
 #include "frame/check.h"
 #include "kvrs/fill.h"
-#include "vector/copy.h"
 #include "vector/fill.h"
 
 namespace kvrs {
@@ -21,10 +20,11 @@ template <class Word>
 template <class Word, class T>
 KvrStatus zeroVector(T* dst, int len) {
   static_assert(sizeof(Word) == sizeof(T));
+  if (fillMasked<Word>(FillZero(), dst, len)) return kvrStatusOk;
   KVRS_CHECK(pointers(dst), length(len));
   const auto to = reinterpret_cast<Word*>(dst);
   const size_t n = static_cast<size_t>(len);
-  if (n >= kLibraryBytes / sizeof(Word)) return zeroLong(to, n);
+  if (__builtin_expect(n >= kLibraryFill / sizeof(Word), false)) return zeroLong(to, n);
   return fillElements(FillZero(), to, n);
 }
 
