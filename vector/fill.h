@@ -38,7 +38,7 @@ struct FillZero {
 template <class V>
 KVRS_INLINE V inHighRegister(V v) {
   if constexpr (kVectorRegisters > 16) {
-    register auto high asm("xmm16") = v.raw;
+    register auto high asm("zmm16") = v.raw;
     asm("" : "+v"(high));
     return V{high};
   }
