@@ -1,6 +1,5 @@
 // Division of floats and of complex floats.
 // SPDX-License-Identifier: MIT
-#include <bit>
 #include <limits>
 
 #include "frame/check.h"
@@ -33,10 +32,14 @@ struct Quotient {
   static constexpr int kTurn = 4;
 
   // The divisor is neither zero nor NaN: -|divisor| < 0, which takes fewer operations than 0 < |divisor| where
-  // the comparison overwrites its first operand.
+  // the comparison overwrites its first operand. The sign is made in a register, since position-independent code
+  // has to find its own address first to load it in a 32-bit process.
   template <class D, class V>
   static KVRS_INLINE auto isUsual(D d, V divisor, V) {
-    return hn::Lt(hn::Or(divisor, hn::SignBit(d)), hn::Zero(d));
+    const hn::RebindToSigned<D> di;
+    const auto ones = inRegister(hn::Set(di, -1));
+    const auto sign = hn::BitCast(d, hn::ShiftLeft<8 * sizeof(hn::TFromD<D>) - 1>(ones));
+    return hn::Lt(hn::Or(divisor, sign), hn::Zero(d));
   }
 
   template <class D, class V>
@@ -135,13 +138,14 @@ KVRS_INLINE M allOf(M mask, Rest... rest) {
 }
 
 // dst[i] = op(src[i]...) up to a turn with an unusual divisor; how many elements these are, at most `len`. The last
-// turn's blocks may lie over each other, but not over those before it.
+// turn's blocks may lie over each other, but not over those before it. All pointers move: s8 has registers for them and
+// for what is left, but not for an index and a bound as well.
 template <class D, class Op, class... S>
-KVRS_INLINE ptrdiff_t divideUsual(const Op& op, D* dst, ptrdiff_t len, const S*... src) {
-  constexpr ptrdiff_t N = loop_detail::kBlock<D, S...>;
+KVRS_INLINE ptrdiff_t divideUsual(const Op& op, D* dst, const ptrdiff_t len, const S*... src) {
+  constexpr ptrdiff_t N = loop_detail::kBlock<D, S...>, kTurn = Op::kTurn;
   const ElementLanes<D, N> d;
-  const auto with = [&](auto use, ptrdiff_t i)
-                        KVRS_UNROLLED { return use(Element<S>::load(ElementLanes<S, N>(), src + i)...); };
+  const auto with = [&](auto use, ptrdiff_t at)
+                        KVRS_UNROLLED { return use(Element<S>::load(ElementLanes<S, N>(), src + at)...); };
   const auto isUsual = [&](auto... v) KVRS_UNROLLED { return op.isUsual(d, v...); };
   const auto quotient = [&](auto... v) KVRS_UNROLLED { return op.quick(d, v...); };
   const auto turn = [&](auto... at) KVRS_UNROLLED {
@@ -150,21 +154,22 @@ KVRS_INLINE ptrdiff_t divideUsual(const Op& op, D* dst, ptrdiff_t len, const S*.
     store(with(quotient, at)...);
     return true;
   };
-  ptrdiff_t i = 0;
-  if (len < N) return 0;
-  if constexpr (Op::kTurn == 4) {
-    for (; len - i >= 5 * N; i += 4 * N) {
-      loop_detail::keepIndex(i);
-      if (!turn(i, i + N, i + 2 * N, i + 3 * N)) return i;
-    }
+  ptrdiff_t left = len;
+  const auto advance = [&](ptrdiff_t by) KVRS_UNROLLED {
+    ((src += by), ...);
+    dst += by;
+    left -= by;
+  };
+  if (left < N) return 0;
+  if constexpr (kTurn == 4) {
+    for (; left >= 5 * N; advance(4 * N))
+      if (!turn(Index<0>(), Index<N>(), Index<2 * N>(), Index<3 * N>())) return len - left;
   }
-  for (; len - i > (Op::kTurn == 4 ? 4 : 2) * N; i += N) {
-    loop_detail::keepIndex(i);
-    if (!turn(i)) return i;
-  }
-  const ptrdiff_t end = len - N;
-  if (Op::kTurn == 4 && len - i > 2 * N) return turn(i, i + N, end - N, end) ? len : i;
-  return turn(i, end) ? len : i;
+  for (; left > (kTurn == 4 ? 4 : 2) * N; advance(N))
+    if (!turn(Index<0>())) return len - left;
+  if (kTurn == 4 && left > 2 * N)
+    return turn(Index<0>(), Index<N>(), left - 2 * N, left - N) ? len : len - left;
+  return turn(Index<0>(), left - N) ? len : len - left;
 }
 
 // For elements the next of which are unusual: takes so many of these the long way before it tries again.
