@@ -30,7 +30,7 @@ KVRS_INLINE auto widened(D d, V v) {
                                      hn::BitCast(dw, hn::InterleaveUpper(d, v, zero))};
 }
 
-// The other way: signed lanes saturated to lanes of D.
+// The other way: signed lanes saturated to lanes of D; to 16u from -2^31 + 2^15 on.
 template <class D, class V>
 KVRS_INLINE hn::Vec<D> narrowed(D d, Both<V> v) {
   using T = hn::TFromD<D>;
