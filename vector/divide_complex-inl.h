@@ -72,26 +72,6 @@ class ComplexZeroQuotient {
   bool met_ = false;
 };
 
-// b * inverse: a product for every element in place of two divisions. Its rounding errors may turn a tie.
-class ComplexProduct {
- public:
-  ComplexProduct(double re, double im) : re_(re), im_(im) {}
-
-  template <class D, class V>
-  KVRS_INLINE Complex<hn::Vec<D>> operator()(D d, Complex<V> b) const {
-    const hn::Rebind<double, D> dw;
-    const auto br = widen<double>(b.re), bi = widen<double>(b.im);
-    const auto vr = hn::Set(dw, re_), vi = hn::Set(dw, im_);
-    return {roundTo<QuotientRounding::byMode>(d, hn::Sub(hn::Mul(br, vr), hn::Mul(bi, vi))),
-            roundTo<QuotientRounding::byMode>(d, hn::Add(hn::Mul(br, vi), hn::Mul(bi, vr)))};
-  }
-
-  bool metZeroDivisor() const { return false; }
-
- private:
-  double re_, im_;
-};
-
 }  // namespace kvrs
 
 #endif

@@ -1,55 +1,165 @@
 // Integer division by a scalar and of a scalar.
 // SPDX-License-Identifier: MIT
+#include <bit>
+#include <type_traits>
+
+#include "frame/loop.h"
+#include "frame/pack.h"
+#include "frame/to_integer.h"
+#include "frame/unroll.h"
+#include "frame/widen.h"
 #include "kvrs/divide.h"
 #include "vector/divide_complex-inl.h"
 #include "vector/divide_integer-inl.h"
+#include "vector/stand_in.h"
 
 namespace kvrs {
 namespace {
 
-constexpr Division kC8u{-15, 8, 4096};
+constexpr Division kC8u{-15, 8, kNeverThreaded};
 constexpr Division kC16u{-31, 16, kNeverThreaded};
-constexpr Division kC16s{-30, 15, 4096};
+constexpr Division kC16s{-30, 15, kNeverThreaded};
 constexpr Division kC16sc{-16, 64, 1024};  // nothing is left long before 64
 constexpr Division kCRev16u{-31, 16, 2048};
 
+// Full vectors of narrow integers by way of `op` on 32-bit ones, which signed 16-bit elements are the upper halves of.
+// Shorter vectors are part of a block.
+template <class Op>
+struct Widened {
+  template <class D, class V>
+  KVRS_INLINE hn::Vec<D> operator()(D d, V v) const {
+    return inWholeBlocks([this](auto whole, auto x) KVRS_UNROLLED { return map(whole, x); }, d, v);
+  }
+
+  template <class D, class V>
+  KVRS_INLINE hn::Vec<D> map(D d, V v) const {
+    using T = hn::TFromD<D>;
+    if constexpr (sizeof(T) == 1) {
+      const hn::RepartitionToWide<D> du;
+      const hn::RebindToSigned<decltype(du)> di;
+      const auto wide = widened(d, v);
+      const auto half = [&](auto x)
+                            KVRS_UNROLLED { return narrowed(di, both(widened(du, hn::BitCast(du, x)))); };
+      return narrowed(d, Both{half(wide.first), half(wide.second)});
+    } else if constexpr (std::is_signed_v<T>) {
+      return narrowed(d, both(widenedUp(d, v)));
+    } else {
+      return narrowed(d, both(widened(d, v)));
+    }
+  }
+
+  template <class V>
+  KVRS_INLINE Both<V> both(Both<V> v) const {
+    return {op(v.first), op(v.second)};
+  }
+
+  Op op;
+};
+
+// 32-bit integers by way of op(d, v) on floats.
+template <class V, class Op>
+KVRS_INLINE V byFloats(V v, const Op& op) {
+  const hn::RebindToFloat<hn::DFromV<V>> df;
+  return nearestInt32(hn::DFromV<V>(), op(df, hn::ConvertTo(df, v)));
+}
+
+// On doubles.
+template <class V, class Op>
+KVRS_INLINE V byDoubles(V v, const Op& op) {
+  const hn::DFromV<V> di;
+  const hn::Half<decltype(di)> half;
+  const hn::Rebind<double, decltype(half)> dd;
+  const auto map = [&](auto x) KVRS_UNROLLED { return nearestInt32(half, op(dd, hn::PromoteTo(dd, x))); };
+  return hn::Combine(di, map(hn::UpperHalf(half, v)), map(hn::LowerHalf(half, v)));
+}
+
+// n / (divisor * 2^exponent) of integers below 2^16, as n * high + n * low: high has 8 bits, so that n * high is exact,
+// and low holds the reciprocal's others up to 2^-29 of it. The sum is rounded once, or within 2^-28 of that: a tie,
+// which has room to spare in single precision, comes out as it is, and nothing else becomes one
+// (divide_integer-inl.h).
+class TimesReciprocal {
+ public:
+  TimesReciprocal(float divisor, int exponent) {
+    const float reciprocal = 1 / divisor, scale = std::bit_cast<float>((127 - exponent) << 23);
+    const float high = std::bit_cast<float>(std::bit_cast<uint32_t>(reciprocal) & 0xFFFF0000u);
+    high_ = high * scale;
+    low_ = (1 - high * divisor) * (reciprocal * scale);
+  }
+
+  template <class V>
+  KVRS_INLINE V operator()(V v) const {
+    return byFloats(v, [this](auto d, auto n) KVRS_UNROLLED {
+      return hn::MulAdd(n, hn::Set(d, high_), hn::Mul(n, hn::Set(d, low_)));
+    });
+  }
+
+ private:
+  float high_, low_;
+};
+
+// Scaled up too far for single precision.
+[[gnu::noinline]] KvrStatus divideWide(const Division& rule, const Kvr16u* src, Kvr16u val, Kvr16u* dst,
+                                       int len, int scaleFactor) {
+  const Quotient<double, QuotientRounding::byMode> op(
+      powerOfTwo(scaleFactor < rule.signBelow ? -64 : scaleFactor));
+  return divideVectors<double>(rule, WithDivisor(op, val), dst, len, src);
+}
+
 // The exact quotient, rounded to nearest.
 template <class T>
-KvrStatus divideByScalar(const Division& rule, const T* src, T val, T* dst, int len, int scaleFactor) {
+KVRS_INLINE KvrStatus divideByScalar(const Division& rule, const T* src, T val, T* dst, int len,
+                                     int scaleFactor) {
   KVRS_CHECK(pointers(src, dst), length(len), divisor(val == 0));
+  if (scaleFactor > rule.zeroAbove) return zeroInstead(dst, len);
   const VectorRoundingScope nearest(Rounding::nearest);
-  const auto byVal = [val](auto op) { return WithDivisor(op, val); };
-  return divideIntegers<QuotientRounding::byMode>(rule, scaleFactor, byVal, dst, len, src);
+  const int exponent = scaleFactor < rule.signBelow ? rule.signBelow - 1 : scaleFactor;
+  if constexpr (sizeof(T) == 2) {
+    if (scaleFactor < kSingleFrom) return divideWide(rule, src, val, dst, len, scaleFactor);
+  }
+  const Widened<TimesReciprocal> op{{static_cast<float>(val), exponent}};
+  return mapElements(op, dst, static_cast<size_t>(len), src);
 }
 
 // The element times a factor: one rounding more than a quotient, and no division for each element.
-class Product16s {
- public:
-  explicit Product16s(float factor) : factor_(factor) {}
-
-  template <class D, class V>
-  KVRS_INLINE hn::Vec<D> operator()(D d, V v) const {
-    const hn::Rebind<float, D> dw;
-    return roundTo<QuotientRounding::byMode>(d, hn::Mul(widen<float>(v), hn::Set(dw, factor_)));
+struct Product {
+  template <class V>
+  KVRS_INLINE V operator()(V v) const {
+    return byFloats(v, [this](auto d, auto x) KVRS_UNROLLED { return hn::Mul(x, hn::Set(d, factor)); });
   }
 
-  bool metZeroDivisor() const { return false; }
-
- private:
-  float factor_;
+  float factor;
 };
 
 KvrStatus divideByScalar(const Kvr16s* src, Kvr16s val, Kvr16s* dst, int len, int scaleFactor) {
   KVRS_CHECK(pointers(src, dst), length(len), divisor(val == 0));
-  if (scaleFactor > kC16s.zeroAbove) {
-    memset(dst, 0, static_cast<size_t>(len) * sizeof *dst);
-    return kvrStatusOk;
-  }
-  // One below the bound every product but 0 saturates.
-  const int exponent = scaleFactor < kC16s.signBelow ? kC16s.signBelow - 1 : scaleFactor;
+  if (scaleFactor > kC16s.zeroAbove) return zeroInstead(dst, len);
+  const int exponent = scaleFactor < kC16s.signBelow ? kC16s.signBelow : scaleFactor;
   const float factor = static_cast<float>(powerOfTwo(-exponent)) / static_cast<float>(val);
-  return divideVectors<float>(kC16s, Product16s(factor), dst, len, src);
+  // By larger factors all but 0 saturates, and their products would not fit into 32-bit integers. 2^-16, as the
+  // elements come as the upper halves of these.
+  const float bounded = factor > 65535 ? 65535 : factor < -65535 ? -65535 : factor;
+  return mapElements(Widened<Product>{{bounded * 0x1p-16f}}, dst, static_cast<size_t>(len), src);
 }
+
+// Pairs times an inverse: a product for every element in place of two divisions. Its rounding errors may turn a tie.
+class ComplexProduct {
+ public:
+  ComplexProduct(double re, double im) : re_(re * 0x1p-16), im_(im * 0x1p-16) {}
+
+  template <class V>
+  KVRS_INLINE V operator()(V v) const {
+    return byDoubles(v, [this](auto d, auto x) KVRS_UNROLLED {
+      // re * re_ - im * im_ and im * re_ + re * im_
+      const auto im = hn::OddEven(hn::Set(d, im_), hn::Set(d, -im_));
+      const auto product = hn::Add(hn::Mul(x, hn::Set(d, re_)), hn::Mul(hn::Shuffle01(x), im));
+      // What is too low for 32 bits becomes their lowest value of itself.
+      return hn::Min(product, hn::Set(d, 2147483647.0));
+    });
+  }
+
+ private:
+  double re_, im_;
+};
 
 KvrStatus divideByScalar(const Kvr16sc* src, Kvr16sc val, Kvr16sc* dst, int len, int scaleFactor) {
   KVRS_CHECK(pointers(src, dst), length(len), divisor(val.re == 0 && val.im == 0));
@@ -62,8 +172,8 @@ KvrStatus divideByScalar(const Kvr16sc* src, Kvr16sc val, Kvr16sc* dst, int len,
   const double scale = powerOfTwo(-(scaleFactor > kC16sc.zeroAbove ? kC16sc.zeroAbove : scaleFactor));
   const double re = val.re, im = val.im;
   const double square = re * re + im * im;
-  const ComplexProduct op(re / square * scale, -im / square * scale);
-  return divideVectors<double>(kC16sc, op, dst, len, src);
+  const Widened<ComplexProduct> op{{re / square * scale, -im / square * scale}};
+  return mapElements(op, asPairs<Kvr16s>(dst), static_cast<size_t>(len), asPairs<Kvr16s>(src));
 }
 
 KvrStatus divideScalar(Kvr16u val, const Kvr16u* src, Kvr16u* dst, int len) {

@@ -59,7 +59,8 @@ KVRS_BEGIN_DECLS
  * | 16sc            | (0, 0) | (0, 0)              | (0, 0)              |
  *
  * `dst` may be one of the sources; otherwise they do not overlap. Long vectors are shared among threads where
- * the core library allows more than one (DivC 16u and Div 16u are not); that changes no result.
+ * the core library allows more than one (Div 16u is not, and of DivC only 16sc is, where its scale factor is below
+ * -16); that changes no result.
  *
  * Warning: ::kvrStatusDivByZeroWarn when an element of the divisor was zero.
  *

@@ -142,6 +142,33 @@ void checkDiv(Two<T> f, TwoI<T> inPlace, int threadedFrom) {
   }
 }
 
+// Vectors with two divisors that need a rule of their own, at every place: what lies before and between them is
+// divided the short way.
+template <class T>
+void checkFewUnusual(Two<T> f, TwoI<T> inPlace) {
+  const T unusual[] = {0, std::numeric_limits<T>::quiet_NaN(), -T{0}};
+  for (int len : {5, 37, 83, 700}) {
+    const size_t n = static_cast<size_t>(len);
+    const auto usual = drawVector<T>(n, n, false), b = drawVector<T>(n, n + 1, true);
+    for (size_t i = 0; i < n; ++i) {
+      auto a = usual;
+      a[i] = unusual[i % 3];
+      a[(i + 310) % n] = unusual[i % 2];
+      std::vector<T> got(n), inside = b;
+      ASSERT_EQ(kvrStatusDivByZeroWarn, f(a.data(), b.data(), got.data(), len));
+      ASSERT_EQ(kvrStatusDivByZeroWarn, inPlace(a.data(), inside.data(), len));
+      expectQuotients(a, b, got);
+      expectQuotients(a, b, inside);
+      if (testing::Test::HasFatalFailure()) return;
+    }
+  }
+}
+
+TEST(DivideFloat, FewUnusualDivisors) {
+  checkFewUnusual(kvrsDiv_32f, kvrsDiv_32f_I);
+  checkFewUnusual(kvrsDiv_64f, kvrsDiv_64f_I);
+}
+
 TEST(DivideFloat, Div32f) {
   checkDiv(kvrsDiv_32f, kvrsDiv_32f_I, threadedLength(4096));
 }
@@ -223,6 +250,41 @@ std::vector<C> drawComplex(size_t n, uint64_t seed, bool special) {
 }
 
 template <class C>
+void expectComplexQuotients(const std::vector<C>& a, const std::vector<C>& b, const std::vector<C>& got) {
+  for (size_t i = 0; i < a.size(); ++i) {
+    const auto want = complexQuotient(a[i], b[i]);
+    ASSERT_TRUE(matches(want.re, got[i].re) && matches(want.im, got[i].im))
+        << show(b[i]) << " / " << show(a[i]) << ": got " << show(got[i]);
+  }
+}
+
+// Of two places one holds a zero and one a NaN, which is no reason to warn.
+template <class C>
+void checkFewUnusualComplex(Two<C> f, TwoI<C> inPlace) {
+  for (int len : {5, 37, 500}) {
+    const size_t n = static_cast<size_t>(len);
+    const auto usual = drawComplex<C>(n, n, false), b = drawComplex<C>(n, n + 1, true);
+    for (size_t i = 0; i < n; ++i) {
+      auto a = usual;
+      a[(i + 310) % n].im = std::numeric_limits<Part<C>>::quiet_NaN();
+      if (i % 4 != 0) a[i] = {0, 0};
+      const KvrStatus want = i % 4 != 0 ? kvrStatusDivByZeroWarn : kvrStatusOk;
+      std::vector<C> got(n), inside = b;
+      ASSERT_EQ(want, f(a.data(), b.data(), got.data(), len));
+      ASSERT_EQ(want, inPlace(a.data(), inside.data(), len));
+      expectComplexQuotients(a, b, got);
+      expectComplexQuotients(a, b, inside);
+      if (testing::Test::HasFatalFailure()) return;
+    }
+  }
+}
+
+TEST(DivideFloat, FewUnusualComplexDivisors) {
+  checkFewUnusualComplex(kvrsDiv_32fc, kvrsDiv_32fc_I);
+  checkFewUnusualComplex(kvrsDiv_64fc, kvrsDiv_64fc_I);
+}
+
+template <class C>
 void checkComplex(Two<C> f, TwoI<C> inPlace, int threadedFrom) {
   const auto same = [](C x, C y) { return sameBits(x, y); };
   const auto drawOne = [](Random& random, size_t, auto) {
@@ -248,12 +310,9 @@ void checkComplex(Two<C> f, TwoI<C> inPlace, int threadedFrom) {
     std::vector<C> got(n), inside = b;
     ASSERT_EQ(status, f(a.data(), b.data(), got.data(), len));
     ASSERT_EQ(status, inPlace(a.data(), inside.data(), len));
-    for (size_t i = 0; i < n; ++i) {
-      const auto want = complexQuotient(a[i], b[i]);
-      ASSERT_TRUE(matches(want.re, got[i].re) && matches(want.im, got[i].im))
-          << show(b[i]) << " / " << show(a[i]) << ": got " << show(got[i]);
-      ASSERT_TRUE(matches(want.re, inside[i].re) && matches(want.im, inside[i].im)) << "in place";
-    }
+    expectComplexQuotients(a, b, got);
+    expectComplexQuotients(a, b, inside);
+    if (testing::Test::HasFatalFailure()) return;
   }
   for (int len : {threadedFrom - 1, threadedFrom, threadedFrom + 7}) {
     const size_t n = static_cast<size_t>(len);

@@ -131,6 +131,22 @@ void checkAllElements(DivC<T> f) {
   }
 }
 
+// Of many divisors every dividend whose quotient is a tie, and its neighbours.
+TEST(DivideScalar, DivC16uTies) {
+  for (int s : {-31, -6, -5, -1, 0, 1, 5}) {
+    for (uint64_t val = 1; val < 65536; val += 1 + val / 5) {
+      std::vector<Kvr16u> src;
+      const uint64_t d = s > 0 ? val << s : val;
+      for (uint64_t n = 1; n < 65535; ++n) {
+        const uint64_t twice = (s < 0 ? n << -s : n) * 2;
+        if (twice % (2 * d) != d) continue;
+        for (uint64_t x : {n - 1, n, n + 1}) src.push_back(static_cast<Kvr16u>(x));
+      }
+      if (!src.empty()) checkVector(kvrsDivC_16u_Sfs, src, static_cast<Kvr16u>(val), s, kModes[0]);
+    }
+  }
+}
+
 TEST(DivideScalar, DivC16uAllElements) {
   checkAllElements(kvrsDivC_16u_Sfs);
 }
