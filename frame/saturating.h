@@ -6,6 +6,7 @@
 #include <limits>
 #include <type_traits>
 
+#include "frame/shift.h"
 #include "frame/simd.h"
 #include "frame/widen.h"
 
@@ -60,12 +61,27 @@ KVRS_INLINE V saturatedSub(Dt d, V a, V b) {
   }
 }
 
-// v * 2^n, for n below the lanes' width.
+// v * 2^n, for n up to the lanes' width, by which every number but 0 leaves the range.
 template <class Dt, class V = hn::Vec<Dt>>
 KVRS_INLINE V saturatedShiftLeft(Dt d, V v, int n) {
-  const V shifted = hn::ShiftLeftSame(v, n);
-  const auto fits = hn::Eq(hn::ShiftRightSame(shifted, n), v);
+  const V shifted = shiftLeftBy(d, v, n);
+  const auto fits = hn::Eq(shiftRightBy(d, shifted, n), v);
   return hn::IfThenElse(fits, shifted, extremeOfSign(d, v));
+}
+
+// Two vectors saturated to lanes of half the width, those of `first` and then those of `second`.
+template <class Dh, class V>
+KVRS_INLINE hn::Vec<Dh> saturatedToHalf(Dh d, V first, V second) {
+  const auto blocks = hn::ReorderDemote2To(d, first, second);  // half a block from each in turn
+  if constexpr (sizeof(blocks.raw) == 64) {
+    alignas(64) static constexpr int64_t kOrder[8] = {0, 2, 4, 6, 1, 3, 5, 7};
+    const auto order = hn::Load(hn::Repartition<int64_t, Dh>(), kOrder);
+    return {_mm512_permutexvar_epi64(order.raw, blocks.raw)};
+  } else if constexpr (sizeof(blocks.raw) == 32) {
+    return {_mm256_permute4x64_epi64(blocks.raw, 0xD8)};  // 0, 2, 1, 3
+  } else {
+    return blocks;
+  }
 }
 
 // 64-bit lanes saturated to 32 bits: `even` in lanes 2i, `odd` in lanes 2i+1.

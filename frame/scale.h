@@ -8,6 +8,7 @@
 #include <cstdint>
 
 #include "frame/saturate.h"
+#include "frame/shift.h"
 #include "frame/simd.h"
 
 namespace kvrs {
@@ -86,9 +87,9 @@ class VectorShiftRightEven {
     const V one = hn::Set(d, T{1}), biased = hn::Add(r, hn::Set(d, bias_));
     if constexpr (kMaskRegisters) {
       const auto odd = hn::TestBit(r, hn::Set(d, static_cast<T>(uint64_t{1} << shift_)));
-      return hn::ShiftRightSame(hn::IfThenElse(odd, hn::Add(biased, one), biased), shift_);
+      return shiftRightBy(d, hn::IfThenElse(odd, hn::Add(biased, one), biased), shift_);
     } else {
-      return hn::ShiftRightSame(hn::Add(biased, hn::And(hn::ShiftRightSame(r, shift_), one)), shift_);
+      return shiftRightBy(d, hn::Add(biased, hn::And(shiftRightBy(d, r, shift_), one)), shift_);
     }
   }
 

@@ -6,14 +6,15 @@
 //
 //   scale factor 0   saturate
 //   negative         saturate, then shift left and saturate again: the same value, and nothing overflows
-//   very negative    saturate, then keep the sign alone
 //   1, and more      shift right with rounding, then saturate
 //
 // SPDX-License-Identifier: MIT
 #ifndef KVRS_FRAME_SCALED_H
 #define KVRS_FRAME_SCALED_H
 
+#include <limits>
 #include <type_traits>
+#include <utility>
 
 #include "frame/loop.h"
 #include "frame/saturating.h"
@@ -81,13 +82,13 @@ template <class Dt, class V, class Sticky>
 KVRS_INLINE V shiftRightEven(Dt d, V v, [[maybe_unused]] Sticky sticky, int k) {
   using T = hn::TFromD<Dt>;
   const V one = hn::Set(d, T{1});
-  const V floor = hn::ShiftRightSame(v, k);
+  const V floor = shiftRightBy(d, v, k);
   V up = floor;
   if constexpr (!std::is_same_v<Sticky, Nothing>) up = hn::Or(sticky, floor);
   if constexpr (std::is_unsigned_v<T> && sizeof(T) <= 2) {
     const V lowered = hn::SaturatedSub(v, hn::AndNot(up, one));
     const V bias = hn::Set(d, static_cast<T>((1u << (k - 1)) - 1));
-    return hn::ShiftRightSame(hn::AverageRound(lowered, bias), k - 1);
+    return shiftRightBy(d, hn::AverageRound(lowered, bias), k - 1);
   } else if constexpr (std::is_same_v<T, int16_t>) {
     const V lowered = hn::SaturatedSub(v, hn::AndNot(up, one));
     return hn::MulFixedPoint15(lowered, hn::Set(d, static_cast<T>(1 << (15 - k))));
@@ -200,7 +201,7 @@ KVRS_INLINE hn::Vec<Dt> saturated(Dt d, EvenOdd<V> r) {
   }
 }
 
-// r / 2^n rounded to even, then saturated; n is at least 1.
+// r / 2^n rounded to even, then saturated; n is at least 1, and at least 2 for a sum or difference.
 template <class Dt>
 KVRS_INLINE hn::Vec<Dt> rounded(Dt d, hn::Vec<Dt> r, int n) {
   return shiftRightEven(d, r, n);
@@ -227,14 +228,14 @@ KVRS_INLINE V loweredLow(Dt d, HighLow<V> r, int n) {
     const auto odd = hn::TestBit(low, hn::Set(du, static_cast<uint16_t>(1u << n)));
     return hn::BitCast(d, hn::IfThenElse(odd, low, hn::SaturatedSub(low, one)));
   } else {
-    return hn::BitCast(d, hn::SaturatedSub(low, hn::AndNot(hn::ShiftRightSame(low, n), one)));
+    return hn::BitCast(d, hn::SaturatedSub(low, hn::AndNot(shiftRightBy(du, low, n), one)));
   }
 }
 template <class Dt, class V>
 KVRS_INLINE auto roundedInterleaved(Dt d, HighLow<V> r, int n) {
   const hn::RepartitionToWide<Dt> dw;
   const auto halfUp = [&](auto v) {
-    return hn::ShiftRightSame(hn::Add(v, hn::Set(dw, int32_t{1} << (n - 1))), n);
+    return shiftRightBy(dw, hn::Add(v, hn::Set(dw, int32_t{1} << (n - 1))), n);
   };
   const auto v = interleaved(d, HighLow<V>{r.high, loweredLow(d, r, n)});
   return Interleaved<hn::Vec<decltype(dw)>>{halfUp(v.lower), halfUp(v.upper)};
@@ -247,12 +248,17 @@ KVRS_INLINE V rounded(Dt d, HighLow<V> r, int n) {
   } else {
     const V low = loweredLow(d, r, n);
     // The quotient's bits come from both lanes; it has more than 16 where high is 2^n or more.
-    const V high = hn::ShiftLeftSame(r.high, 16 - n);
+    const V high = shiftLeftBy(d, r.high, 16 - n);
     const V bias = hn::Set(d, static_cast<T>((1u << (n - 1)) - 1));
-    const V rounded = hn::ShiftRightSame(hn::AverageRound(low, bias), n - 1);
-    const V excess = hn::SaturatedSub(r.high, hn::Set(d, static_cast<T>((1u << n) - 1)));
-    return hn::IfThenElse(hn::Eq(excess, hn::Zero(d)), hn::SaturatedAdd(high, rounded),
-                          extremeOfSign(d, low));
+    const V rounded = shiftRightBy(d, hn::AverageRound(low, bias), n - 1);
+    if constexpr (kMaskRegisters) {
+      const auto exceeds = hn::Gt(r.high, hn::Set(d, static_cast<T>((1u << n) - 1)));
+      return hn::IfThenElse(exceeds, extremeOfSign(d, low), hn::SaturatedAdd(high, rounded));
+    } else {
+      const V excess = hn::SaturatedSub(r.high, hn::Set(d, static_cast<T>((1u << n) - 1)));
+      return hn::IfThenElse(hn::Eq(excess, hn::Zero(d)), hn::SaturatedAdd(high, rounded),
+                            extremeOfSign(d, low));
+    }
   }
 }
 template <class Dt, class V>
@@ -275,11 +281,8 @@ KVRS_INLINE V rounded(Dt d, Difference<V> r, int n) {
   return rounded(d, halves(d, r), n);
 }
 
-// The same for n = 1. A tie goes up where floor(r / 2) is odd; only a difference then leaves its lane, by one.
-template <class Dt, class Exact>
-KVRS_INLINE auto halved(Dt d, Exact r) {
-  return rounded(d, r, 1);
-}
+// The same for n = 1, of a sum or difference. A tie goes up where floor(r / 2) is odd; only a difference then leaves
+// its lane, by one: from the highest number to the lowest one.
 template <class Dt, class V>
 KVRS_INLINE V halved(Dt d, Sum<V> r) {
   const auto h = halves(d, r);
@@ -287,11 +290,23 @@ KVRS_INLINE V halved(Dt d, Sum<V> r) {
 }
 template <class Dt, class V>
 KVRS_INLINE V halved(Dt d, Difference<V> r) {
+  using T = hn::TFromD<Dt>;
   const auto h = halves(d, r);
-  return saturatedAdd(d, h.half, hn::And(hn::And(h.half, h.rest), hn::Set(d, hn::TFromD<Dt>{1})));
+  const V up = hn::And(hn::And(h.half, h.rest), hn::Set(d, T{1}));
+  if constexpr (sizeof(T) <= 2) {
+    return hn::SaturatedAdd(h.half, up);
+  } else {
+    const auto highest = hn::Eq(h.half, hn::Set(d, std::numeric_limits<T>::max()));
+    if constexpr (kMaskRegisters) {
+      return hn::IfThenElse(highest, h.half, hn::Add(h.half, up));
+    } else {
+      return hn::Add(h.half, hn::AndNot(hn::VecFromMask(d, highest), up));
+    }
+  }
 }
 
-// The kernels, each a stage behind the exact result.
+// The kernels, each a stage behind the exact result. Shifts are as wide as a register, for the reason told at Scalar in
+// vector/scaled_form.h.
 struct Saturated {
   template <class Dt, class Exact>
   KVRS_INLINE auto operator()(Dt d, Exact r) const {
@@ -299,16 +314,10 @@ struct Saturated {
   }
 };
 struct ShiftedLeft {
-  int n;
+  ptrdiff_t n;
   template <class Dt, class Exact>
   KVRS_INLINE auto operator()(Dt d, Exact r) const {
-    return saturatedShiftLeft(d, saturated(d, r), n);
-  }
-};
-struct BySign {
-  template <class Dt, class Exact>
-  KVRS_INLINE auto operator()(Dt d, Exact r) const {
-    return saturatedBySign(d, saturated(d, r));
+    return saturatedShiftLeft(d, saturated(d, r), static_cast<int>(n));
   }
 };
 struct Halved {
@@ -318,17 +327,17 @@ struct Halved {
   }
 };
 struct ShiftedRight {
-  int n;
+  ptrdiff_t n;
   template <class Dt, class Exact>
   KVRS_INLINE auto operator()(Dt d, Exact r) const {
-    return rounded(d, r, n);
+    return rounded(d, r, static_cast<int>(n));
   }
 };
 
 template <class Exact, class Stage>
 struct Kernel {
-  Exact exact;
-  Stage stage;
+  [[no_unique_address]] Exact exact;
+  [[no_unique_address]] Stage stage;
 
   template <class Dt, class... V>
   KVRS_INLINE hn::Vec<Dt> operator()(Dt d, V... v) const {
@@ -340,6 +349,20 @@ template <class Stage, class Exact, class D, class... S>
 KVRS_INLINE KvrStatus map(const Exact& exact, const Stage& stage, D* dst, size_t len, const S*... src) {
   return mapElements(Kernel<Exact, Stage>{exact, stage}, dst, len, src...);
 }
+
+// Whether an exact result has a kernel of its own for n = 1.
+template <class R>
+inline constexpr bool kHalves = false;
+template <class V>
+inline constexpr bool kHalves<Sum<V>> = true;
+template <class V>
+inline constexpr bool kHalves<Difference<V>> = true;
+
+// What `exact` returns for full vectors.
+template <class Exact, class D, class... S>
+using ResultOf = decltype(std::declval<const Exact&>()(
+    ElementLanes<D, loop_detail::kBlock<D, S...>>(),
+    std::declval<hn::Vec<ElementLanes<S, loop_detail::kBlock<D, S...>>>>()...));
 
 }  // namespace scaled_detail
 
@@ -384,11 +407,12 @@ KvrStatus mapScaled(const Exact& exact, ScaleBounds bounds, int scaleFactor, D* 
     case ScaleKernel::shiftLeft:
       return map(exact, ShiftedLeft{-scaleFactor}, dst, len, src...);
     case ScaleKernel::bySign:
-      return map(exact, BySign(), dst, len, src...);
+      return map(exact, ShiftedLeft{8 * sizeof(LaneOf<D>)}, dst, len, src...);
     case ScaleKernel::zero:
       return mapElements(Zeros(), dst, len);
     case ScaleKernel::one:
-      return map(exact, Halved(), dst, len, src...);
+      if constexpr (kHalves<ResultOf<Exact, D, S...>>) return map(exact, Halved(), dst, len, src...);
+      [[fallthrough]];
     case ScaleKernel::shiftRight:
       return map(exact, ShiftedRight{scaleFactor}, dst, len, src...);
   }

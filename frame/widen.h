@@ -65,6 +65,19 @@ KVRS_INLINE V32 unsignedExcess(V32 a, V32 b) {
   return hn::Add(hn::And(hn::BroadcastSignBit(a), b), hn::And(hn::BroadcastSignBit(b), a));
 }
 
+// A sum that can leave the range of its lanes by one, at the top alone, and has no other way to the lowest number: that
+// one becomes the highest.
+template <class D, class V>
+KVRS_INLINE V unwrapped(D d, V sum) {
+  using T = hn::TFromD<D>;
+  const auto wrapped = hn::Eq(sum, hn::Set(d, hwy::LimitsMin<T>()));
+  if constexpr (kMaskRegisters) {
+    return hn::IfThenElse(wrapped, hn::Set(d, hwy::LimitsMax<T>()), sum);
+  } else {
+    return hn::Add(sum, hn::VecFromMask(d, wrapped));
+  }
+}
+
 // All exact products of 32-bit lanes: lane i of `even` holds a[2i] * b[2i], of `odd` a[2i+1] * b[2i+1].
 template <class V64>
 struct EvenOdd {
@@ -74,10 +87,8 @@ struct EvenOdd {
 template <class D32, class V32>
 KVRS_INLINE auto mulEvenOdd(D32 d, V32 a, V32 b) {
   const hn::RepartitionToWide<D32> d64;
-  const hn::RepartitionToWide<hn::RebindToUnsigned<D32>> du64;
-  const auto down = [&](V32 v) { return hn::BitCast(d, hn::ShiftRight<32>(hn::BitCast(du64, v))); };
   if constexpr (kSignedMulEven || std::is_unsigned_v<hn::TFromD<D32>>) {
-    return EvenOdd<hn::Vec<decltype(d64)>>{hn::MulEven(a, b), hn::MulEven(down(a), down(b))};
+    return EvenOdd<hn::Vec<decltype(d64)>>{hn::MulEven(a, b), hn::MulEven(hn::DupOdd(a), hn::DupOdd(b))};
   } else {
     const hn::RebindToUnsigned<D32> du;
     const auto p = mulEvenOdd(du, hn::BitCast(du, a), hn::BitCast(du, b));
@@ -89,13 +100,27 @@ KVRS_INLINE auto mulEvenOdd(D32 d, V32 a, V32 b) {
   }
 }
 
+// The even lanes, or the odd ones, of two vectors in turn. In 64 bytes one shuffle, where the compiler sees two.
+template <bool odd, class D32, class V32>
+KVRS_INLINE V32 lanesInTurn(D32, V32 a, V32 b) {
+  if constexpr (sizeof(a.raw) == 64) {
+    alignas(64) static constexpr int32_t kOrder[2][16] = {
+        {0, 16, 2, 18, 4, 20, 6, 22, 8, 24, 10, 26, 12, 28, 14, 30},
+        {1, 17, 3, 19, 5, 21, 7, 23, 9, 25, 11, 27, 13, 29, 15, 31}};
+    const auto order = hn::Load(hn::RebindToSigned<D32>(), kOrder[odd]);
+    return {_mm512_permutex2var_epi32(a.raw, order.raw, b.raw)};
+  } else {
+    return odd ? hn::OddEven(b, hn::DupOdd(a)) : hn::OddEven(hn::DupEven(b), a);
+  }
+}
+
 // The low halves of 64-bit lanes, as lanes 2i and 2i+1.
 template <class D32, class V64>
 KVRS_INLINE hn::Vec<D32> lowHalves(D32 d, V64 even, V64 odd) {
-  const auto up = hn::BitCast(d, hn::ShiftLeft<32>(odd));
   if constexpr (kBlends) {
-    return hn::OddEven(up, hn::BitCast(d, even));
+    return lanesInTurn<false>(d, hn::BitCast(d, even), hn::BitCast(d, odd));
   } else {
+    const auto up = hn::BitCast(d, hn::ShiftLeft<32>(odd));
     const hn::DFromV<V64> d64;
     return hn::Or(up, hn::BitCast(d, hn::And(even, hn::Set(d64, hn::TFromV<V64>(0xFFFFFFFF)))));
   }
@@ -104,11 +129,11 @@ KVRS_INLINE hn::Vec<D32> lowHalves(D32 d, V64 even, V64 odd) {
 // The high halves.
 template <class D32, class V64>
 KVRS_INLINE hn::Vec<D32> highHalves(D32 d, V64 even, V64 odd) {
-  const hn::RepartitionToWide<hn::RebindToUnsigned<D32>> du64;
-  const auto down = hn::BitCast(d, hn::ShiftRight<32>(hn::BitCast(du64, even)));
   if constexpr (kBlends) {
-    return hn::OddEven(hn::BitCast(d, odd), down);
+    return lanesInTurn<true>(d, hn::BitCast(d, even), hn::BitCast(d, odd));
   } else {
+    const hn::RepartitionToWide<hn::RebindToUnsigned<D32>> du64;
+    const auto down = hn::BitCast(d, hn::ShiftRight<32>(hn::BitCast(du64, even)));
     const auto high = hn::And(hn::BitCast(du64, odd), hn::Set(du64, uint64_t{0xFFFFFFFF} << 32));
     return hn::Or(hn::BitCast(d, high), down);
   }

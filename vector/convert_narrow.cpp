@@ -7,24 +7,12 @@
 #include "frame/check.h"
 #include "frame/loop.h"
 #include "frame/packed24.h"
+#include "frame/shift.h"
 #include "kvrs/convert.h"
 #include "kvrs/fill.h"
 
 namespace kvrs {
 namespace {
-
-// By a count that is the same for all lanes. A count for each lane is the faster instruction where there is
-// one: it takes the count as it is, in place of spreading it first. (On a single lane Highway 1.0.3 has it take
-// two lanes' worth of count.)
-template <class D, class V = hn::Vec<D>>
-KVRS_INLINE V shiftRightBy(D d, V v, int count) {
-  using T = hn::TFromD<D>;
-  if constexpr (kShiftsByLane && sizeof(T) == 4 && hn::MaxLanes(D()) > 1) {
-    return hn::Shr(v, hn::Set(d, static_cast<T>(count)));
-  } else {
-    return hn::ShiftRightSame(v, count);
-  }
-}
 
 // x / 2^shift, rounded, over the whole range of T and for shifts from 1 to one less than its bits: the floor,
 // plus 1 where the part that is cut off lies above a threshold. With `half` 2^(shift-1), that is

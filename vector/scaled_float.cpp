@@ -20,15 +20,31 @@ namespace {
 // bits, and negative NaN, is converted to the lowest integer.
 struct TimesTo16s {
   float val;
+
   template <class D, class V>
   KVRS_INLINE hn::Vec<D> operator()(D d, V a) const {
+    return hn::DemoteTo(d, integers(a));
+  }
+  template <class D, class V>
+  KVRS_INLINE hn::Vec<D> operator()(D d, Both<V> a) const {
+    return saturatedToHalf(d, integers(a.first), integers(a.second));
+  }
+
+  template <class V>
+  KVRS_INLINE auto integers(V a) const {
     const hn::DFromV<V> df;
-    const hn::Rebind<int32_t, D> di;
+    const hn::RebindToSigned<hn::DFromV<V>> di;
     const auto product = hn::BitCast(di, hn::Mul(a, hn::Set(df, val)));
     const auto highest = hn::BitCast(di, hn::Set(df, 32767.0f));
-    return hn::DemoteTo(d, nearestInt32(di, hn::BitCast(df, hn::Min(product, highest))));
+    return nearestInt32(di, hn::BitCast(df, hn::Min(product, highest)));
   }
 };
+
+// By two vectors of floats a block.
+KvrStatus mapTo16s(float val, const Kvr32f* src, Kvr16s* dst, int len) {
+  return mapElements(TimesTo16s{val}, dst, static_cast<size_t>(len),
+                     reinterpret_cast<const Wide<Kvr32f>*>(src));
+}
 
 // A number by 0: the extreme of its sign, or 0.
 struct Signs {
@@ -138,7 +154,7 @@ using namespace kvrs;
 
 KvrStatus kvrsMulC_Low_32f16s(const Kvr32f* src, Kvr32f val, Kvr16s* dst, int len) noexcept {
   KVRS_CHECK(pointers(src, dst), length(len));
-  return mapElements(TimesTo16s{val}, dst, static_cast<size_t>(len), src);
+  return mapTo16s(val, src, dst, len);
 }
 KvrStatus kvrsMulC_32f16s_Sfs(const Kvr32f* src, Kvr32f val, Kvr16s* dst, int len, int scaleFactor) noexcept {
   KVRS_CHECK(pointers(src, dst), length(len));
@@ -146,7 +162,7 @@ KvrStatus kvrsMulC_32f16s_Sfs(const Kvr32f* src, Kvr32f val, Kvr16s* dst, int le
   // The bits of 2^(-scaleFactor), of which the least is a subnormal number.
   const int exponent = 127 - bounded(scaleFactor, -126, 127);
   const float scale = std::bit_cast<float>(exponent > 0 ? exponent << 23 : 1 << 22);
-  return mapElements(TimesTo16s{val * scale}, dst, static_cast<size_t>(len), src);
+  return mapTo16s(val * scale, src, dst, len);
 }
 KvrStatus kvrsMulC_64s_ISfs(Kvr64s val, Kvr64s* srcDst, int len, int scaleFactor) noexcept {
   if (scaleFactor <= 0 && srcDst != nullptr && len > 0) {

@@ -3,8 +3,10 @@
 #ifndef KVRS_VECTOR_SCALED_FORM_H
 #define KVRS_VECTOR_SCALED_FORM_H
 
+#include <bit>
+#include <type_traits>
+
 #include "frame/check.h"
-#include "frame/complex.h"
 #include "frame/scaled.h"
 #include "vector/scaled_bounds.h"
 #include "vector/stand_in.h"
@@ -26,15 +28,26 @@ bool isZero(T val) {
   }
 }
 
-// A scalar in every lane, or in every pair of lanes.
-template <class D, class T>
-KVRS_INLINE hn::Vec<D> setScalar(D d, T val) {
-  if constexpr (kIsComplex<T>) {
-    return setPairs(d, val.re, val.im);
-  } else {
-    return hn::Set(d, val);
+// A scalar, held in a whole register. A functor is handed to the loop in registers; of smaller members the compiler
+// would make a register in memory, where the load waits some twelve cycles for the small stores ahead of it.
+template <class T>
+class Scalar {
+  using Bits = hwy::UnsignedFromSize<sizeof(T)>;
+  using Register = std::conditional_t<sizeof(T) <= sizeof(uintptr_t), uintptr_t, uint64_t>;
+
+ public:
+  explicit Scalar(T val) : register_(std::bit_cast<Bits>(val)) {}
+
+  // In every lane, or in every pair of lanes.
+  template <class D>
+  KVRS_INLINE hn::Vec<D> in(D d) const {
+    const hn::Repartition<Bits, D> bits;
+    return hn::BitCast(d, hn::Set(bits, static_cast<Bits>(register_)));
   }
-}
+
+ private:
+  Register register_;
+};
 
 // An array as the element loop takes it: complex elements as pairs.
 template <class T>
@@ -48,16 +61,33 @@ auto elements(T* p) {
 
 // An op with a scalar behind a vector, op(d, a, val), or with the scalar ahead of it.
 template <class Op, class T>
-auto thenScalar(Op op, T val) {
-  return [=](auto d, auto a) __attribute__((always_inline)) {
-    return op(d, a, setScalar(d, val));
-  };
-}
+struct ThenScalar {
+  [[no_unique_address]] Op op;
+  Scalar<T> val;
+
+  template <class D, class V>
+  KVRS_INLINE auto operator()(D d, V a) const {
+    return op(d, a, val.in(d));
+  }
+};
 template <class Op, class T>
-auto scalarThen(Op op, T val) {
-  return [=](auto d, auto a) __attribute__((always_inline)) {
-    return op(d, setScalar(d, val), a);
-  };
+ThenScalar<Op, T> thenScalar(Op op, T val) {
+  return {op, Scalar<T>(val)};
+}
+
+template <class Op, class T>
+struct ScalarThen {
+  [[no_unique_address]] Op op;
+  Scalar<T> val;
+
+  template <class D, class V>
+  KVRS_INLINE auto operator()(D d, V a) const {
+    return op(d, val.in(d), a);
+  }
+};
+template <class Op, class T>
+ScalarThen<Op, T> scalarThen(Op op, T val) {
+  return {op, Scalar<T>(val)};
 }
 
 // dst = Op(a, b), scaled.

@@ -1,4 +1,4 @@
-// Scaled integer multiplication in 8 and 16 bits.
+// Scaled integer multiplication of real numbers in 8 and 16 bits.
 // SPDX-License-Identifier: MIT
 #include "kvrs/arith_scaled.h"
 #include "vector/scaled_form.h"
@@ -13,11 +13,12 @@ struct Times {
   template <class D, class V>
   KVRS_INLINE auto operator()(D, V a, V b) const {
     if constexpr (sizeof(hn::TFromD<D>) == 1) {
-      // Even and odd lanes apart, each in 16 bits.
+      // Even and odd lanes apart, each in 16 bits: odd ones by the high half of the product times 2^16, which spares
+      // them the way down.
       const WideLanes<D> dw;
-      const auto even = [&](V v) { return hn::And(hn::BitCast(dw, v), hn::Set(dw, uint16_t{0x00FF})); };
-      const auto odd = [&](V v) { return hn::ShiftRight<8>(hn::BitCast(dw, v)); };
-      return EvenOdd<hn::Vec<WideLanes<D>>>{hn::Mul(even(a), even(b)), hn::Mul(odd(a), odd(b))};
+      const auto part = [&](V v, uint16_t bits) { return hn::And(hn::BitCast(dw, v), hn::Set(dw, bits)); };
+      return EvenOdd<hn::Vec<WideLanes<D>>>{hn::Mul(part(a, 0x00FF), part(b, 0x00FF)),
+                                            hn::MulHigh(part(a, 0xFF00), part(b, 0xFF00))};
     } else {
       return HighLow<V>{hn::MulHigh(a, b), hn::Mul(a, b)};
     }
@@ -62,12 +63,12 @@ struct TimesAt16 {
 
 // Above 16: the high half, and a sticky bit for the low one.
 struct TimesAbove16 {
-  int shift;  // scale factor - 16
+  ptrdiff_t shift;  // scale factor - 16
   template <class D, class V>
   KVRS_INLINE V operator()(D d, V a, V b) const {
     const hn::RebindToUnsigned<D> du;
     const auto sticky = hn::Min(hn::BitCast(du, hn::Mul(a, b)), hn::Set(du, uint16_t{1}));
-    return shiftRightEven(d, hn::MulHigh(a, b), hn::BitCast(d, sticky), shift);
+    return shiftRightEven(d, hn::MulHigh(a, b), hn::BitCast(d, sticky), static_cast<int>(shift));
   }
 };
 
@@ -94,13 +95,13 @@ struct TimesWide {
 // the products of full vectors.
 template <bool kRounded>
 struct TimesWideBy {
-  int shift;
+  ptrdiff_t shift;
   template <class D, class V>
   KVRS_INLINE hn::Vec<D> operator()(D d, V a, V b) const {
     return inWholeBlocks(
         [this](auto whole, auto x, auto y) {
           const auto r = mulWiden(whole, x, y);
-          if constexpr (kRounded) return shiftRightEven(whole, r, shift);
+          if constexpr (kRounded) return shiftRightEven(whole, r, static_cast<int>(shift));
           if constexpr (!kRounded) return r;
         },
         d, a, b);
@@ -108,7 +109,8 @@ struct TimesWideBy {
   template <class V>
   KVRS_INLINE auto operator()(TwoVectors<Kvr32s>, V a, V b) const {
     const hn::DFromV<V> d;
-    return widenedProducts<kRounded>(d, HighLow<V>{hn::MulHigh(a, b), hn::Mul(a, b)}, shift);
+    return widenedProducts<kRounded>(d, HighLow<V>{hn::MulHigh(a, b), hn::Mul(a, b)},
+                                     static_cast<int>(shift));
   }
 };
 
@@ -129,26 +131,6 @@ struct TimesWidened {
     return hn::Mul(hn::PromoteTo(d, a), hn::PromoteTo(d, b));
   }
 };
-
-// 16sc. The negative of -32768 has no place in 16 bits, so the real part is taken as ar*br + ai*~bi + ai,
-// which is the same number. The imaginary part of four parts -32768 is 2^31; it is taken as 2^31 - 1, which no
-// rounding tells from it.
-struct ComplexTimes {
-  template <class D, class V>
-  KVRS_INLINE auto operator()(D d, V a, V b) const {
-    using W = hn::Vec<WideLanes<D>>;
-    const WideLanes<D> dw;
-    const V notImaginary = hn::BitCast(d, hn::Set(dw, static_cast<int32_t>(0xFFFF0000)));
-    const W aImaginary = hn::ShiftRight<16>(hn::BitCast(dw, a));
-    const W re = hn::Add(mulAddNeighbours(dw, a, hn::Xor(b, notImaginary)), aImaginary);
-    const W im = mulAddNeighbours(dw, a, hn::Reverse2(d, b));
-    const W lowest = hn::Set(dw, std::numeric_limits<int32_t>::min());
-    return EvenOdd<W>{re, hn::Add(im, hn::VecFromMask(dw, hn::Eq(im, lowest)))};
-  }
-};
-
-template <class T>
-using TimesFor = std::conditional_t<std::is_same_v<T, Kvr16sc>, ComplexTimes, Times>;
 
 // Products of real numbers: map(op) for the op of the scale factor, of which some are already rounded, and general()
 // for the others, which mapScaled tells apart.
@@ -173,26 +155,15 @@ KvrStatus realVectors(const T* a, const T* b, T* dst, int len, ScaleBounds bound
       [=] { return mapScaled(Times(), bounds, scaleFactor, dst, n, a, b); });
 }
 
-KvrStatus complexVectors(const Kvr16sc* a, const Kvr16sc* b, Kvr16sc* dst, int len, int scaleFactor) {
-  KVRS_CHECK(pointers(a, b, dst), length(len));
-  return mapScaled(ComplexTimes(), kMul16sc, scaleFactor, elements(dst), static_cast<size_t>(len),
-                   elements(a), elements(b));
-}
-
 template <class T>
 KvrStatus vectorScalar(const T* src, T val, T* dst, int len, ScaleBounds bounds, int scaleFactor) {
   KVRS_CHECK(pointers(src, dst), length(len));
   const size_t n = static_cast<size_t>(len);
-  if constexpr (!std::is_same_v<T, Kvr16sc>) {
-    if (val == 0) return zeroInstead(dst, len);
-    if (val == 1 && scaleFactor == 0) return copyInstead(src, dst, len);
-  }
+  if (val == 0) return zeroInstead(dst, len);
+  if (val == 1 && scaleFactor == 0) return copyInstead(src, dst, len);
   return mapTimes<T>(
       bounds, scaleFactor, [=](auto op) { return mapSaturated(thenScalar(op, val), dst, n, src); },
-      [=] {
-        return mapScaled(thenScalar(TimesFor<T>(), val), bounds, scaleFactor, elements(dst), n,
-                         elements(src));
-      });
+      [=] { return mapScaled(thenScalar(Times(), val), bounds, scaleFactor, dst, n, src); });
 }
 
 }  // namespace
@@ -220,13 +191,6 @@ KvrStatus kvrsMul_16s_Sfs(const Kvr16s* src1, const Kvr16s* src2, Kvr16s* dst, i
 }
 KvrStatus kvrsMul_16s_ISfs(const Kvr16s* src, Kvr16s* srcDst, int len, int scaleFactor) noexcept {
   return realVectors<Kvr16s>(srcDst, src, srcDst, len, kMul16s, scaleFactor);
-}
-KvrStatus kvrsMul_16sc_Sfs(const Kvr16sc* src1, const Kvr16sc* src2, Kvr16sc* dst, int len,
-                           int scaleFactor) noexcept {
-  return complexVectors(src1, src2, dst, len, scaleFactor);
-}
-KvrStatus kvrsMul_16sc_ISfs(const Kvr16sc* src, Kvr16sc* srcDst, int len, int scaleFactor) noexcept {
-  return complexVectors(srcDst, src, srcDst, len, scaleFactor);
 }
 KvrStatus kvrsMul_16s(const Kvr16s* src1, const Kvr16s* src2, Kvr16s* dst, int len) noexcept {
   return vectorVector<Times>(src1, src2, dst, len);
@@ -273,13 +237,6 @@ KvrStatus kvrsMulC_16s_Sfs(const Kvr16s* src, Kvr16s val, Kvr16s* dst, int len, 
 }
 KvrStatus kvrsMulC_16s_ISfs(Kvr16s val, Kvr16s* srcDst, int len, int scaleFactor) noexcept {
   return vectorScalar(srcDst, val, srcDst, len, kMul16s, scaleFactor);
-}
-KvrStatus kvrsMulC_16sc_Sfs(const Kvr16sc* src, Kvr16sc val, Kvr16sc* dst, int len,
-                            int scaleFactor) noexcept {
-  return vectorScalar(src, val, dst, len, kMul16sc, scaleFactor);
-}
-KvrStatus kvrsMulC_16sc_ISfs(Kvr16sc val, Kvr16sc* srcDst, int len, int scaleFactor) noexcept {
-  return vectorScalar(srcDst, val, srcDst, len, kMul16sc, scaleFactor);
 }
 KvrStatus kvrsMulC_16s_I(Kvr16s val, Kvr16s* srcDst, int len) noexcept {
   return vectorScalar(srcDst, val, srcDst, len, kMul16s, 0);

@@ -1,4 +1,4 @@
-// Scaled integer multiplication in 32 bits: exact for complex vectors, in double precision for real ones.
+// Scaled integer multiplication of real numbers in 32 bits, and by complex ones: in double precision.
 // SPDX-License-Identifier: MIT
 #include "frame/rounding.h"
 #include "kvrs/arith_scaled.h"
@@ -6,19 +6,6 @@
 
 namespace kvrs {
 namespace {
-
-// 32sc: parts in 64 bits. The imaginary part of four parts -2^31 is 2^63; it is taken as 2^63 - 1, which no
-// rounding tells from it.
-struct ComplexTimes {
-  template <class D, class V>
-  KVRS_INLINE auto operator()(D d, V a, V b) const {
-    const hn::RepartitionToWide<D> dw;
-    const auto squares = mulEvenOdd(d, a, b);                   // ar*br, ai*bi
-    const auto crossed = mulEvenOdd(d, a, hn::Reverse2(d, b));  // ar*bi, ai*br
-    return EvenOdd<hn::Vec<decltype(dw)>>{hn::Sub(squares.even, squares.odd),
-                                          saturatedAdd(dw, crossed.even, crossed.odd)};
-  }
-};
 
 // Real numbers of 32 bits in two vectors of doubles.
 template <class D>
@@ -141,53 +128,43 @@ KvrStatus realScalar(const Kvr32s* src, Kvr32s val, Kvr32s* dst, int len, int sc
   return mapDoubles(DoubleTimesScalar{val * scaleOf(scaleFactor, kMul32s)}, dst, n, src);
 }
 
-KvrStatus complexVectors(const Kvr32sc* a, const Kvr32sc* b, Kvr32sc* dst, int len, int scaleFactor) {
-  KVRS_CHECK(pointers(a, b, dst), length(len));
-  return mapScaled(ComplexTimes(), kMul32sc, scaleFactor, elements(dst), static_cast<size_t>(len),
-                   elements(a), elements(b));
-}
-
-KvrStatus complexScalar(const Kvr32sc* src, Kvr32sc val, Kvr32sc* dst, int len, int scaleFactor) {
-  KVRS_CHECK(pointers(src, dst), length(len));
-  return mapScaled(thenScalar(ComplexTimes(), val), kMul32sc, scaleFactor, elements(dst),
-                   static_cast<size_t>(len), elements(src));
-}
-
 // The parts of kvrsMul_Low_32s_Sfs, by scale factor. None rounds.
 
 struct LowShiftedLeft {
-  int n;  // 0 to 31
+  ptrdiff_t n;  // 0 to 31
   template <class D, class V>
-  KVRS_INLINE V operator()(D, V a, V b) const {
-    return hn::ShiftLeftSame(hn::Mul(a, b), n);
+  KVRS_INLINE V operator()(D d, V a, V b) const {
+    return shiftLeftBy(d, hn::Mul(a, b), static_cast<int>(n));
   }
 };
 
 struct LowOfShiftedRight {
-  int n;  // 1 to 31
+  ptrdiff_t n;  // 1 to 31
   template <class D, class V>
   KVRS_INLINE V operator()(D d, V a, V b) const {
     const hn::RepartitionToWide<hn::RebindToUnsigned<D>> dw;
+    // The wanted bits of odd products go where they are put together at once.
+    const int count = static_cast<int>(n);
     const auto shifted = [&](auto p) {
-      return lowHalves(d, hn::ShiftRightSame(hn::BitCast(dw, p.even), n),
-                       hn::ShiftRightSame(hn::BitCast(dw, p.odd), n));
+      return hn::OddEven(hn::BitCast(d, shiftLeftBy(dw, hn::BitCast(dw, p.odd), 32 - count)),
+                         hn::BitCast(d, shiftRightBy(dw, hn::BitCast(dw, p.even), count)));
     };
     if constexpr (kSignedMulEven) {
       return shifted(mulEvenOdd(d, a, b));
     } else {
       const hn::RebindToUnsigned<D> du;
       const V product = shifted(mulEvenOdd(du, hn::BitCast(du, a), hn::BitCast(du, b)));
-      return hn::Sub(product, hn::ShiftLeftSame(unsignedExcess(a, b), 32 - n));
+      return hn::Sub(product, shiftLeftBy(d, unsignedExcess(a, b), 32 - count));
     }
   }
 };
 
 struct HighShiftedRight {
-  int n;  // 0 to 30
+  ptrdiff_t n;  // 0 to 30
   template <class D, class V>
   KVRS_INLINE V operator()(D d, V a, V b) const {
     const auto p = mulEvenOdd(d, a, b);
-    return hn::ShiftRightSame(highHalves(d, p.even, p.odd), n);
+    return shiftRightBy(d, highHalves(d, p.even, p.odd), static_cast<int>(n));
   }
 };
 
@@ -211,13 +188,6 @@ KvrStatus kvrsMul_32s_Sfs(const Kvr32s* src1, const Kvr32s* src2, Kvr32s* dst, i
 KvrStatus kvrsMul_32s_ISfs(const Kvr32s* src, Kvr32s* srcDst, int len, int scaleFactor) noexcept {
   return realVectors<DoubleTimes>(srcDst, src, srcDst, len, scaleFactor);
 }
-KvrStatus kvrsMul_32sc_Sfs(const Kvr32sc* src1, const Kvr32sc* src2, Kvr32sc* dst, int len,
-                           int scaleFactor) noexcept {
-  return complexVectors(src1, src2, dst, len, scaleFactor);
-}
-KvrStatus kvrsMul_32sc_ISfs(const Kvr32sc* src, Kvr32sc* srcDst, int len, int scaleFactor) noexcept {
-  return complexVectors(srcDst, src, srcDst, len, scaleFactor);
-}
 KvrStatus kvrsMul_32s32sc_Sfs(const Kvr32s* src1, const Kvr32sc* src2, Kvr32sc* dst, int len,
                               int scaleFactor) noexcept {
   return realVectors<DoubleTimesPairs>(src1, src2, dst, len, scaleFactor);
@@ -232,14 +202,6 @@ KvrStatus kvrsMulC_32s_Sfs(const Kvr32s* src, Kvr32s val, Kvr32s* dst, int len, 
 KvrStatus kvrsMulC_32s_ISfs(Kvr32s val, Kvr32s* srcDst, int len, int scaleFactor) noexcept {
   return realScalar(srcDst, val, srcDst, len, scaleFactor);
 }
-KvrStatus kvrsMulC_32sc_Sfs(const Kvr32sc* src, Kvr32sc val, Kvr32sc* dst, int len,
-                            int scaleFactor) noexcept {
-  return complexScalar(src, val, dst, len, scaleFactor);
-}
-KvrStatus kvrsMulC_32sc_ISfs(Kvr32sc val, Kvr32sc* srcDst, int len, int scaleFactor) noexcept {
-  return complexScalar(srcDst, val, srcDst, len, scaleFactor);
-}
-
 KvrStatus kvrsMul_Low_32s_Sfs(const Kvr32s* src1, const Kvr32s* src2, Kvr32s* dst, int len,
                               int scaleFactor) noexcept {
   KVRS_CHECK(pointers(src1, src2, dst), length(len));

@@ -36,24 +36,21 @@ inline __attribute__((always_inline)) void atScale(int scaleFactor, Run run) {
 
 // `op` is a functor, so that it is inlined.
 template <class R, class D, class A, class B, class Op>
-__attribute__((noinline)) void loop(const A* a, const B* b, D* __restrict dst, int len, int scaleFactor,
-                                    Op op) {
+[[gnu::noipa]] void loop(const A* a, const B* b, D* __restrict dst, int len, int scaleFactor, Op op) {
   atScale<D, R>(scaleFactor, [=](auto store) {
     for (int i = 0; i < len; ++i) dst[i] = store(op(a[i], b[i]));
   });
 }
 
 template <class R, class T, class Op>
-__attribute__((noinline)) void loopScalar(const T* a, T val, T* __restrict dst, int len, int scaleFactor,
-                                          Op op) {
+[[gnu::noipa]] void loopScalar(const T* a, T val, T* __restrict dst, int len, int scaleFactor, Op op) {
   atScale<T, R>(scaleFactor, [=](auto store) {
     for (int i = 0; i < len; ++i) dst[i] = store(op(a[i], val));
   });
 }
 
 template <class R, class C, class Op>
-__attribute__((noinline)) void loopComplex(const C* a, const C* b, C* __restrict dst, int len,
-                                           int scaleFactor, Op op) {
+[[gnu::noipa]] void loopComplex(const C* a, const C* b, C* __restrict dst, int len, int scaleFactor, Op op) {
   atScale<decltype(C::re), R>(scaleFactor, [=](auto store) {
     for (int i = 0; i < len; ++i) {
       R re, im;
@@ -63,20 +60,19 @@ __attribute__((noinline)) void loopComplex(const C* a, const C* b, C* __restrict
   });
 }
 
-__attribute__((noinline)) void loopAddProduct(const Kvr16s* a, const Kvr16s* b, Kvr16s* srcDst, int len,
-                                              int scaleFactor) {
+[[gnu::noipa]] void loopAddProduct(const Kvr16s* a, const Kvr16s* b, Kvr16s* srcDst, int len,
+                                   int scaleFactor) {
   atScale<Kvr16s, int>(scaleFactor, [=](auto store) {
     for (int i = 0; i < len; ++i) srcDst[i] = store(a[i] * b[i] + srcDst[i]);
   });
 }
 
-__attribute__((noinline)) void loopMulLow(const Kvr32s* a, const Kvr32s* b, Kvr32s* __restrict dst, int len,
-                                          int shift) {
+[[gnu::noipa]] void loopMulLow(const Kvr32s* a, const Kvr32s* b, Kvr32s* __restrict dst, int len, int shift) {
   for (int i = 0; i < len; ++i) dst[i] = static_cast<Kvr32s>(int64_t{a[i]} * b[i] >> shift);
 }
 
-__attribute__((noinline)) void loopMul32s(const Kvr32s* a, const Kvr32s* b, Kvr32s* __restrict dst, int len,
-                                          double scale) {
+[[gnu::noipa]] void loopMul32s(const Kvr32s* a, const Kvr32s* b, Kvr32s* __restrict dst, int len,
+                               double scale) {
   for (int i = 0; i < len; ++i) {
     double x = static_cast<double>(a[i]) * scale * static_cast<double>(b[i]);
     x = x < -0x1p31 ? -0x1p31 : x;
@@ -85,7 +81,7 @@ __attribute__((noinline)) void loopMul32s(const Kvr32s* a, const Kvr32s* b, Kvr3
   }
 }
 
-__attribute__((noinline)) void loopMul32f16s(const Kvr32f* a, Kvr32f val, Kvr16s* __restrict dst, int len) {
+[[gnu::noipa]] void loopMul32f16s(const Kvr32f* a, Kvr32f val, Kvr16s* __restrict dst, int len) {
   for (int i = 0; i < len; ++i) {
     float x = a[i] * val;
     x = x < -32768.0f ? -32768.0f : x;
@@ -94,7 +90,7 @@ __attribute__((noinline)) void loopMul32f16s(const Kvr32f* a, Kvr32f val, Kvr16s
   }
 }
 
-__attribute__((noinline)) void loopMulExtended(long double val, Kvr64s* srcDst, int len) {
+[[gnu::noipa]] void loopMulExtended(long double val, Kvr64s* srcDst, int len) {
   for (int i = 0; i < len; ++i) {
     const long double x = static_cast<long double>(srcDst[i]) * val;
     srcDst[i] = x >= 0x1p63L - 0.5L ? INT64_MAX : x <= -0x1p63L ? INT64_MIN : llrintl(x);
