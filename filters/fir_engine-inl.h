@@ -119,7 +119,7 @@ void filterDirect(State<T>& state, const D* src, T* dst, size_t len) {
   if (staged > 0) firKernel(window + 1, dst, staged, taps, tapsLen);
   // With what comes before it in its first vector.
   const size_t kept = tapsLen + shiftPadding<T>(tapsLen);
-  loadVectors<kShiftLanes<T>>(src + (len - kept), line + tapsLen - kept, kept);
+  loadVectors<kFewShiftLanes<T>>(src + (len - kept), line + tapsLen - kept, kept);
 }
 
 // The work of the FFT engine on `len` samples, in multiply-adds of the direct one.

@@ -237,16 +237,18 @@ KVRS_INLINE T firDot(const T* in, const T* taps, size_t len) {
   return fir_detail::foldedSum<T, N>(sum, in + i, taps + i, len - i);
 }
 
-// Puts `newest` behind a window of `len` samples, moves them all by one to the front, and returns their sum of products.
-// `keep` has all bits of the lanes of the first vector that are neither before the window nor its oldest sample.
-template <class T>
-KVRS_INLINE T firShift(T* window, const T* taps, const T* keep, size_t len, T newest) {
-  constexpr size_t N = kShiftLanes<T>;
+namespace fir_detail {
+
+// firShift by vectors of N.
+template <class T, size_t N>
+KVRS_INLINE T shift(T* window, const T* taps, const T* keep, size_t len, T newest) {
   const Lanes<T, N> d;
   auto sum = hn::Zero(d);
   auto upper = hn::Set(d, newest);
   const auto step = [&](auto lower) KVRS_UNROLLED {
-    const auto moved = hn::CombineShiftRightBytes<sizeof(T)>(d, upper, lower);
+    auto next = upper;  // of each 16 bytes of `lower`, what comes behind
+    if constexpr (N * sizeof(T) == 32) next = hn::ConcatLowerUpper(d, upper, lower);
+    const auto moved = hn::CombineShiftRightBytes<sizeof(T)>(d, next, lower);
     hn::StoreU(moved, d, window);
     sum = hn::MulAdd(moved, hn::LoadU(d, taps), sum);
     upper = lower;
@@ -257,6 +259,16 @@ KVRS_INLINE T firShift(T* window, const T* taps, const T* keep, size_t len, T ne
   for (; len > N; len -= N, window -= N, taps -= N) step(hn::LoadU(d, window));
   step(hn::And(hn::LoadU(d, window), hn::LoadU(d, keep)));
   return hn::GetLane(hn::SumOfLanes(d, sum));
+}
+
+}  // namespace fir_detail
+
+// Puts `newest` behind a window of `len` samples, moves them all by one to the front, and returns their sum of products.
+// `keep` has all bits of the lanes of the first vector that are neither before the window nor its oldest sample.
+template <class T>
+KVRS_INLINE T firShift(T* window, const T* taps, const T* keep, size_t len, T newest) {
+  if (shiftsByFew<T>(len)) return fir_detail::shift<T, kFewShiftLanes<T>>(window, taps, keep, len, newest);
+  return fir_detail::shift<T, kShiftLanes<T>>(window, taps, keep, len, newest);
 }
 
 }  // namespace kvrs

@@ -15,17 +15,25 @@ namespace kvrs {
 template <class T>
 inline constexpr size_t kTapCopies = kVectorBytes == 16 ? kLanes<T> : 1;
 
-// Up to so many taps, single samples shift the whole window by vectors of kShiftLanes: the next call loads the very
-// vectors that this one stores, which the processor hands through without waiting for the cache.
+// Up to kShiftTaps taps, single samples shift the whole window by vectors: the next call loads the very vectors that
+// this one stores, which the processor hands through without waiting for the cache. A few taps are faster by short
+// vectors, which take less to shift and to fold.
 template <class T>
-inline constexpr size_t kShiftLanes = 16 / sizeof(T);
+inline constexpr size_t kFewShiftLanes = 16 / sizeof(T);
+template <class T>
+inline constexpr size_t kShiftLanes = kVectorBytes < 32 ? kLanes<T> : 32 / sizeof(T);
 template <class T>
 inline constexpr size_t kShiftTaps = 16 * kShiftLanes<T>;
+
+template <class T>
+constexpr bool shiftsByFew(size_t tapsLen) {
+  return kFewShiftLanes<T> < kShiftLanes<T> && tapsLen <= 2 * kFewShiftLanes<T>;
+}
 
 // The window and the taps end with such a vector; these elements are before them in their first one.
 template <class T>
 constexpr size_t shiftPadding(size_t tapsLen) {
-  return (0 - tapsLen) % kShiftLanes<T>;
+  return (0 - tapsLen) % (shiftsByFew<T>(tapsLen) ? kFewShiftLanes<T> : kShiftLanes<T>);
 }
 
 // out[n] for n in [0, count), from inputs of a type D that converts to that of the sums. `taps` begins with the tap of
