@@ -1,12 +1,10 @@
 // FIR filters in single precision.
 // SPDX-License-Identifier: MIT
 #include "filters/fir_engine-inl.h"
-#include "filters/fir_kernel-inl.h"
 
 namespace kvrs {
 
 template void firKernel<Kvr32f, Kvr32f>(const Kvr32f*, Kvr32f*, size_t, const Kvr32f*, size_t);
-template Kvr32f firDot<Kvr32f>(const Kvr32f*, const Kvr32f*, size_t);
 
 }  // namespace kvrs
 
@@ -14,8 +12,7 @@ using namespace kvrs;
 
 KvrStatus kvrsFIROne_32f(Kvr32f src, Kvr32f* dst, KvrsFIRState_32f* state) noexcept {
   KVRS_CHECK(pointers(dst, state), context(state, fir::kWord_32f));
-  *dst = fir::filterOne(*state, src);
-  return kvrStatusOk;
+  return fir::filterOne(*state, src, dst);
 }
 
 KvrStatus kvrsFIR_32f(const Kvr32f* src, Kvr32f* dst, int len, KvrsFIRState_32f* state) noexcept {

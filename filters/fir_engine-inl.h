@@ -7,8 +7,10 @@
 #include <cstring>
 #include <type_traits>
 
+#include "filters/fir_kernel-inl.h"
 #include "filters/fir_state.h"
 #include "frame/threads.h"
+#include "frame/unroll.h"
 
 namespace kvrs::fir {
 
@@ -47,35 +49,49 @@ inline void load(const Kvr32f* from, Kvr32f* to, size_t len) {
   memcpy(to, from, len * sizeof *to);
 }
 
-// One sample.
+// One sample of a filter that is too long for firShift.
 template <class T>
-T filterOne(State<T>& state, T sample) {
+__attribute__((noinline)) KvrStatus filterOneInRing(State<T>& state, T sample, T* dst) {
   const size_t tapsLen = static_cast<size_t>(state.tapsLen);
-  const T* taps = state.tapsRev.get();
-  T* line = state.dlyLine.get();
+  const T* taps = state.tapsRev.present();
+  T* line = state.dlyLine.present();
   const size_t pos = static_cast<size_t>(state.dlyPos);
   line[pos] = sample;
   line[pos + tapsLen] = sample;
   const size_t next = pos + 1 < tapsLen ? pos + 1 : 0;
   state.dlyPos = static_cast<int32_t>(next);
-  // A vector load that covers the sample of a recent call would have to wait until that call's store is through.
+  // A load that covers the sample of a recent call and another would have to wait until that call's store is through.
   // So the newest samples are multiplied one by one.
-  constexpr size_t kRecent = 8;
-  const size_t recent = tapsLen < kRecent ? tapsLen : kRecent;
+  constexpr int kRecent = 8;
+  const size_t old = tapsLen - kRecent;
   const T* window = line + next;
   T even = 0, odd = 0;
-  size_t i = tapsLen;
-  for (; i >= tapsLen - recent + 2; i -= 2) {
-    odd += window[i - 1] * taps[i - 1];
-    even += window[i - 2] * taps[i - 2];
-  }
-  if (i > tapsLen - recent) even += window[i - 1] * taps[i - 1];
-  const T newest = odd + even;
-  return tapsLen > kRecent ? firDot(window, taps, tapsLen - kRecent) + newest : newest;
+  unroll<kRecent / 2>([&](auto i) KVRS_UNROLLED {
+    even += inRegister(window[old + 2 * i]) * taps[old + 2 * i];
+    odd += inRegister(window[old + 2 * i + 1]) * taps[old + 2 * i + 1];
+  });
+  *dst = firDot(window, taps, old) + (even + odd);
+  return kvrStatusOk;
+}
+
+template <class T>
+KVRS_INLINE KvrStatus filterOne(State<T>& state, T sample, T* dst) {
+  const size_t tapsLen = static_cast<size_t>(state.tapsLen);
+  if (tapsLen > kShiftTaps<T>) return filterOneInRing(state, sample, dst);
+  *dst = firShift(state.dlyLine.present(), state.tapsRev.present(), state.shiftKeep, tapsLen, sample);
+  return kvrStatusOk;
+}
+
+// The same of whole vectors; short ones are not worth a call.
+template <size_t N>
+KVRS_INLINE void loadVectors(const Kvr32f* from, Kvr32f* to, size_t len) {
+  const Lanes<Kvr32f, N> d;
+  for (size_t i = 0; i < len; i += N) hn::StoreU(inRegister(hn::LoadU(d, from + i)), d, to + i);
 }
 
 // The direct engine. The first outputs, which reach back to samples of earlier calls, are computed from the
-// delay line with the first new samples behind it, and all others straight from `src`.
+// delay line with the first new samples behind it, and all others straight from `src`. They come last, as loads
+// that span old and new samples would wait for the stores of the new ones.
 template <class D, class T>
 void filterDirect(State<T>& state, const D* src, T* dst, size_t len) {
   constexpr size_t N = kLanes<T>;
@@ -91,12 +107,8 @@ void filterDirect(State<T>& state, const D* src, T* dst, size_t len) {
     return;
   }
   const size_t staged = roundUp(past, N);  // whole vectors, and less than len
-  if (staged != 0) {
-    load(src, window + tapsLen, staged);
-    firKernel(window + 1, dst, staged, taps, tapsLen);
-  }
-  load(src + (len - tapsLen), line, tapsLen);
-  // No less than a vector, even if it computes some of the staged outputs again.
+  loadVectors<N>(src, window + tapsLen, staged);
+  // No less than a vector, even if the staged outputs get some of them again.
   const size_t first = staged + N <= len ? staged : len - N;
   const size_t count = len - first;
   runOn(teamFor(state, len, uint64_t{count} * tapsLen), [=](int thread, int team) {
@@ -104,6 +116,10 @@ void filterDirect(State<T>& state, const D* src, T* dst, size_t len) {
     const size_t begin = first + slice * static_cast<size_t>(thread);
     firKernel(src + (begin - past), dst + begin, thread == team - 1 ? len - begin : slice, taps, tapsLen);
   });
+  if (staged > 0) firKernel(window + 1, dst, staged, taps, tapsLen);
+  // With what comes before it in its first vector.
+  const size_t kept = tapsLen + shiftPadding<T>(tapsLen);
+  loadVectors<kFewShiftLanes<T>>(src + (len - kept), line + tapsLen - kept, kept);
 }
 
 // The work of the FFT engine on `len` samples, in multiply-adds of the direct one.

@@ -33,6 +33,9 @@ inline constexpr int kBlocks = kVectorBytes == 64      ? 16
                                                        : 8;
 inline constexpr int kDepth = kVectorBytes >= 32 ? 4 : 1;
 
+// Blocks of a whole tile of 64-byte vectors whose inputs for fewer than N taps come out of registers (Tile::runHeld).
+inline constexpr int kHeld = kVectorBytes == 64 ? 6 : 0;
+
 template <class D, class T, size_t N, int kTileBlocks>
 class Tile {
  public:
@@ -76,7 +79,9 @@ class Tile {
   // Taps s of the groups from `taps` on, for s in [first, end).
   template <int kTileDepth>
   KVRS_INLINE void run(const D* in, const T* taps, size_t first, size_t end) {
-    if constexpr (kTileDepth > 0) {
+    if constexpr (kTileDepth == 1 && kHeld > 0 && kTileBlocks == kBlocks) {
+      runHeld(in, taps, first, end);
+    } else if constexpr (kTileDepth > 0) {
       constexpr int kTurns = kTileDepth >= kSplit ? 1 : kSplit / kTileDepth;  // values of s at a time
       size_t s = first;
       for (; s + kTurns <= end; s += kTurns) {
@@ -87,6 +92,28 @@ class Tile {
       if constexpr (kTurns > 1) {
         for (; s < end; ++s) step<kTileDepth, 0>(in + s, taps, s);
       }
+    }
+  }
+
+  // Taps s in [first, end), up to N of them, in a whole tile. Each vector of inputs serves one tap only, so that the
+  // loads would be the bound by far. With kHeld of the blocks taking theirs out of two vectors that stay in registers,
+  // loads and permutations, which keep a multiplier busy, take about the same time: 10 loads of two lines and 22
+  // operations of the two multipliers for a tap, against 16 and 16.
+  KVRS_INLINE void runHeld(const D* in, const T* taps, size_t first, size_t end) {
+    V held[kHeld + 1];
+    unroll<kHeld + 1>([&](auto b) KVRS_UNROLLED { held[b] = inRegister(load(in + N * b)); });
+    const hn::RebindToSigned<Tag> di;
+    auto from = hn::Iota(di, static_cast<int32_t>(first));
+    for (size_t s = first; s < end; ++s) {
+      const V tap = inRegister(loadTap(taps + s));
+      unroll<kTileBlocks>([&](auto b) KVRS_UNROLLED {
+        if constexpr (b < kHeld) {
+          sum_[b] = hn::MulAdd(lanesOf(held[b + 1], held[b], from), tap, sum_[b]);
+        } else {
+          sum_[b] = hn::MulAdd(load(in + s + N * b), tap, sum_[b]);
+        }
+      });
+      from = hn::Add(from, hn::Set(di, 1));
     }
   }
 
@@ -165,7 +192,10 @@ KVRS_INLINE T foldedSum(hn::Vec<Lanes<T, N>> sum, const T* in, const T* taps, si
     return hn::GetLane(sum);
   } else {
     const Lanes<T, N / 2> half;
-    auto folded = hn::Add(hn::LowerHalf(half, sum), hn::UpperHalf(half, sum));
+    // s8 would take a constant for the upper of two lanes.
+    const auto upper =
+        N == 2 ? hn::LowerHalf(half, hn::Reverse2(Lanes<T, N>(), sum)) : hn::UpperHalf(half, sum);
+    auto folded = hn::Add(hn::LowerHalf(half, sum), upper);
     if (len & (N / 2)) {
       folded = hn::MulAdd(hn::LoadU(half, in), hn::LoadU(half, taps), folded);
       in += N / 2;
@@ -189,8 +219,9 @@ void firKernel(const D* in, T* out, size_t count, const T* taps, size_t tapsLen)
   }
 }
 
+// in[0]*taps[0] + ... + in[len-1]*taps[len-1].
 template <class T>
-T firDot(const T* in, const T* taps, size_t len) {
+KVRS_INLINE T firDot(const T* in, const T* taps, size_t len) {
   constexpr size_t N = kLanes<T>;
   const Lanes<T, N> d;
   auto sum0 = hn::Zero(d), sum1 = sum0, sum2 = sum0, sum3 = sum0;
@@ -204,6 +235,40 @@ T firDot(const T* in, const T* taps, size_t len) {
   for (; i + N <= len; i += N) sum0 = hn::MulAdd(hn::LoadU(d, in + i), hn::LoadU(d, taps + i), sum0);
   const auto sum = hn::Add(hn::Add(sum0, sum1), hn::Add(sum2, sum3));
   return fir_detail::foldedSum<T, N>(sum, in + i, taps + i, len - i);
+}
+
+namespace fir_detail {
+
+// firShift by vectors of N.
+template <class T, size_t N>
+KVRS_INLINE T shift(T* window, const T* taps, const T* keep, size_t len, T newest) {
+  const Lanes<T, N> d;
+  auto sum = hn::Zero(d);
+  auto upper = hn::Set(d, newest);
+  const auto step = [&](auto lower) KVRS_UNROLLED {
+    auto next = upper;  // of each 16 bytes of `lower`, what comes behind
+    if constexpr (N * sizeof(T) == 32) next = hn::ConcatLowerUpper(d, upper, lower);
+    const auto moved = hn::CombineShiftRightBytes<sizeof(T)>(d, next, lower);
+    hn::StoreU(moved, d, window);
+    sum = hn::MulAdd(moved, hn::LoadU(d, taps), sum);
+    upper = lower;
+  };
+  // From the end on, where both arrays have whole vectors.
+  window += len - N;
+  taps += len - N;
+  for (; len > N; len -= N, window -= N, taps -= N) step(hn::LoadU(d, window));
+  step(hn::And(hn::LoadU(d, window), hn::LoadU(d, keep)));
+  return hn::GetLane(hn::SumOfLanes(d, sum));
+}
+
+}  // namespace fir_detail
+
+// Puts `newest` behind a window of `len` samples, moves them all by one to the front, and returns their sum of products.
+// `keep` has all bits of the lanes of the first vector that are neither before the window nor its oldest sample.
+template <class T>
+KVRS_INLINE T firShift(T* window, const T* taps, const T* keep, size_t len, T newest) {
+  if (shiftsByFew<T>(len)) return fir_detail::shift<T, kFewShiftLanes<T>>(window, taps, keep, len, newest);
+  return fir_detail::shift<T, kShiftLanes<T>>(window, taps, keep, len, newest);
 }
 
 }  // namespace kvrs

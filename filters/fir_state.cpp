@@ -35,10 +35,11 @@ Block<T> layOut(const Plan& plan, Kvr8u* buffer) {
   Carver carver(buffer);
   Block<T> block{};
   block.state = carver.take<State<T>>(1, kRecordAlignment);
-  block.tapsRev = carver.take<T>(tapsLen, kRecordAlignment);
+  const size_t padding = shiftPadding<T>(tapsLen);
+  block.tapsRev = carver.take<T>(padding + tapsLen, kRecordAlignment) + padding;
   if (kTapCopies < T >> 1) block.tapsBcast = carver.take<T>(kTapCopies<T> * tapsLen, kRecordAlignment);
   // Window and staging area at their farthest.
-  block.dlyLine = carver.take<T>(3 * tapsLen + kLanes<T>, kRecordAlignment);
+  block.dlyLine = carver.take<T>(padding + 3 * tapsLen + kLanes<T>, kRecordAlignment) + padding;
   block.scratch = carver.take<T>(kScratch, kLine);
   if (fftLen != 0) {
     block.fftTaps = carver.take<T>(fftLen, kLine);
@@ -97,6 +98,9 @@ State<T>* build(const Plan& plan, const T* taps, const T* dlyLine, Kvr8u* buffer
   state->tapsBcast.set(block.tapsBcast);
   state->dlyLine.set(block.dlyLine);
   state->scratch.set(block.scratch);
+  const size_t padding = shiftPadding<T>(static_cast<size_t>(plan.tapsLen));
+  memset(state->shiftKeep, 0, sizeof state->shiftKeep);
+  memset(state->shiftKeep + padding + 1, 0xFF, (kShiftLanes<T> - 1 - padding) * sizeof(T));
   state->fftLen = -1;
   state->fftBufSize = plan.workSize;
   state->fftSpec.set(nullptr);
@@ -120,6 +124,8 @@ KvrStatus setTaps(State<T>* state, const T* taps) {
   const size_t tapsLen = static_cast<size_t>(state->tapsLen);
   T* tapsRev = state->tapsRev.get();
   T* tapsBcast = state->tapsBcast.get();
+  const size_t padding = shiftPadding<T>(tapsLen);
+  memset(tapsRev - padding, 0, padding * sizeof(T));
   reverse(taps, tapsRev, tapsLen);
   if (kTapCopies < T >> 1) {
     for (size_t i = 0; i < kTapCopies<T> * tapsLen; ++i) tapsBcast[i] = tapsRev[i / kTapCopies<T>];

@@ -64,9 +64,10 @@ struct Sums<Kvr32f> {
 
 // A filter whose taps, delay line and sums are of type T.
 //
-// The delay line is written twice by single samples, tapsLen apart, so that the last tapsLen samples always
-// lie in one piece, the oldest at dlyPos. Calls with more samples put them behind that window, as many as they
-// need there, and move the newest tapsLen to the front when they are done.
+// The delay line holds the last tapsLen samples in one piece, the oldest at dlyPos. A single sample is written twice,
+// tapsLen apart, so that the window can go round; with few taps it moves the others instead (firShift). Calls with more
+// samples put them behind the window, as many as they need there, and move the newest tapsLen to the front when they
+// are done.
 template <class T>
 struct State {
   uint32_t idWord;
@@ -78,7 +79,8 @@ struct State {
   Ref<T> tapsRev;    // the last tap first: in the order of the samples they meet
   Ref<T> tapsBcast;  // the same, each kTapCopies times; null where that is once
   Ref<T> dlyLine;
-  Ref<T> scratch;  // the results of kScratch samples in place
+  Ref<T> scratch;               // the results of kScratch samples in place
+  T shiftKeep[kShiftLanes<T>];  // the lanes that firShift keeps
 
   // The block convolution; fftLen is -1 where there is none.
   int32_t fftLen;

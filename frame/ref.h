@@ -20,7 +20,9 @@ class Ref {
   void set(const T* target) {
     offset_ = target == nullptr ? 0 : static_cast<int32_t>(reinterpret_cast<intptr_t>(target) - here());
   }
-  T* get() const { return offset_ == 0 ? nullptr : reinterpret_cast<T*>(here() + offset_); }
+  T* get() const { return offset_ == 0 ? nullptr : present(); }
+  // The same of a reference that is known not to be null.
+  T* present() const { return reinterpret_cast<T*>(here() + offset_); }
 
  private:
   intptr_t here() const { return reinterpret_cast<intptr_t>(this); }

@@ -64,6 +64,15 @@ KVRS_INLINE V inRegister(V v) {
   asm("" : "+v"(v.raw));
   return v;
 }
+// A number: the compiler may not make vectors of this and its neighbours.
+KVRS_INLINE float inRegister(float number) {
+  asm("" : "+x"(number));
+  return number;
+}
+KVRS_INLINE double inRegister(double number) {
+  asm("" : "+x"(number));
+  return number;
+}
 
 // Even lanes x - y, odd lanes x + y: one instruction that s8 needs a name for. Elsewhere, and in double precision, the
 // compiler makes it of a sum, a difference and their merging.
@@ -79,6 +88,14 @@ using Lanes = hn::CappedTag<T, N>;
 // The lanes of a full vector of T.
 template <class T>
 inline constexpr size_t kLanes = kVectorBytes / sizeof(T);
+
+#if HWY_TARGET <= HWY_AVX3
+// Lane i is lane from[i] of `lower`, or lane from[i] - 16 of `upper`.
+KVRS_INLINE hn::Vec512<float> lanesOf(hn::Vec512<float> upper, hn::Vec512<float> lower,
+                                      hn::Vec512<int32_t> from) {
+  return hn::Vec512<float>{_mm512_permutex2var_ps(lower.raw, from.raw, upper.raw)};
+}
+#endif
 
 // Even (odd) lanes over their odd (even) neighbours. Highway's take the one shuffle unit; on single precision
 // these take none at all where the operand comes from memory.

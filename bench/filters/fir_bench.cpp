@@ -255,7 +255,8 @@ Register fir([] {
     const std::string name = nameOf("one", tapsLen, s.len);
     const auto state = lazily([=] { return stateFor(s, 1); });
     add(name, "kvrs", [=] {
-      for (int n = 0; n < s.len; ++n) kvrsFIROne_32f(s.src()[n], s.out.get() + n, state().get());
+      KvrsFIRState_32f* one = state().get();
+      for (int n = 0; n < s.len; ++n) kvrsFIROne_32f(s.src()[n], s.out.get() + n, one);
     });
 #ifdef KVRS_BENCH_LIQUID
     const auto filter = lazily([=] {
@@ -263,9 +264,10 @@ Register fir([] {
           firfilt_rrrf_create(s.taps.get(), static_cast<unsigned>(s.tapsLen)), firfilt_rrrf_destroy);
     });
     add(name, "liquid", [=] {
+      firfilt_rrrf_s* one = filter().get();
       for (int n = 0; n < s.len; ++n) {
-        firfilt_rrrf_push(filter().get(), s.src()[n]);
-        firfilt_rrrf_execute(filter().get(), s.out.get() + n);
+        firfilt_rrrf_push(one, s.src()[n]);
+        firfilt_rrrf_execute(one, s.out.get() + n);
       }
     });
 #endif

@@ -127,7 +127,7 @@ TEST(FirState, StaysInItsBlock) {
   Arena arena(400000);
   for (int threads : {1, 2, 8}) {
     ThreadCount count(threads);
-    for (int tapsLen : {1, 2, 3, 4, 5, 8, 13, 16, 31, 62, 63, 64, 127, 128, 400, 513}) {
+    for (int tapsLen : {1, 2, 3, 4, 5, 6, 7, 8, 9, 13, 16, 17, 31, 62, 63, 64, 65, 127, 128, 400, 513}) {
       for (size_t offset = 0; offset < 64; offset += tapsLen < 10 ? 1 : 7) {
         checkBlock(arena, tapsLen, Side::back, offset, random);
         if (HasFailure()) return;

@@ -73,7 +73,7 @@ TEST(Fir, Rounding) {
 TEST(Fir, SpecialValues) {
   Random random;
   const Kvr32f infinity = std::numeric_limits<Kvr32f>::infinity();
-  for (int tapsLen : {1, 5, 16, 40, 63}) {
+  for (int tapsLen : {1, 5, 6, 16, 40, 63, 66}) {
     const auto taps = wholeTaps(random, tapsLen);
     FirState state(taps);
     std::vector<Kvr32f> src(200, 0.0f), dst(200);
