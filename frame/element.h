@@ -18,7 +18,8 @@ struct Complex {
 };
 
 // Element<T>::Lane is the type of one lane, kSpan how many lanes of a vector an element takes, and kStreams
-// tells whether stream() bypasses the cache.
+// tells whether stream() bypasses the cache. loadFirst() and storeFirst(), which not all elements have, touch only the
+// first elements of a vector; its other lanes are read as 0.
 template <class T>
 struct Element {
   using Lane = T;
@@ -37,6 +38,14 @@ struct Element {
   template <class Dt>
   static KVRS_INLINE void stream(hn::Vec<Dt> v, Dt d, T* p) {
     hn::Stream(v, d, p);
+  }
+  template <class Dt>
+  static KVRS_INLINE hn::Vec<Dt> loadFirst(size_t count, Dt d, const T* p) {
+    return hn::MaskedLoad(hn::FirstN(d, count), d, p);
+  }
+  template <class Dt>
+  static KVRS_INLINE void storeFirst(size_t count, hn::Vec<Dt> v, Dt d, T* p) {
+    hn::BlendedStore(v, hn::FirstN(d, count), d, p);
   }
 };
 
@@ -97,6 +106,14 @@ struct Element<Pair<Part>> {
   static KVRS_INLINE void stream(hn::Vec<Dt> v, Dt d, Pair<Part>* p) {
     hn::Stream(v, d, &p->re);
   }
+  template <class Dt>
+  static KVRS_INLINE hn::Vec<Dt> loadFirst(size_t count, Dt d, const Pair<Part>* p) {
+    return hn::MaskedLoad(hn::FirstN(d, 2 * count), d, &p->re);
+  }
+  template <class Dt>
+  static KVRS_INLINE void storeFirst(size_t count, hn::Vec<Dt> v, Dt d, Pair<Part>* p) {
+    hn::BlendedStore(v, hn::FirstN(d, 2 * count), d, &p->re);
+  }
 };
 
 // An array as pairs of T: of complex elements, or of parts from any place on.
@@ -146,6 +163,17 @@ struct Element<Wide<T>> {
     hn::Stream(v.first, Full(), &p->value);
     hn::Stream(v.second, Full(), &p[kLanes<T>].value);
   }
+  static KVRS_INLINE Both<hn::Vec<Full>> loadFirst(size_t count, TwoVectors<T>, const Wide<T>* p) {
+    return {hn::MaskedLoad(hn::FirstN(Full(), count), Full(), &p->value),
+            hn::MaskedLoad(hn::FirstN(Full(), behindFirst(count)), Full(), &p[kLanes<T>].value)};
+  }
+  static KVRS_INLINE void storeFirst(size_t count, Both<hn::Vec<Full>> v, TwoVectors<T>, Wide<T>* p) {
+    hn::BlendedStore(v.first, hn::FirstN(Full(), count), Full(), &p->value);
+    hn::BlendedStore(v.second, hn::FirstN(Full(), behindFirst(count)), Full(), &p[kLanes<T>].value);
+  }
+
+ private:
+  static constexpr size_t behindFirst(size_t count) { return count > kLanes<T> ? count - kLanes<T> : 0; }
 };
 
 // Bytes of a block's vector that an element takes.

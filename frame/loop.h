@@ -9,7 +9,8 @@
 // The blocks at both ends lie over the body instead of running element by element, so that every element
 // comes out of the same vector code, whatever the length and the alignment. Both are computed before anything
 // is stored and stored after the body: an operation in place reads each element before it is overwritten.
-// Vectors shorter than N elements run the same way with blocks of N/2, N/4, ... elements.
+// Vectors shorter than N elements are one block under a mask where there are masks, and run the same way with blocks
+// of N/2, N/4, ... elements where there are none.
 //
 // There is one loop for every alignment of a source: on processors of the last fifteen years an unaligned
 // load costs nothing but the crossing of a cache line, which no alignment of dst can avoid for all sources at
@@ -108,32 +109,49 @@ KVRS_INLINE void shortMap(const Op& op, D* dst, ptrdiff_t len, const S*... src) 
   }
 }
 
+// Whether the first elements of a block of N are loaded and stored in one go.
+template <class T, size_t N>
+inline constexpr bool kMasks = kMaskRegisters&& requires(ElementLanes<T, N> d, const T* p) {
+  Element<T>::loadFirst(1, d, p);
+};
+
+// Fewer elements than a block of N.
+template <size_t N, class D, class Op, class... S>
+KVRS_INLINE void partOfBlock(const Op& op, D* dst, ptrdiff_t len, const S*... src) {
+  if constexpr (kMasks<D, N> && (kMasks<S, N> && ...)) {
+    const ElementLanes<D, N> d;
+    const size_t count = static_cast<size_t>(len);
+    Element<D>::storeFirst(count, op(d, Element<S>::loadFirst(count, ElementLanes<S, N>(), src)...), d, dst);
+  } else if constexpr (N > 1) {
+    shortMap<N / 2>(op, dst, len, src...);
+  }
+}
+
 // A function of its own so that it calls nothing: no frame, nothing to save, and all forms of an operation
 // share it. Its arguments stand in the order of the exports, which spares them the shuffling of registers.
 template <class D, class Op, class... S>
 [[gnu::noinline]] KvrStatus mapInCache(const S*... src, D* dst, ptrdiff_t len, Op op) {
   constexpr ptrdiff_t N = kBlock<D, S...>;
-  if (len <= 2 * N) {
-    shortMap<N>(op, dst, len, src...);
+  if (len < N) {
+    partOfBlock<N>(op, dst, len, src...);
     return kvrStatusOk;
   }
   const ElementLanes<D, N> d;
   const ptrdiff_t end = len - N;
   const auto first = block<N, D>(op, 0, src...);
   const auto last = block<N, D>(op, end, src...);
-  if (len <= 4 * N) {
-    const auto second = block<N, D>(op, N, src...);
-    const auto third = block<N, D>(op, end - N, src...);
-    Element<D>::store(first, d, dst);
-    Element<D>::store(second, d, dst + N);
-    Element<D>::store(third, d, dst + (end - N));
-  } else {
+  if (len > 4 * N) {
     forBlocks<N>(
         firstAligned<N>(dst), end, [&](ptrdiff_t i) __attribute__((always_inline)) {
           Element<D>::store(block<N, D>(op, i, src...), d, dst + i);
         });
-    Element<D>::store(first, d, dst);
+  } else if (len > 2 * N) {
+    const auto second = block<N, D>(op, N, src...);
+    const auto third = block<N, D>(op, end - N, src...);
+    Element<D>::store(second, d, dst + N);
+    Element<D>::store(third, d, dst + (end - N));
   }
+  Element<D>::store(first, d, dst);
   Element<D>::store(last, d, dst + end);
   return kvrStatusOk;
 }
