@@ -82,7 +82,7 @@ T* as(const std::shared_ptr<Kvr32f>& p) {
 
 Register unary([] {
   for (int len : kLengths) {
-    const std::string n = "/" + std::to_string(len);
+    const std::string n = std::string("/").append(std::to_string(len));
     const auto a = array<Kvr32f>(2 * len), b = array<Kvr32f>(2 * len), dst = array<Kvr32f>(2 * len);
     const auto d = array<Kvr64f>(len), e = array<Kvr64f>(len), wide = array<Kvr64f>(2 * len);
     const auto s = array<Kvr16s>(len), t = array<Kvr16s>(len);
