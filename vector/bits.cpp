@@ -61,7 +61,7 @@ class BitWriter {
     code &= static_cast<uint32_t>((uint64_t{1} << count) - 1);
     if (count < room_) {
       room_ -= count;
-      word_ |= code << room_;
+      word_ |= (code << 1) << (room_ - 1);  // of a code without bits room_ may be 32
     } else {
       const unsigned over = count - room_;  // below 32, as there always is room
       const uint32_t full = __builtin_bswap32(word_ | code >> over);
