@@ -192,6 +192,7 @@ void checkForm(Exact exact, ScaleBounds bounds, long double (*r)(long double, lo
 TEST(Scaled, Sum) {
   const auto plus = [](long double a, long double b) { return a + b; };
   checkForm<uint8_t>(AsSum(), {9, -8}, plus);
+  checkForm<uint16_t>(AsSum(), {17, -16}, plus);
   checkForm<int16_t>(AsSum(), {16, -16}, plus);
   checkForm<int32_t>(AsSum(), {32, -31}, plus);
 }
@@ -199,6 +200,7 @@ TEST(Scaled, Sum) {
 TEST(Scaled, Difference) {
   const auto minus = [](long double a, long double b) { return a - b; };
   checkForm<int16_t>(AsDifference(), {16, -16}, minus);
+  checkForm<int32_t>(AsDifference(), {32, -31}, minus);
 }
 
 TEST(Scaled, Kernels) {
