@@ -94,7 +94,8 @@ ScalarThen<Op, T> scalarThen(Op op, T val) {
 template <class Op, class D, class A, class B>
 KvrStatus vectorVector(const A* a, const B* b, D* dst, int len, ScaleBounds bounds, int scaleFactor) {
   KVRS_CHECK(pointers(a, b, dst), length(len));
-  return mapScaled(Op(), bounds, scaleFactor, dst, static_cast<size_t>(len), a, b);
+  return mapScaled(Op(), bounds, scaleFactor, elements(dst), static_cast<size_t>(len), elements(a),
+                   elements(b));
 }
 
 // The same without a scale factor.

@@ -52,13 +52,6 @@ struct ComplexTimes {
 };
 
 template <class T>
-KvrStatus vectors(const T* a, const T* b, T* dst, int len, ScaleBounds bounds, int scaleFactor) {
-  KVRS_CHECK(pointers(a, b, dst), length(len));
-  return mapScaled(ComplexTimes(), bounds, scaleFactor, elements(dst), static_cast<size_t>(len), elements(a),
-                   elements(b));
-}
-
-template <class T>
 KvrStatus vectorScalar(const T* src, T val, T* dst, int len, ScaleBounds bounds, int scaleFactor) {
   KVRS_CHECK(pointers(src, dst), length(len));
   return mapScaled(thenScalar(ComplexTimes(), val), bounds, scaleFactor, elements(dst),
@@ -72,17 +65,17 @@ using namespace kvrs;
 
 KvrStatus kvrsMul_16sc_Sfs(const Kvr16sc* src1, const Kvr16sc* src2, Kvr16sc* dst, int len,
                            int scaleFactor) noexcept {
-  return vectors(src1, src2, dst, len, kMul16sc, scaleFactor);
+  return vectorVector<ComplexTimes>(src1, src2, dst, len, kMul16sc, scaleFactor);
 }
 KvrStatus kvrsMul_16sc_ISfs(const Kvr16sc* src, Kvr16sc* srcDst, int len, int scaleFactor) noexcept {
-  return vectors<Kvr16sc>(srcDst, src, srcDst, len, kMul16sc, scaleFactor);
+  return vectorVector<ComplexTimes>(srcDst, src, srcDst, len, kMul16sc, scaleFactor);
 }
 KvrStatus kvrsMul_32sc_Sfs(const Kvr32sc* src1, const Kvr32sc* src2, Kvr32sc* dst, int len,
                            int scaleFactor) noexcept {
-  return vectors(src1, src2, dst, len, kMul32sc, scaleFactor);
+  return vectorVector<ComplexTimes>(src1, src2, dst, len, kMul32sc, scaleFactor);
 }
 KvrStatus kvrsMul_32sc_ISfs(const Kvr32sc* src, Kvr32sc* srcDst, int len, int scaleFactor) noexcept {
-  return vectors<Kvr32sc>(srcDst, src, srcDst, len, kMul32sc, scaleFactor);
+  return vectorVector<ComplexTimes>(srcDst, src, srcDst, len, kMul32sc, scaleFactor);
 }
 
 KvrStatus kvrsMulC_16sc_Sfs(const Kvr16sc* src, Kvr16sc val, Kvr16sc* dst, int len,
