@@ -17,14 +17,13 @@ struct Complex {
   V re, im;
 };
 
-// Element<T>::Lane is the type of one lane, kSpan how many lanes of a vector an element takes, and kStreams
-// tells whether stream() bypasses the cache. loadFirst() and storeFirst(), which not all elements have, touch only the
-// first elements of a vector; its other lanes are read as 0.
+// Element<T>::Lane is the type of one lane and kSpan how many lanes of a vector an element takes. loadFirst() and
+// storeFirst(), which not all elements have, touch only the first elements of a block, at most all of them; its other
+// lanes are read as 0.
 template <class T>
 struct Element {
   using Lane = T;
   static constexpr size_t kSpan = 1;
-  static constexpr bool kStreams = true;
 
   template <class Dt>
   static KVRS_INLINE hn::Vec<Dt> load(Dt d, const T* p) {
@@ -34,18 +33,13 @@ struct Element {
   static KVRS_INLINE void store(hn::Vec<Dt> v, Dt d, T* p) {
     hn::StoreU(v, d, p);
   }
-  // p is aligned to the vector.
-  template <class Dt>
-  static KVRS_INLINE void stream(hn::Vec<Dt> v, Dt d, T* p) {
-    hn::Stream(v, d, p);
-  }
   template <class Dt>
   static KVRS_INLINE hn::Vec<Dt> loadFirst(size_t count, Dt d, const T* p) {
-    return hn::MaskedLoad(hn::FirstN(d, count), d, p);
+    return hn::MaskedLoad(firstLanes(d, count), d, p);
   }
   template <class Dt>
   static KVRS_INLINE void storeFirst(size_t count, hn::Vec<Dt> v, Dt d, T* p) {
-    hn::BlendedStore(v, hn::FirstN(d, count), d, p);
+    hn::BlendedStore(v, firstLanes(d, count), d, p);
   }
 };
 
@@ -53,7 +47,6 @@ template <class T, class Part>
 struct ComplexElement {
   using Lane = Part;
   static constexpr size_t kSpan = 1;
-  static constexpr bool kStreams = false;
 
   template <class Dt>
   static KVRS_INLINE Complex<hn::Vec<Dt>> load(Dt d, const T* p) {
@@ -64,6 +57,20 @@ struct ComplexElement {
   template <class Dt>
   static KVRS_INLINE void store(Complex<hn::Vec<Dt>> v, Dt d, T* p) {
     storeInterleaved(v.re, v.im, d, &p->re);
+  }
+  template <class Dt>
+  static KVRS_INLINE Complex<hn::Vec<Dt>> loadFirst(size_t count, Dt d, const T* p) {
+    constexpr size_t N = hn::MaxLanes(Dt());
+    const auto lower = hn::MaskedLoad(firstLanes(d, 2 * count < N ? 2 * count : N), d, &p->re);
+    const auto upper = hn::MaskedLoad(firstLanes(d, 2 * count < N ? 0 : 2 * count - N), d, &p->re + N);
+    return {hn::ConcatEven(d, upper, lower), hn::ConcatOdd(d, upper, lower)};
+  }
+  template <class Dt>
+  static KVRS_INLINE void storeFirst(size_t count, Complex<hn::Vec<Dt>> v, Dt d, T* p) {
+    constexpr size_t N = hn::MaxLanes(Dt());
+    const auto both = interleaved(d, v.re, v.im);
+    hn::BlendedStore(both.first, firstLanes(d, 2 * count < N ? 2 * count : N), d, &p->re);
+    hn::BlendedStore(both.second, firstLanes(d, 2 * count < N ? 0 : 2 * count - N), d, &p->re + N);
   }
 };
 
@@ -92,7 +99,6 @@ template <class Part>
 struct Element<Pair<Part>> {
   using Lane = Part;
   static constexpr size_t kSpan = 2;
-  static constexpr bool kStreams = true;
 
   template <class Dt>
   static KVRS_INLINE hn::Vec<Dt> load(Dt d, const Pair<Part>* p) {
@@ -103,16 +109,12 @@ struct Element<Pair<Part>> {
     hn::StoreU(v, d, &p->re);
   }
   template <class Dt>
-  static KVRS_INLINE void stream(hn::Vec<Dt> v, Dt d, Pair<Part>* p) {
-    hn::Stream(v, d, &p->re);
-  }
-  template <class Dt>
   static KVRS_INLINE hn::Vec<Dt> loadFirst(size_t count, Dt d, const Pair<Part>* p) {
-    return hn::MaskedLoad(hn::FirstN(d, 2 * count), d, &p->re);
+    return hn::MaskedLoad(firstLanes(d, 2 * count), d, &p->re);
   }
   template <class Dt>
   static KVRS_INLINE void storeFirst(size_t count, hn::Vec<Dt> v, Dt d, Pair<Part>* p) {
-    hn::BlendedStore(v, hn::FirstN(d, 2 * count), d, &p->re);
+    hn::BlendedStore(v, firstLanes(d, 2 * count), d, &p->re);
   }
 };
 
@@ -141,7 +143,6 @@ template <class T>
 struct Element<Wide<T>> {
   using Lane = T;
   static constexpr size_t kSpan = 1;
-  static constexpr bool kStreams = true;
   using Full = Lanes<T, kLanes<T>>;
 
   template <class Dt>
@@ -159,17 +160,13 @@ struct Element<Wide<T>> {
     hn::StoreU(v.first, Full(), &p->value);
     hn::StoreU(v.second, Full(), &p[kLanes<T>].value);
   }
-  static KVRS_INLINE void stream(Both<hn::Vec<Full>> v, TwoVectors<T>, Wide<T>* p) {
-    hn::Stream(v.first, Full(), &p->value);
-    hn::Stream(v.second, Full(), &p[kLanes<T>].value);
-  }
   static KVRS_INLINE Both<hn::Vec<Full>> loadFirst(size_t count, TwoVectors<T>, const Wide<T>* p) {
-    return {hn::MaskedLoad(hn::FirstN(Full(), count), Full(), &p->value),
-            hn::MaskedLoad(hn::FirstN(Full(), behindFirst(count)), Full(), &p[kLanes<T>].value)};
+    return {hn::MaskedLoad(firstLanes(Full(), count), Full(), &p->value),
+            hn::MaskedLoad(firstLanes(Full(), behindFirst(count)), Full(), &p[kLanes<T>].value)};
   }
   static KVRS_INLINE void storeFirst(size_t count, Both<hn::Vec<Full>> v, TwoVectors<T>, Wide<T>* p) {
-    hn::BlendedStore(v.first, hn::FirstN(Full(), count), Full(), &p->value);
-    hn::BlendedStore(v.second, hn::FirstN(Full(), behindFirst(count)), Full(), &p[kLanes<T>].value);
+    hn::BlendedStore(v.first, firstLanes(Full(), count), Full(), &p->value);
+    hn::BlendedStore(v.second, firstLanes(Full(), behindFirst(count)), Full(), &p[kLanes<T>].value);
   }
 
  private:

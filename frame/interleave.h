@@ -56,16 +56,24 @@ KVRS_INLINE Both<V> blocksInOrder(D d, V lower, V upper) {
   }
 }
 
+// a[0], b[0], a[1], b[1] and so on.
+template <class D, class V = hn::Vec<D>>
+KVRS_INLINE Both<V> interleaved(D d, V a, V b) {
+  using T = hn::TFromD<D>;
+  if constexpr (sizeof(a.raw) == 64 && sizeof(T) >= 4) {
+    return {zip<false, 1>(d, a, b), zip<true, 1>(d, a, b)};
+  } else {
+    // No such instruction for narrow lanes: what is interleaved within blocks is put in order as words.
+    return blocksInOrder(d, hn::InterleaveLower(d, a, b), hn::InterleaveUpper(d, a, b));
+  }
+}
+
 // p[2 * i] = a[i], p[2 * i + 1] = b[i]
 template <class D, class V = hn::Vec<D>, class T = hn::TFromD<D>>
 KVRS_INLINE void storeInterleaved(V a, V b, D d, T* p) {
   constexpr size_t N = hn::MaxLanes(D());
-  if constexpr (N * sizeof(T) == 64 && sizeof(T) >= 4) {
-    hn::StoreU(zip<false, 1>(d, a, b), d, p);
-    hn::StoreU(zip<true, 1>(d, a, b), d, p + N);
-  } else if constexpr (N * sizeof(T) == 64) {
-    // No such instruction for narrow lanes: what is interleaved within blocks is put in order as words.
-    const auto both = blocksInOrder(d, hn::InterleaveLower(d, a, b), hn::InterleaveUpper(d, a, b));
+  if constexpr (N * sizeof(T) == 64) {
+    const auto both = interleaved(d, a, b);
     hn::StoreU(both.first, d, p);
     hn::StoreU(both.second, d, p + N);
   } else {

@@ -1,4 +1,7 @@
-// The element loop: dst[i] = op(src0[i], src1[i], ...) over whole vectors.
+// The element loop: dst[i] = op(src0[i], src1[i], ...) over whole vectors, whatever the length and the alignment.
+//
+// Where the processor has masks, what lies ahead of the first aligned block and what is left behind the last one is part
+// of a block each. Where it has none, the blocks at both ends lie over the body:
 //
 //        first                                         last
 //   |------------|                                |------------|
@@ -6,11 +9,8 @@
 //   .     aligned body, 4 blocks a turn           .            .
 //   0                                             len - N      len
 //
-// The blocks at both ends lie over the body instead of running element by element, so that every element
-// comes out of the same vector code, whatever the length and the alignment. Both are computed before anything
-// is stored and stored after the body: an operation in place reads each element before it is overwritten.
-// Vectors shorter than N elements are one block under a mask where there are masks, and run the same way with blocks
-// of N/2, N/4, ... elements where there are none.
+// Both are computed before anything is stored and stored after the body, so that an operation in place reads each element
+// before it is overwritten. Vectors shorter than N elements run the same way with blocks of N/2, N/4, ... elements.
 //
 // There is one loop for every alignment of a source: on processors of the last fifteen years an unaligned
 // load costs nothing but the crossing of a cache line, which no alignment of dst can avoid for all sources at
@@ -22,7 +22,6 @@
 #include <cstddef>
 #include <cstdint>
 
-#include "frame/cache.h"
 #include "frame/element.h"
 #include "frame/simd.h"
 #include "kvrs/types.h"
@@ -75,25 +74,55 @@ KVRS_INLINE void keepIndex(ptrdiff_t& i) {
   asm("" : "+r"(i));
 }
 
-// put(i) for the first index of every block from i on, until at most one block is left behind `end`, which is
-// the last one's.
-template <size_t N, class Put>
-KVRS_INLINE void forBlocks(ptrdiff_t i, ptrdiff_t end, Put put) {
+// put(i) for every block from i on, kTurn blocks a turn, while there are so many before `end`; the index behind them.
+template <size_t N, ptrdiff_t kTurn, class Put>
+KVRS_INLINE ptrdiff_t forTurns(ptrdiff_t i, ptrdiff_t end, Put put) {
+  static_assert(kTurn == 1 || kTurn == 4);
   constexpr ptrdiff_t n = N;
-  for (const ptrdiff_t lastTurn = end - 3 * n; i < lastTurn; i += 4 * n) {
+  for (const ptrdiff_t last = end - kTurn * n; i <= last; i += kTurn * n) {
     keepIndex(i);
     put(i);
-    put(i + n);
-    put(i + 2 * n);
-    put(i + 3 * n);
+    if constexpr (kTurn == 4) {
+      put(i + n);
+      put(i + 2 * n);
+      put(i + 3 * n);
+    }
   }
-  for (; i < end; i += n) put(i);
+  return i;
 }
 
-// Vectors of more elements than these go through the loop; up to there everything is read before anything is
-// written.
-template <class D, class... S>
-inline constexpr size_t kLoopFrom = 4 * kBlock<D, S...>;
+// Blocks of a turn: from afar it is memory that takes the time.
+template <bool kFar>
+inline constexpr ptrdiff_t kTurn = kFar ? 1 : 4;
+
+// put(i) for every block from i on while there is one before `end`.
+template <size_t N, bool kFar = false, class Put>
+KVRS_INLINE void forBlocks(ptrdiff_t i, ptrdiff_t end, Put put) {
+  i = forTurns<N, kTurn<kFar>>(i, end, put);
+  if constexpr (!kFar) forTurns<N, 1>(i, end, put);
+}
+
+// Vectors of so many bytes, all arrays together, do not fit into the nearer caches.
+inline constexpr size_t kFarBytes = size_t{4} << 20;
+
+// Asks for the lines of the block that is so many bytes ahead. With two and three arrays of 8 to 64 MiB each it gave a
+// tenth to a third of the time, and 512 to 4,096 bytes made no difference; stores that bypass the cache gave less.
+inline constexpr ptrdiff_t kAheadBytes = 1024;
+
+template <size_t N, int forWriting = 0, ptrdiff_t kDistance = kAheadBytes, class T>
+KVRS_INLINE void fetchAhead(const T* p, ptrdiff_t i) {
+  const char* const ahead = reinterpret_cast<const char*>(p + i) + kDistance;
+  for (size_t line = 0; line < N * sizeof(T); line += 64) __builtin_prefetch(ahead + line, forWriting);
+}
+template <size_t N, class T>
+KVRS_INLINE void fetchAheadToWrite(const T* p, ptrdiff_t i) {
+  fetchAhead<N, 1>(p, i);
+}
+// For loops that go down.
+template <size_t N, class T>
+KVRS_INLINE void fetchBehind(const T* p, ptrdiff_t i) {
+  fetchAhead<N, 0, -kAheadBytes>(p, i);
+}
 
 // At most two blocks of N elements, which may lie over each other.
 template <size_t N, class D, class Op, class... S>
@@ -109,108 +138,120 @@ KVRS_INLINE void shortMap(const Op& op, D* dst, ptrdiff_t len, const S*... src) 
   }
 }
 
-// Whether the first elements of a block of N are loaded and stored in one go.
+// Whether the first elements of a block are loaded and stored in one go.
 template <class T, size_t N>
-inline constexpr bool kMasks = kMaskRegisters&& requires(ElementLanes<T, N> d, const T* p) {
+concept Masks = kMaskRegisters && requires(ElementLanes<T, N> d, const T* p) {
   Element<T>::loadFirst(1, d, p);
 };
+template <class D, class... S>
+inline constexpr bool kAllMask = Masks<D, kBlock<D, S...>> && (Masks<S, kBlock<D, S...>> && ...);
 
-// Fewer elements than a block of N.
+// put(i) for every whole block of [0, len), of which there are at most four, and putFirst(i, count) for what is left
+// behind them; len > 0. In short calls the jumps taken are most of the time, two cycles each: whole blocks have one.
+template <size_t N, class Put, class PutFirst>
+KVRS_INLINE void forFewBlocks(ptrdiff_t len, Put put, PutFirst putFirst) {
+  constexpr ptrdiff_t n = N;
+  const ptrdiff_t rest = len & (n - 1);
+  if (__builtin_expect(rest != 0, false)) return putFirst(forTurns<N, 1>(0, len, put), rest);
+  put(0);
+  if (len < 2 * n) return;
+  put(n);
+  if (len < 3 * n) return;
+  put(2 * n);
+  if (len < 4 * n) return;
+  put(3 * n);
+}
+
+// The same for any number of blocks; dst is aligned at all but the first and the last.
+template <size_t N, bool kFar, class D, class Put, class PutFirst>
+KVRS_INLINE void forManyBlocks(const D* dst, ptrdiff_t len, Put put, PutFirst putFirst) {
+  ptrdiff_t i = static_cast<ptrdiff_t>(bytesToAligned<N>(dst) / sizeof(D));
+  if (__builtin_expect(i != 0, false)) putFirst(0, i);
+  i = forTurns<N, kTurn<kFar>>(i, len, put);
+  if (__builtin_expect(i < len, false)) {
+    if constexpr (!kFar) i = forTurns<N, 1>(i, len, put);
+    if (i < len) putFirst(i, len - i);
+  }
+}
+
+// What works on one block, and on the first elements of one.
+template <size_t N, bool kFar, class D, class Op, class... S>
+KVRS_INLINE auto putter(const Op& op, D* dst, const S*... src) {
+  return [ =, &op ](ptrdiff_t i) __attribute__((always_inline)) {
+    if constexpr (kFar) {
+      (fetchAhead<N>(src, i), ...);
+      fetchAheadToWrite<N>(dst, i);
+    }
+    Element<D>::store(block<N, D>(op, i, src...), ElementLanes<D, N>(), dst + i);
+  };
+}
 template <size_t N, class D, class Op, class... S>
-KVRS_INLINE void partOfBlock(const Op& op, D* dst, ptrdiff_t len, const S*... src) {
-  if constexpr (kMasks<D, N> && (kMasks<S, N> && ...)) {
+KVRS_INLINE auto firstPutter(const Op& op, D* dst, const S*... src) {
+  return [ =, &op ](ptrdiff_t i, ptrdiff_t count) __attribute__((always_inline)) {
     const ElementLanes<D, N> d;
-    const size_t count = static_cast<size_t>(len);
-    Element<D>::storeFirst(count, op(d, Element<S>::loadFirst(count, ElementLanes<S, N>(), src)...), d, dst);
-  } else if constexpr (N > 1) {
-    shortMap<N / 2>(op, dst, len, src...);
-  }
+    const size_t n = static_cast<size_t>(count);
+    Element<D>::storeFirst(n, op(d, Element<S>::loadFirst(n, ElementLanes<S, N>(), src + i)...), d, dst + i);
+  };
 }
 
-// A function of its own so that it calls nothing: no frame, nothing to save, and all forms of an operation
-// share it. Its arguments stand in the order of the exports, which spares them the shuffling of registers.
-template <class D, class Op, class... S>
-[[gnu::noinline]] KvrStatus mapInCache(const S*... src, D* dst, ptrdiff_t len, Op op) {
+template <bool kFar, class D, class Op, class... S>
+KVRS_INLINE void mapBlocks(const Op& op, D* dst, ptrdiff_t len, const S*... src) {
   constexpr ptrdiff_t N = kBlock<D, S...>;
-  if (len < N) {
-    partOfBlock<N>(op, dst, len, src...);
-    return kvrStatusOk;
+  const auto put = putter<N, kFar>(op, dst, src...);
+  if constexpr (kAllMask<D, S...>) {
+    forManyBlocks<N, kFar>(dst, len, put, firstPutter<N>(op, dst, src...));
+  } else {
+    if (len < N) {
+      if constexpr (N > 1) shortMap<N / 2>(op, dst, len, src...);
+      return;
+    }
+    const ElementLanes<D, N> d;
+    const ptrdiff_t end = len - N;
+    const auto first = block<N, D>(op, 0, src...);
+    const auto last = block<N, D>(op, end, src...);
+    if (len > 4 * N) {
+      forBlocks<N, kFar>(firstAligned<N>(dst), len - 1, put);
+    } else if (len > 2 * N) {
+      const auto second = block<N, D>(op, N, src...);
+      const auto third = block<N, D>(op, end - N, src...);
+      Element<D>::store(second, d, dst + N);
+      Element<D>::store(third, d, dst + (end - N));
+    }
+    Element<D>::store(first, d, dst);
+    Element<D>::store(last, d, dst + end);
   }
-  const ElementLanes<D, N> d;
-  const ptrdiff_t end = len - N;
-  const auto first = block<N, D>(op, 0, src...);
-  const auto last = block<N, D>(op, end, src...);
-  if (len > 4 * N) {
-    forBlocks<N>(
-        firstAligned<N>(dst), end, [&](ptrdiff_t i) __attribute__((always_inline)) {
-          Element<D>::store(block<N, D>(op, i, src...), d, dst + i);
-        });
-  } else if (len > 2 * N) {
-    const auto second = block<N, D>(op, N, src...);
-    const auto third = block<N, D>(op, end - N, src...);
-    Element<D>::store(second, d, dst + N);
-    Element<D>::store(third, d, dst + (end - N));
-  }
-  Element<D>::store(first, d, dst);
-  Element<D>::store(last, d, dst + end);
-  return kvrStatusOk;
-}
-
-// The same with stores that bypass the cache. Wants an alignable dst and more than two blocks. One block a turn: it is
-// memory that takes the time.
-template <class D, class Op, class... S>
-[[gnu::noinline]] KvrStatus mapPastCache(const S*... src, D* dst, ptrdiff_t len, Op op) {
-  constexpr ptrdiff_t N = kBlock<D, S...>;
-  const ElementLanes<D, N> d;
-  const ptrdiff_t end = len - N;
-  const auto first = block<N, D>(op, 0, src...);
-  const auto last = block<N, D>(op, end, src...);
-  for (ptrdiff_t i = firstAligned<N>(dst); i < end; i += N) {
-    Element<D>::stream(block<N, D>(op, i, src...), d, dst + i);
-  }
-  hwy::FlushStream();
-  Element<D>::store(first, d, dst);
-  Element<D>::store(last, d, dst + end);
-  return kvrStatusOk;
 }
 
 // Bytes of one element of every array.
 template <class D, class... S>
 inline constexpr size_t kBytesPerElement = (sizeof(D) + ... + sizeof(S));
 
-// Stores past the cache pay where one vector fills a line: measured on vectors of 8 to 256 MiB they give up to a
-// fifth with 64-byte vectors, and cost as much with 16-byte ones.
-inline constexpr bool kStreamsPay = kVectorBytes >= 64;
-
-// Whether a result is better written past the cache: when it and its sources cannot all stay there. In place
-// there is nothing to gain, as the lines of dst have been read anyway.
-template <class D, class... S>
-bool beyondCache(const D* dst, size_t len, const S*... src) {
-  constexpr size_t N = kBlock<D, S...>;
-  const bool alignable = bytesToAligned<N>(dst) % sizeof(D) == 0;
-  const bool inPlace = ((static_cast<const void*>(dst) == static_cast<const void*>(src)) || ...);
-  const size_t cache = lastLevelCacheBytes();
-  return alignable && !inPlace && cache != 0 && len > cache / kBytesPerElement<D, S...>;
+// Far, or empty.
+template <class D, class Op, class... S>
+[[gnu::noinline]] KvrStatus mapFar(const S*... src, D* dst, size_t len, Op op) {
+  if (len == 0) return kvrStatusOk;
+  if (!fitsAddress(len, widest(sizeof(D), sizeof(S)...))) return kvrStatusBadLength;
+  mapBlocks<true>(op, dst, static_cast<ptrdiff_t>(len), src...);
+  return kvrStatusOk;
 }
 
-// Vectors of so many bytes are asked questions that the usual call is spared.
-inline constexpr size_t kLongBytes = size_t{1} << 20;
-
+// A function of its own so that it calls nothing but at its end: no frame, nothing to save, and all forms of an operation
+// share it. Its arguments stand in the order of the exports, which spares them the shuffling of registers.
 template <class D, class Op, class... S>
-[[gnu::noinline]] KvrStatus mapLong(const S*... src, D* dst, size_t len, Op op) {
-  if (!fitsAddress(len, widest(sizeof(D), sizeof(S)...))) return kvrStatusBadLength;
-  if constexpr (kStreamsPay && Element<D>::kStreams) {
-    if (beyondCache(dst, len, src...)) return mapPastCache<D, Op, S...>(src..., dst, len, op);
+[[gnu::noinline]] KvrStatus mapMany(const S*... src, D* dst, size_t len, Op op) {
+  if (__builtin_expect(len - 1 >= kFarBytes / kBytesPerElement<D, S...>, false)) {
+    return mapFar<D, Op, S...>(src..., dst, len, op);
   }
-  return mapInCache<D, Op, S...>(src..., dst, len, op);
+  mapBlocks<false>(op, dst, static_cast<ptrdiff_t>(len), src...);
+  return kvrStatusOk;
 }
 
 }  // namespace loop_detail
 
 // dst[i] = op(d, src[i]...) for i in [0, len). `op` is called with a tag of dst's lanes and the sources'
 // vectors (a Complex for complex elements) and returns dst's. It is called for 1, 2, 4, ... elements up to a
-// full block, for some elements twice, and with elements in any order. Each source is dst itself or does not
-// overlap it. `len` is below 2^32.
+// full block, and for some elements twice. Blocks are read and written upward: a source is dst itself, lies behind its
+// beginning, or does not overlap it. `len` is below 2^32.
 //
 // The result is kvrStatusOk, and in a 32-bit process kvrStatusBadLength, with nothing written, for an array that
 // does not fit into the address space. An export may end in the call, which then is a jump:
@@ -219,10 +260,15 @@ template <class D, class Op, class... S>
 template <class D, class Op, class... S>
 KVRS_INLINE KvrStatus mapElements(const Op& op, D* dst, size_t len, const S*... src) {
   using namespace loop_detail;
-  if (__builtin_expect(len >= kLongBytes / kBytesPerElement<D, S...>, false)) {
-    return mapLong<D, Op, S...>(src..., dst, len, op);
+  if constexpr (kAllMask<D, S...>) {
+    constexpr size_t N = kBlock<D, S...>;
+    if (__builtin_expect(len - 1 < 4 * N, true)) {
+      forFewBlocks<N>(static_cast<ptrdiff_t>(len), putter<N, false>(op, dst, src...),
+                      firstPutter<N>(op, dst, src...));
+      return kvrStatusOk;
+    }
   }
-  return mapInCache<D, Op, S...>(src..., dst, len, op);
+  return mapMany<D, Op, S...>(src..., dst, len, op);
 }
 
 }  // namespace kvrs

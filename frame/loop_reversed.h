@@ -52,22 +52,34 @@ KVRS_INLINE void shortReversed(const T* src, T* dst, ptrdiff_t len) {
   }
 }
 
-template <class Op, class T>
-[[gnu::noinline]] KvrStatus mapReversedBlocks(const T* src, T* dst, ptrdiff_t len) {
+template <bool kFar, class Op, class T>
+KVRS_INLINE void mapBlocksReversed(const T* src, T* dst, ptrdiff_t len) {
   constexpr ptrdiff_t N = kBlock<T>;
   if (len <= 2 * N) {
     shortReversed<Op, T, N>(src, dst, len);
-    return kvrStatusOk;
+    return;
   }
   const ElementLanes<T, N> d;
   const ptrdiff_t end = len - N;
   const T* const lastBlock = src + end;
   const auto first = reversedBlock<Op, T, N>(lastBlock);
   const auto last = reversedBlock<Op, T, N>(src);
-  forBlocks<N>(firstAligned<N>(dst), end,
-               [&](ptrdiff_t i) { Element<T>::store(reversedBlock<Op, T, N>(lastBlock - i), d, dst + i); });
+  const auto put = [&](ptrdiff_t i) __attribute__((always_inline)) {
+    if constexpr (kFar) {
+      fetchBehind<N>(lastBlock, -i);
+      fetchAheadToWrite<N>(dst, i);
+    }
+    Element<T>::store(reversedBlock<Op, T, N>(lastBlock - i), d, dst + i);
+  };
+  forBlocks<N, kFar>(firstAligned<N>(dst), len - 1, put);
   Element<T>::store(first, d, dst);
   Element<T>::store(last, d, dst + end);
+}
+
+template <class Op, class T>
+[[gnu::noinline]] KvrStatus mapFarReversed(const T* src, T* dst, size_t len) {
+  if (!fitsAddress(len, sizeof(T))) return kvrStatusBadLength;
+  mapBlocksReversed<true, Op>(src, dst, static_cast<ptrdiff_t>(len));
   return kvrStatusOk;
 }
 
@@ -84,10 +96,11 @@ struct Unchanged {
 // dst[i] = op(d, src[len - 1 - i]) for i in [0, len), on elements of unsigned integers that stand for any of
 // their width. The arrays do not overlap. Op has no data. Returns what mapElements does.
 template <class Op, class T>
-KvrStatus mapReversed(const T* src, T* dst, size_t len) {
+[[gnu::noinline]] KvrStatus mapReversed(const T* src, T* dst, size_t len) {
   using namespace loop_detail;
-  if (!fitsAddress(len, sizeof(T))) return kvrStatusBadLength;
-  return mapReversedBlocks<Op>(src, dst, static_cast<ptrdiff_t>(len));
+  if (__builtin_expect(len >= kFarBytes / (2 * sizeof(T)), false)) return mapFarReversed<Op>(src, dst, len);
+  mapBlocksReversed<false, Op>(src, dst, static_cast<ptrdiff_t>(len));
+  return kvrStatusOk;
 }
 
 }  // namespace kvrs

@@ -27,36 +27,90 @@ KVRS_INLINE void shortMapToTwo(const Op& op, D* dst1, D* dst2, ptrdiff_t len, co
   }
 }
 
+template <size_t N, bool kFar, class D, class Op, class... S>
+KVRS_INLINE auto putterOfTwo(const Op& op, D* dst1, D* dst2, const S*... src) {
+  return [ =, &op ](ptrdiff_t i) __attribute__((always_inline)) {
+    if constexpr (kFar) {
+      (fetchAhead<N>(src, i), ...);
+      fetchAheadToWrite<N>(dst1, i);
+      fetchAheadToWrite<N>(dst2, i);
+    }
+    storeTwo<N>(block<N, D>(op, i, src...), dst1 + i, dst2 + i);
+  };
+}
+template <size_t N, class D, class Op, class... S>
+KVRS_INLINE auto firstPutterOfTwo(const Op& op, D* dst1, D* dst2, const S*... src) {
+  return [ =, &op ](ptrdiff_t i, ptrdiff_t count) __attribute__((always_inline)) {
+    const ElementLanes<D, N> d;
+    const size_t n = static_cast<size_t>(count);
+    const auto v = op(d, Element<S>::loadFirst(n, ElementLanes<S, N>(), src + i)...);
+    Element<D>::storeFirst(n, v.re, d, dst1 + i);
+    Element<D>::storeFirst(n, v.im, d, dst2 + i);
+  };
+}
+
+template <bool kFar, class D, class Op, class... S>
+KVRS_INLINE void mapBlocksToTwo(const Op& op, D* dst1, D* dst2, ptrdiff_t len, const S*... src) {
+  constexpr ptrdiff_t N = kBlock<D, S...>;
+  const auto put = putterOfTwo<N, kFar>(op, dst1, dst2, src...);
+  if constexpr (kAllMask<D, S...>) {
+    forManyBlocks<N, kFar>(dst1, len, put, firstPutterOfTwo<N>(op, dst1, dst2, src...));
+  } else {
+    if (len <= 2 * N) {
+      shortMapToTwo<N>(op, dst1, dst2, len, src...);
+      return;
+    }
+    const ptrdiff_t end = len - N;
+    const auto first = block<N, D>(op, 0, src...);
+    const auto last = block<N, D>(op, end, src...);
+    if (len <= 4 * N) {
+      const auto second = block<N, D>(op, N, src...);
+      const auto third = block<N, D>(op, end - N, src...);
+      storeTwo<N>(first, dst1, dst2);
+      storeTwo<N>(second, dst1 + N, dst2 + N);
+      storeTwo<N>(third, dst1 + (end - N), dst2 + (end - N));
+    } else {
+      forBlocks<N, kFar>(firstAligned<N>(dst1), len - 1, put);
+      storeTwo<N>(first, dst1, dst2);
+    }
+    storeTwo<N>(last, dst1 + end, dst2 + end);
+  }
+}
+
+// Far, or empty.
+template <class D, class Op, class... S>
+[[gnu::noinline]] KvrStatus mapFarToTwo(const S*... src, D* dst1, D* dst2, size_t len, Op op) {
+  if (len == 0) return kvrStatusOk;
+  if (!fitsAddress(len, widest(sizeof(D), sizeof(S)...))) return kvrStatusBadLength;
+  mapBlocksToTwo<true>(op, dst1, dst2, static_cast<ptrdiff_t>(len), src...);
+  return kvrStatusOk;
+}
+
+template <class D, class Op, class... S>
+[[gnu::noinline]] KvrStatus mapManyToTwo(const S*... src, D* dst1, D* dst2, size_t len, Op op) {
+  if (__builtin_expect(len - 1 >= kFarBytes / kBytesPerElement<D, D, S...>, false)) {
+    return mapFarToTwo<D, Op, S...>(src..., dst1, dst2, len, op);
+  }
+  mapBlocksToTwo<false>(op, dst1, dst2, static_cast<ptrdiff_t>(len), src...);
+  return kvrStatusOk;
+}
+
 }  // namespace loop_detail
 
 // As mapElements; `op` returns a Complex, whose `re` goes to dst1 and whose `im` goes to dst2. A source may be
 // one of the destinations.
 template <class D, class Op, class... S>
-[[gnu::noinline]] KvrStatus mapToTwo(Op op, D* dst1, D* dst2, size_t count, const S*... src) {
+KVRS_INLINE KvrStatus mapToTwo(const Op& op, D* dst1, D* dst2, size_t len, const S*... src) {
   using namespace loop_detail;
-  if (!fitsAddress(count, widest(sizeof(D), sizeof(S)...))) return kvrStatusBadLength;
-  const ptrdiff_t len = static_cast<ptrdiff_t>(count);
-  constexpr ptrdiff_t N = kBlock<D, S...>;
-  if (len <= 2 * N) {
-    shortMapToTwo<N>(op, dst1, dst2, len, src...);
-    return kvrStatusOk;
+  if constexpr (kAllMask<D, S...>) {
+    constexpr size_t N = kBlock<D, S...>;
+    if (__builtin_expect(len - 1 < 4 * N, true)) {
+      forFewBlocks<N>(static_cast<ptrdiff_t>(len), putterOfTwo<N, false>(op, dst1, dst2, src...),
+                      firstPutterOfTwo<N>(op, dst1, dst2, src...));
+      return kvrStatusOk;
+    }
   }
-  const ptrdiff_t end = len - N;
-  const auto first = block<N, D>(op, 0, src...);
-  const auto last = block<N, D>(op, end, src...);
-  if (len <= 4 * N) {
-    const auto second = block<N, D>(op, N, src...);
-    const auto third = block<N, D>(op, end - N, src...);
-    storeTwo<N>(first, dst1, dst2);
-    storeTwo<N>(second, dst1 + N, dst2 + N);
-    storeTwo<N>(third, dst1 + (end - N), dst2 + (end - N));
-  } else {
-    forBlocks<N>(firstAligned<N>(dst1), end,
-                 [&](ptrdiff_t i) { storeTwo<N>(block<N, D>(op, i, src...), dst1 + i, dst2 + i); });
-    storeTwo<N>(first, dst1, dst2);
-  }
-  storeTwo<N>(last, dst1 + end, dst2 + end);
-  return kvrStatusOk;
+  return mapManyToTwo<D, Op, S...>(src..., dst1, dst2, len, op);
 }
 
 }  // namespace kvrs

@@ -29,7 +29,6 @@ template <class P>
 struct PackedElement {
   using Lane = int32_t;
   static constexpr size_t kSpan = 1;
-  static constexpr bool kStreams = false;
 
   template <class Dt>
   static KVRS_INLINE hn::Vec<Dt> load(Dt d, const P* p) {

@@ -392,18 +392,17 @@ KVRS_INLINE auto widenedProducts(Dt d, HighLow<V> r, [[maybe_unused]] int n) {
 // vectors of at least 16 bytes, and returns a plain vector or one of the forms above. The result is that of
 // mapElements.
 template <class Exact, class D, class... S>
-KvrStatus mapSaturated(const Exact& exact, D* dst, size_t len, const S*... src) {
+KVRS_INLINE KvrStatus mapSaturated(const Exact& exact, D* dst, size_t len, const S*... src) {
   return scaled_detail::map(exact, scaled_detail::Saturated(), dst, len, src...);
 }
 
-// dst[i] = exact(d, src[i]...) * 2^(-scaleFactor), rounded and saturated.
+namespace scaled_detail {
+
+// All scale factors but 0. A function of its own, which all forms of an operation share.
 template <class Exact, class D, class... S>
-KvrStatus mapScaled(const Exact& exact, ScaleBounds bounds, int scaleFactor, D* dst, size_t len,
-                    const S*... src) {
-  using namespace scaled_detail;
+[[gnu::noinline]] KvrStatus mapShifted(const S*... src, D* dst, size_t len, int scaleFactor,
+                                       ScaleBounds bounds, Exact exact) {
   switch (scaleKernel(scaleFactor, bounds)) {
-    case ScaleKernel::none:
-      return map(exact, Saturated(), dst, len, src...);
     case ScaleKernel::shiftLeft:
       return map(exact, ShiftedLeft{-scaleFactor}, dst, len, src...);
     case ScaleKernel::bySign:
@@ -415,8 +414,20 @@ KvrStatus mapScaled(const Exact& exact, ScaleBounds bounds, int scaleFactor, D* 
       [[fallthrough]];
     case ScaleKernel::shiftRight:
       return map(exact, ShiftedRight{scaleFactor}, dst, len, src...);
+    case ScaleKernel::none:
+      break;
   }
   __builtin_unreachable();
+}
+
+}  // namespace scaled_detail
+
+// dst[i] = exact(d, src[i]...) * 2^(-scaleFactor), rounded and saturated.
+template <class Exact, class D, class... S>
+KVRS_INLINE KvrStatus mapScaled(const Exact& exact, ScaleBounds bounds, int scaleFactor, D* dst, size_t len,
+                                const S*... src) {
+  if (scaleFactor == 0) return mapSaturated(exact, dst, len, src...);
+  return scaled_detail::mapShifted<Exact, D, S...>(src..., dst, len, scaleFactor, bounds, exact);
 }
 
 }  // namespace kvrs

@@ -8,7 +8,6 @@
 #define HWY_COMPILE_ONLY_STATIC 1
 // Carry-less multiply and AES are in no x86-64 level; asking for them would push v3 and v4 down to 128 bits.
 #define HWY_DISABLE_PCLMUL_AES 1
-#include <hwy/cache_control.h>
 #include <hwy/highway.h>
 
 #include <cstddef>
@@ -39,6 +38,17 @@ inline constexpr bool kSignedMulEven = HWY_TARGET <= HWY_SSE4;
 
 // Whether comparisons give masks in registers of their own, which arithmetic takes for free (v4).
 inline constexpr bool kMaskRegisters = HWY_TARGET <= HWY_AVX3;
+
+// The first `count` lanes, at most all.
+template <class D>
+KVRS_INLINE hn::Mask<D> firstLanes([[maybe_unused]] D d, size_t count) {
+#if HWY_TARGET <= HWY_AVX3 && HWY_ARCH_X86_64
+  // Highway's also asks whether the count is above 255.
+  return hn::Mask<D>{static_cast<decltype(hn::Mask<D>::raw)>(_bzhi_u64(~0ull, count))};
+#else
+  return hn::FirstN(d, count);
+#endif
+}
 
 // Where both masks are set, kMaskRegisters given. To Highway's And the compiler cannot say that a comparison takes a
 // mask for free.

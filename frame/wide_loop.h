@@ -7,7 +7,6 @@
 #include <cstddef>
 #include <cstdint>
 
-#include "frame/cache.h"
 #include "frame/element.h"
 #include "frame/loop.h"
 #include "frame/simd.h"
@@ -52,16 +51,6 @@ KVRS_INLINE void mapShort(Op& op, D* dst, size_t len, const S*... src) {
   }
 }
 
-template <class D, class... S>
-bool worthStreaming(const D* dst, size_t len, const S*... src) {
-  constexpr size_t bytesPerElement = (sizeof(D) + ... + sizeof(S));
-  if (len < (size_t{1} << 20) / bytesPerElement) return false;
-  const bool inPlace = ((static_cast<const void*>(dst) == static_cast<const void*>(src)) || ...);
-  const size_t cache = lastLevelCacheBytes();
-  return !inPlace && reinterpret_cast<uintptr_t>(dst) % sizeof(D) == 0 && cache != 0 &&
-         len > cache / bytesPerElement;
-}
-
 }  // namespace wide_loop_detail
 
 // dst[i] = op(d, src[i]...) for i in [0, len), in blocks of as many elements as lanes of Work fill a vector.
@@ -79,16 +68,6 @@ Op mapWide(Op op, D* dst, size_t len, const S*... src) {
   const ElementLanes<D, N> d;
   const size_t end = len - N;
   const auto last = block<N, D>(op, end, src...);
-  if constexpr (Element<D>::kStreams && N * sizeof(D) == kVectorBytes) {
-    if (worthStreaming(dst, len, src...)) {
-      Element<D>::store(block<N, D>(op, 0, src...), d, dst);
-      size_t i = N - reinterpret_cast<uintptr_t>(dst) % kVectorBytes / sizeof(D);
-      for (; i < end; i += N) Element<D>::stream(block<N, D>(op, i, src...), d, dst + i);
-      hwy::FlushStream();
-      Element<D>::store(last, d, dst + end);
-      return op;
-    }
-  }
   size_t i = 0;
   for (; i + N < end; i += 2 * N) {
     const auto v = twoBlocks<N, D>(op, i, src...);

@@ -1,8 +1,7 @@
 // Copies between vectors that may overlap. Names of one width of elements share a symbol, see frame/aliases.def.
 //
-// The element loop goes upward and reads each block before it writes it, both ends and all of a short vector
-// before it writes anything: that is right wherever dst lies below src, or at least len elements above it.
-// What remains is moved downward here.
+// The element loop goes upward and reads each block before it writes it: that is right wherever dst lies below src, or
+// at least len elements above it. What remains is moved downward here.
 // SPDX-License-Identifier: MIT
 #include "frame/check.h"
 #include "kvrs/fill.h"
@@ -14,6 +13,7 @@ namespace {
 // From so many bytes on the C library moves downward as well as moveDown does; below, half as fast.
 constexpr size_t kLibraryBytesDown = kVectorBytes > 16 ? size_t{1} << 19 : kLibraryBytes;
 
+// At least a block.
 template <class Word>
 [[gnu::noinline]] KvrStatus moveDown(const Word* src, Word* dst, ptrdiff_t len) {
   using namespace loop_detail;
@@ -62,7 +62,7 @@ KvrStatus moveVector(const T* src, T* dst, int len) {
   const size_t above = reinterpret_cast<uintptr_t>(dst) - reinterpret_cast<uintptr_t>(src);
   const bool downward = above < n * sizeof(Word);
   if (n >= (downward ? kLibraryBytesDown : kLibraryBytes) / sizeof(Word)) return moveLong(from, to, n);
-  if (!downward || n <= loop_detail::kLoopFrom<Word>) return mapElements(Same(), to, n, from);
+  if (!downward) return mapElements(Same(), to, n, from);
   return moveDown(from, to, static_cast<ptrdiff_t>(n));
 }
 

@@ -31,7 +31,6 @@ template <>
 struct Element<Single> {
   using Lane = Kvr32f;
   static constexpr size_t kSpan = 1;
-  static constexpr bool kStreams = false;
 
   template <class Dt>
   static KVRS_INLINE auto load(Dt d, const Single* p) {

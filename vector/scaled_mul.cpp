@@ -135,7 +135,7 @@ struct TimesWidened {
 // Products of real numbers: map(op) for the op of the scale factor, of which some are already rounded, and general()
 // for the others, which mapScaled tells apart.
 template <class T, class Map, class General>
-KvrStatus mapTimes(ScaleBounds bounds, int scaleFactor, Map map, General general) {
+KVRS_INLINE KvrStatus mapTimes(ScaleBounds bounds, int scaleFactor, Map map, General general) {
   if constexpr (sizeof(T) == 2) {
     if (scaleFactor >= 15 && scaleFactor <= bounds.zeroAbove) {
       if (scaleFactor > 16) return map(TimesAbove16{scaleFactor - 16});
@@ -153,6 +153,15 @@ KvrStatus realVectors(const T* a, const T* b, T* dst, int len, ScaleBounds bound
   return mapTimes<T>(
       bounds, scaleFactor, [=](auto op) { return mapSaturated(op, dst, n, a, b); },
       [=] { return mapScaled(Times(), bounds, scaleFactor, dst, n, a, b); });
+}
+
+// In 32 bits by the scale factors that have no kernel of their own. Apart, so that those are not kept waiting.
+[[gnu::noinline]] KvrStatus extendedProducts(const Kvr16s* src1, const Kvr16s* src2, Kvr32s* dst, int len,
+                                             int scaleFactor) {
+  const size_t n = static_cast<size_t>(len);
+  return mapTimes<Kvr16s>(
+      kMul16s32s, scaleFactor, [=](auto op) { return mapElements(Extended{op}, dst, n, src1, src2); },
+      [=] { return mapScaled(TimesWide(), kMul16s32s, scaleFactor, dst, n, src1, src2); });
 }
 
 template <class T>
@@ -214,9 +223,7 @@ KvrStatus kvrsMul_16s32s_Sfs(const Kvr16s* src1, const Kvr16s* src2, Kvr32s* dst
   if (scaleFactor > 0 && scaleFactor < 16) {
     return mapElements(TimesWideBy<true>{scaleFactor}, wide, n, src1, src2);
   }
-  return mapTimes<Kvr16s>(
-      kMul16s32s, scaleFactor, [=](auto op) { return mapElements(Extended{op}, dst, n, src1, src2); },
-      [=] { return mapScaled(TimesWide(), kMul16s32s, scaleFactor, dst, n, src1, src2); });
+  return extendedProducts(src1, src2, dst, len, scaleFactor);
 }
 
 KvrStatus kvrsMulC_8u_Sfs(const Kvr8u* src, Kvr8u val, Kvr8u* dst, int len, int scaleFactor) noexcept {

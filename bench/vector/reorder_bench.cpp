@@ -93,7 +93,7 @@ Register reorder([] {
     contestInPlace<Kvr64fc>(arrays, "Flip_64fc_I", len, kvrsFlip_64fc_I, loopFlipInPlace<Kvr64fc>);
 
     const auto codes = array<Kvr32u>(static_cast<size_t>(len));
-    const auto lengths = array<int>(static_cast<size_t>(len));
+    const auto lengths = newArray<int>(static_cast<size_t>(len));  // no other case writes it
     for (int i = 0; i < len; ++i) lengths.get()[i] = static_cast<int>(codes.get()[i] % 17);
     const std::string label = "reorder/PackBits_32u8u/" + std::to_string(len);
     add(label, "kvrs", [=] {

@@ -67,6 +67,10 @@ template <class R, class C, class Op>
   });
 }
 
+[[gnu::noipa]] void loopWidened(const Kvr8u* a, const Kvr8u* b, Kvr16u* __restrict dst, int len) {
+  for (int i = 0; i < len; ++i) dst[i] = static_cast<Kvr16u>(a[i] + b[i]);
+}
+
 [[gnu::noipa]] void loopMulLow(const Kvr32s* a, const Kvr32s* b, Kvr32s* __restrict dst, int len, int shift) {
   for (int i = 0; i < len; ++i) dst[i] = static_cast<Kvr32s>(int64_t{a[i]} * b[i] >> shift);
 }
@@ -192,9 +196,8 @@ Register scaled([] {
                         reinterpret_cast<Kvr16u*>(dst.get()), len);
         },
         [=] {
-          const Kvr8u *x = reinterpret_cast<Kvr8u*>(a.get()), *y = reinterpret_cast<Kvr8u*>(b.get());
-          Kvr16u* __restrict z = reinterpret_cast<Kvr16u*>(dst.get());
-          for (int i = 0; i < len; ++i) z[i] = static_cast<Kvr16u>(x[i] + y[i]);
+          loopWidened(reinterpret_cast<Kvr8u*>(a.get()), reinterpret_cast<Kvr8u*>(b.get()),
+                      reinterpret_cast<Kvr16u*>(dst.get()), len);
         });
 
     const auto floats = array<Kvr32f>(len);

@@ -1,4 +1,4 @@
-// Vectors too large for the cache, where functions change to stores that bypass it.
+// Vectors too large for the cache, where functions ask for memory ahead or bypass the cache.
 // SPDX-License-Identifier: MIT
 #ifndef KVRS_TESTS_SUPPORT_LARGE_H
 #define KVRS_TESTS_SUPPORT_LARGE_H

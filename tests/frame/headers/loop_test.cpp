@@ -140,7 +140,7 @@ TEST(Loop, NothingToDo) {
   EXPECT_EQ(5, element);
 }
 
-// Past the cache and, as the destination cannot be aligned to its elements, not past it.
+// The last destination cannot be aligned to its elements.
 TEST(Loop, BeyondTheCache) {
   for (size_t offset : {0, 4, 1}) {
     LargeVector<Kvr32u> src, dst(offset);
