@@ -50,9 +50,14 @@ struct ComplexElement {
 
   template <class Dt>
   static KVRS_INLINE Complex<hn::Vec<Dt>> load(Dt d, const T* p) {
-    Complex<hn::Vec<Dt>> v;
-    hn::LoadInterleaved2(d, &p->re, v.re, v.im);
-    return v;
+    constexpr size_t N = hn::MaxLanes(Dt());
+    if constexpr (N * sizeof(Part) == 64) {
+      return parts(d, hn::LoadU(d, &p->re), hn::LoadU(d, &p->re + N));
+    } else {
+      Complex<hn::Vec<Dt>> v;
+      hn::LoadInterleaved2(d, &p->re, v.re, v.im);
+      return v;
+    }
   }
   template <class Dt>
   static KVRS_INLINE void store(Complex<hn::Vec<Dt>> v, Dt d, T* p) {
@@ -63,7 +68,7 @@ struct ComplexElement {
     constexpr size_t N = hn::MaxLanes(Dt());
     const auto lower = hn::MaskedLoad(firstLanes(d, 2 * count < N ? 2 * count : N), d, &p->re);
     const auto upper = hn::MaskedLoad(firstLanes(d, 2 * count < N ? 0 : 2 * count - N), d, &p->re + N);
-    return {hn::ConcatEven(d, upper, lower), hn::ConcatOdd(d, upper, lower)};
+    return parts(d, lower, upper);
   }
   template <class Dt>
   static KVRS_INLINE void storeFirst(size_t count, Complex<hn::Vec<Dt>> v, Dt d, T* p) {
@@ -71,6 +76,14 @@ struct ComplexElement {
     const auto both = interleaved(d, v.re, v.im);
     hn::BlendedStore(both.first, firstLanes(d, 2 * count < N ? 2 * count : N), d, &p->re);
     hn::BlendedStore(both.second, firstLanes(d, 2 * count < N ? 0 : 2 * count - N), d, &p->re + N);
+  }
+
+ private:
+  template <class Dt, class V = hn::Vec<Dt>>
+  static KVRS_INLINE Complex<V> parts(Dt d, V lower, V upper) {
+    lower = inRegister(lower);
+    upper = inRegister(upper);
+    return {hn::ConcatEven(d, upper, lower), hn::ConcatOdd(d, upper, lower)};
   }
 };
 

@@ -60,6 +60,8 @@ KVRS_INLINE Both<V> blocksInOrder(D d, V lower, V upper) {
 template <class D, class V = hn::Vec<D>>
 KVRS_INLINE Both<V> interleaved(D d, V a, V b) {
   using T = hn::TFromD<D>;
+  a = inRegister(a);
+  b = inRegister(b);
   if constexpr (sizeof(a.raw) == 64 && sizeof(T) >= 4) {
     return {zip<false, 1>(d, a, b), zip<true, 1>(d, a, b)};
   } else {

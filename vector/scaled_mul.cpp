@@ -9,6 +9,14 @@ namespace {
 template <class D>
 using WideLanes = hn::RepartitionToWide<D>;
 
+// The products of 16-bit lanes in two halves.
+template <class V>
+KVRS_INLINE HighLow<V> product(V a, V b) {
+  a = inRegister(a);
+  b = inRegister(b);
+  return {hn::MulHigh(a, b), hn::Mul(a, b)};
+}
+
 struct Times {
   template <class D, class V>
   KVRS_INLINE auto operator()(D, V a, V b) const {
@@ -20,7 +28,7 @@ struct Times {
       return EvenOdd<hn::Vec<WideLanes<D>>>{hn::Mul(part(a, 0x00FF), part(b, 0x00FF)),
                                             hn::MulHigh(part(a, 0xFF00), part(b, 0xFF00))};
     } else {
-      return HighLow<V>{hn::MulHigh(a, b), hn::Mul(a, b)};
+      return product(a, b);
     }
   }
 };
@@ -33,6 +41,8 @@ struct TimesAt15 {
   template <class D, class V>
   KVRS_INLINE V operator()(D d, V a, V b) const {
     const V lowest = hn::Set(d, std::numeric_limits<int16_t>::min());
+    a = inRegister(a);
+    b = inRegister(b);
     const V r = hn::MulFixedPoint15(a, b);
     const V low = hn::Mul(a, b);
     const auto tie = hn::Eq(hn::Add(low, low), lowest);
@@ -54,8 +64,8 @@ struct TimesAt16 {
   KVRS_INLINE V operator()(D d, V a, V b) const {
     const hn::RebindToUnsigned<D> du;
     const hn::RebindToSigned<D> di;
-    const V high = hn::MulHigh(a, b);
-    const auto low = hn::BitCast(du, hn::Mul(a, b));
+    const auto [high, lowBits] = product(a, b);
+    const auto low = hn::BitCast(du, lowBits);
     const auto lowered = hn::SaturatedSub(low, hn::AndNot(hn::BitCast(du, high), hn::Set(du, uint16_t{1})));
     return hn::Sub(high, hn::BitCast(d, hn::BroadcastSignBit(hn::BitCast(di, lowered))));
   }
@@ -67,8 +77,9 @@ struct TimesAbove16 {
   template <class D, class V>
   KVRS_INLINE V operator()(D d, V a, V b) const {
     const hn::RebindToUnsigned<D> du;
-    const auto sticky = hn::Min(hn::BitCast(du, hn::Mul(a, b)), hn::Set(du, uint16_t{1}));
-    return shiftRightEven(d, hn::MulHigh(a, b), hn::BitCast(d, sticky), static_cast<int>(shift));
+    const auto [high, low] = product(a, b);
+    const auto sticky = hn::Min(hn::BitCast(du, low), hn::Set(du, uint16_t{1}));
+    return shiftRightEven(d, high, hn::BitCast(d, sticky), static_cast<int>(shift));
   }
 };
 
@@ -109,8 +120,7 @@ struct TimesWideBy {
   template <class V>
   KVRS_INLINE auto operator()(TwoVectors<Kvr32s>, V a, V b) const {
     const hn::DFromV<V> d;
-    return widenedProducts<kRounded>(d, HighLow<V>{hn::MulHigh(a, b), hn::Mul(a, b)},
-                                     static_cast<int>(shift));
+    return widenedProducts<kRounded>(d, product(a, b), static_cast<int>(shift));
   }
 };
 
