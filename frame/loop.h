@@ -21,6 +21,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <utility>
 
 #include "frame/element.h"
 #include "frame/simd.h"
@@ -68,10 +69,11 @@ KVRS_INLINE size_t firstAligned(const D* dst) {
   return N - (reinterpret_cast<uintptr_t>(dst) & (N * sizeof(D) - 1)) / sizeof(D);
 }
 
-// Makes the index the loop's one counter: from a plain one the compiler makes a pointer for every array, for
-// which s8 has no registers.
-KVRS_INLINE void keepIndex(ptrdiff_t& i) {
-  asm("" : "+r"(i));
+// Makes an index or pointer a counter of its own: the compiler would else make others of it, or leave it out and count
+// by others, and s8 has no registers to spare.
+template <class T>
+KVRS_INLINE void keep(T& counter) {
+  asm("" : "+r"(counter));
 }
 
 // put(i) for every block from i on, kTurn blocks a turn, while there are so many before `end`; the index behind them.
@@ -80,7 +82,7 @@ KVRS_INLINE ptrdiff_t forTurns(ptrdiff_t i, ptrdiff_t end, Put put) {
   static_assert(kTurn == 1 || kTurn == 4);
   constexpr ptrdiff_t n = N;
   for (const ptrdiff_t last = end - kTurn * n; i <= last; i += kTurn * n) {
-    keepIndex(i);
+    keep(i);
     put(i);
     if constexpr (kTurn == 4) {
       put(i + n);
@@ -95,11 +97,28 @@ KVRS_INLINE ptrdiff_t forTurns(ptrdiff_t i, ptrdiff_t end, Put put) {
 template <bool kFar>
 inline constexpr ptrdiff_t kTurn = kFar ? 1 : 4;
 
+// Whether loops move a pointer for each array: s8 has registers for them and for what is left, but not for an index and a
+// bound as well. Elsewhere an index spares the additions.
+inline constexpr bool kMovesPointers = sizeof(void*) == 4;
+
 // put(i) for every block from i on while there is one before `end`.
 template <size_t N, bool kFar = false, class Put>
 KVRS_INLINE void forBlocks(ptrdiff_t i, ptrdiff_t end, Put put) {
-  i = forTurns<N, kTurn<kFar>>(i, end, put);
-  if constexpr (!kFar) forTurns<N, 1>(i, end, put);
+  if constexpr (kMovesPointers && requires { put.advance(i); }) {
+    constexpr ptrdiff_t n = N;
+    put.advance(i);
+    ptrdiff_t left = end - i - 4 * n;
+    for (; !kFar && left >= 0; keep(left -= 4 * n), put.advance(4 * n)) {
+      put(0);
+      put(n);
+      put(2 * n);
+      put(3 * n);
+    }
+    for (left += 3 * n; left >= 0; keep(left -= n), put.advance(n)) put(0);
+  } else {
+    i = forTurns<N, kTurn<kFar>>(i, end, put);
+    if constexpr (!kFar) forTurns<N, 1>(i, end, put);
+  }
 }
 
 // Vectors of so many bytes, all arrays together, do not fit into the nearer caches.
@@ -174,17 +193,81 @@ KVRS_INLINE void forManyBlocks(const D* dst, ptrdiff_t len, Put put, PutFirst pu
   }
 }
 
-// What works on one block, and on the first elements of one.
+template <size_t N, class D, class V>
+KVRS_INLINE void storeBlock(V v, ptrdiff_t i, D* dst) {
+  Element<D>::store(v, ElementLanes<D, N>(), dst + i);
+}
+template <size_t N, class D, class V>
+KVRS_INLINE void storeBlock(Complex<V> v, ptrdiff_t i, D* dst1, D* dst2) {
+  storeBlock<N>(v.re, i, dst1);
+  storeBlock<N>(v.im, i, dst2);
+}
+
+// What works on the block at index i: dst = op(src...), for one destination or two. advance() moves where i counts from.
+template <size_t N, bool kFar, size_t kDsts, class D, class Op, class... S>
+class Putter {
+ public:
+  template <class... Dst>
+  KVRS_INLINE Putter(const Op& op, const S*... src, Dst... dst) : op_(op), dst_{dst...}, src_{src...} {}
+
+  KVRS_INLINE void operator()(ptrdiff_t i) const {
+    [&]<size_t... k>(std::index_sequence<k...>) __attribute__((always_inline)) {
+      if constexpr (kFar) {
+        (fetchAhead<N>(static_cast<const S*>(src_[k]), i), ...);
+        for (D* p : dst_) fetchAheadToWrite<N>(p, i);
+      }
+      store(block<N, D>(op_, i, static_cast<const S*>(src_[k])...), i);
+    }
+    (std::index_sequence_for<S...>());
+  }
+
+  // Stores what an op has returned for the block at index i.
+  template <class V>
+  KVRS_INLINE void store(V v, ptrdiff_t i) const {
+    if constexpr (kDsts == 1) {
+      storeBlock<N>(v, i, dst_[0]);
+    } else {
+      storeBlock<N>(v, i, dst_[0], dst_[1]);
+    }
+  }
+
+  KVRS_INLINE void advance(ptrdiff_t count) {
+    for (D*& p : dst_) keep(p += count);
+    [&]<size_t... k>(std::index_sequence<k...>) __attribute__((always_inline)) {
+      (keep(src_[k] = static_cast<const S*>(src_[k]) + count), ...);
+    }
+    (std::index_sequence_for<S...>());
+  }
+
+ private:
+  const Op& op_;
+  D* dst_[kDsts];
+  const void* src_[sizeof...(S) + 1];
+};
 template <size_t N, bool kFar, class D, class Op, class... S>
 KVRS_INLINE auto putter(const Op& op, D* dst, const S*... src) {
-  return [ =, &op ](ptrdiff_t i) __attribute__((always_inline)) {
-    if constexpr (kFar) {
-      (fetchAhead<N>(src, i), ...);
-      fetchAheadToWrite<N>(dst, i);
-    }
-    Element<D>::store(block<N, D>(op, i, src...), ElementLanes<D, N>(), dst + i);
-  };
+  return Putter<N, kFar, 1, D, Op, S...>(op, src..., dst);
 }
+
+// At least a block, from the first element on, aligned or not: what stands in registers in the loop is all that there
+// is. `last` is what the op returns for the last block, before anything is stored.
+template <size_t N, class Put, class V>
+KVRS_INLINE void putFromStart(Put put, ptrdiff_t len, V last) {
+  constexpr ptrdiff_t n = N;
+  ptrdiff_t left = len - 5 * n;
+  for (; left >= 0; keep(left -= 4 * n), put.advance(4 * n)) {
+    put(0);
+    put(n);
+    put(2 * n);
+    put(3 * n);
+  }
+  for (left += 3 * n; left > -n; keep(left -= n), put.advance(n)) put(0);
+  put.store(last, left + n);
+}
+// From so many blocks on it is worth while to align the destination first.
+inline constexpr size_t kAlignedFrom = 64;
+
+// What works on the first elements of a block.
 template <size_t N, class D, class Op, class... S>
 KVRS_INLINE auto firstPutter(const Op& op, D* dst, const S*... src) {
   return [ =, &op ](ptrdiff_t i, ptrdiff_t count) __attribute__((always_inline)) {
@@ -201,17 +284,14 @@ KVRS_INLINE void mapBlocks(const Op& op, D* dst, ptrdiff_t len, const S*... src)
   if constexpr (kAllMask<D, S...>) {
     forManyBlocks<N, kFar>(dst, len, put, firstPutter<N>(op, dst, src...));
   } else {
-    if (len < N) {
-      if constexpr (N > 1) shortMap<N / 2>(op, dst, len, src...);
-      return;
-    }
     const ElementLanes<D, N> d;
     const ptrdiff_t end = len - N;
     const auto first = block<N, D>(op, 0, src...);
     const auto last = block<N, D>(op, end, src...);
-    if (len > 4 * N) {
+    // Four blocks of two sources fill the registers of s8.
+    if (len > (kVectorRegisters == 8 ? 2 : 4) * N) {
       forBlocks<N, kFar>(firstAligned<N>(dst), len - 1, put);
-    } else if (len > 2 * N) {
+    } else if (kVectorRegisters > 8 && len > 2 * N) {
       const auto second = block<N, D>(op, N, src...);
       const auto third = block<N, D>(op, end - N, src...);
       Element<D>::store(second, d, dst + N);
@@ -225,6 +305,20 @@ KVRS_INLINE void mapBlocks(const Op& op, D* dst, ptrdiff_t len, const S*... src)
 // Bytes of one element of every array.
 template <class D, class... S>
 inline constexpr size_t kBytesPerElement = (sizeof(D) + ... + sizeof(S));
+
+// Less than a block, where there are no masks.
+template <class D, class Op, class... S>
+[[gnu::noinline]] KvrStatus mapPartOfBlock(const S*... src, D* dst, ptrdiff_t len, Op op) {
+  constexpr size_t N = kBlock<D, S...>;
+  if constexpr (N > 1) shortMap<N / 2>(op, dst, len, src...);
+  return kvrStatusOk;
+}
+
+template <class D, class Op, class... S>
+[[gnu::noinline]] KvrStatus mapToAligned(const S*... src, D* dst, ptrdiff_t len, Op op) {
+  mapBlocks<false>(op, dst, len, src...);
+  return kvrStatusOk;
+}
 
 // Far, or empty.
 template <class D, class Op, class... S>
@@ -242,7 +336,20 @@ template <class D, class Op, class... S>
   if (__builtin_expect(len - 1 >= kFarBytes / kBytesPerElement<D, S...>, false)) {
     return mapFar<D, Op, S...>(src..., dst, len, op);
   }
-  mapBlocks<false>(op, dst, static_cast<ptrdiff_t>(len), src...);
+  if constexpr (!kAllMask<D, S...>) {
+    if (len < kBlock<D, S...>)
+      return mapPartOfBlock<D, Op, S...>(src..., dst, static_cast<ptrdiff_t>(len), op);
+  }
+  if constexpr (kMovesPointers) {
+    constexpr size_t N = kBlock<D, S...>;
+    if (len >= kAlignedFrom * N && bytesToAligned<N>(dst) != 0) {
+      return mapToAligned<D, Op, S...>(src..., dst, static_cast<ptrdiff_t>(len), op);
+    }
+    putFromStart<N>(putter<N, false>(op, dst, src...), static_cast<ptrdiff_t>(len),
+                    block<N, D>(op, static_cast<ptrdiff_t>(len - N), src...));
+  } else {
+    mapBlocks<false>(op, dst, static_cast<ptrdiff_t>(len), src...);
+  }
   return kvrStatusOk;
 }
 

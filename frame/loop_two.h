@@ -8,20 +8,13 @@
 namespace kvrs {
 namespace loop_detail {
 
-template <size_t N, class D, class V>
-KVRS_INLINE void storeTwo(Complex<V> v, D* dst1, D* dst2) {
-  const ElementLanes<D, N> d;
-  Element<D>::store(v.re, d, dst1);
-  Element<D>::store(v.im, d, dst2);
-}
-
 template <size_t N, class D, class Op, class... S>
 KVRS_INLINE void shortMapToTwo(const Op& op, D* dst1, D* dst2, ptrdiff_t len, const S*... src) {
   if (len >= ptrdiff_t{N}) {
     const auto first = block<N, D>(op, 0, src...);
     const auto last = block<N, D>(op, len - N, src...);
-    storeTwo<N>(first, dst1, dst2);
-    storeTwo<N>(last, dst1 + (len - N), dst2 + (len - N));
+    storeBlock<N>(first, 0, dst1, dst2);
+    storeBlock<N>(last, len - N, dst1, dst2);
   } else if constexpr (N > 1) {
     shortMapToTwo<N / 2>(op, dst1, dst2, len, src...);
   }
@@ -29,14 +22,7 @@ KVRS_INLINE void shortMapToTwo(const Op& op, D* dst1, D* dst2, ptrdiff_t len, co
 
 template <size_t N, bool kFar, class D, class Op, class... S>
 KVRS_INLINE auto putterOfTwo(const Op& op, D* dst1, D* dst2, const S*... src) {
-  return [ =, &op ](ptrdiff_t i) __attribute__((always_inline)) {
-    if constexpr (kFar) {
-      (fetchAhead<N>(src, i), ...);
-      fetchAheadToWrite<N>(dst1, i);
-      fetchAheadToWrite<N>(dst2, i);
-    }
-    storeTwo<N>(block<N, D>(op, i, src...), dst1 + i, dst2 + i);
-  };
+  return Putter<N, kFar, 2, D, Op, S...>(op, src..., dst1, dst2);
 }
 template <size_t N, class D, class Op, class... S>
 KVRS_INLINE auto firstPutterOfTwo(const Op& op, D* dst1, D* dst2, const S*... src) {
@@ -66,14 +52,14 @@ KVRS_INLINE void mapBlocksToTwo(const Op& op, D* dst1, D* dst2, ptrdiff_t len, c
     if (len <= 4 * N) {
       const auto second = block<N, D>(op, N, src...);
       const auto third = block<N, D>(op, end - N, src...);
-      storeTwo<N>(first, dst1, dst2);
-      storeTwo<N>(second, dst1 + N, dst2 + N);
-      storeTwo<N>(third, dst1 + (end - N), dst2 + (end - N));
+      storeBlock<N>(first, 0, dst1, dst2);
+      storeBlock<N>(second, N, dst1, dst2);
+      storeBlock<N>(third, end - N, dst1, dst2);
     } else {
       forBlocks<N, kFar>(firstAligned<N>(dst1), len - 1, put);
-      storeTwo<N>(first, dst1, dst2);
+      storeBlock<N>(first, 0, dst1, dst2);
     }
-    storeTwo<N>(last, dst1 + end, dst2 + end);
+    storeBlock<N>(last, end, dst1, dst2);
   }
 }
 
@@ -87,12 +73,28 @@ template <class D, class Op, class... S>
 }
 
 template <class D, class Op, class... S>
+[[gnu::noinline]] KvrStatus mapToTwoAligned(const S*... src, D* dst1, D* dst2, ptrdiff_t len, Op op) {
+  mapBlocksToTwo<false>(op, dst1, dst2, len, src...);
+  return kvrStatusOk;
+}
+
+template <class D, class Op, class... S>
 [[gnu::noinline]] KvrStatus mapManyToTwo(const S*... src, D* dst1, D* dst2, size_t len, Op op) {
   if (__builtin_expect(len - 1 >= kFarBytes / kBytesPerElement<D, D, S...>, false)) {
     return mapFarToTwo<D, Op, S...>(src..., dst1, dst2, len, op);
   }
-  mapBlocksToTwo<false>(op, dst1, dst2, static_cast<ptrdiff_t>(len), src...);
-  return kvrStatusOk;
+  if constexpr (kMovesPointers) {
+    constexpr size_t N = kBlock<D, S...>;
+    if (len >= N && (len < kAlignedFrom * N || bytesToAligned<N>(dst1) == 0)) {
+      putFromStart<N>(putterOfTwo<N, false>(op, dst1, dst2, src...), static_cast<ptrdiff_t>(len),
+                      block<N, D>(op, static_cast<ptrdiff_t>(len - N), src...));
+      return kvrStatusOk;
+    }
+    return mapToTwoAligned<D, Op, S...>(src..., dst1, dst2, static_cast<ptrdiff_t>(len), op);
+  } else {
+    mapBlocksToTwo<false>(op, dst1, dst2, static_cast<ptrdiff_t>(len), src...);
+    return kvrStatusOk;
+  }
 }
 
 }  // namespace loop_detail

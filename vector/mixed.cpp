@@ -2,8 +2,11 @@
 // SPDX-License-Identifier: MIT
 #include "kvrs/mixed.h"
 
+#include <type_traits>
+
 #include "frame/check.h"
 #include "frame/loop.h"
+#include "frame/widen.h"
 
 namespace kvrs {
 namespace {
@@ -14,18 +17,35 @@ KVRS_INLINE hn::Vec<hn::RebindToSigned<D>> widened(D, V v) {
   return hn::PromoteTo(hn::RebindToSigned<D>(), v);
 }
 
+// b + a, or b - a, in 32-bit integers. Without an instruction that extends a sign, as sums of neighbours times 1 or -1,
+// whose factors are made in a register: position-independent code has to find its own address before it loads any.
+template <bool subtracted, class D, class V>
+KVRS_INLINE hn::Vec<hn::RebindToSigned<D>> exactSum(D d, V a, V b) {
+  if constexpr (kBlends) {
+    return subtracted ? hn::Sub(widened(d, b), widened(d, a)) : hn::Add(widened(d, b), widened(d, a));
+  } else {
+    const Lanes<int16_t, 8> d16;
+    using Lane = std::conditional_t<subtracted, uint32_t, uint16_t>;
+    const hn::Repartition<Lane, Lanes<int16_t, 8>> du;
+    const auto factors = hn::ShiftRight<15>(inRegister(hn::Set(du, static_cast<Lane>(-1))));
+    const auto pairs = hn::InterleaveLower(d16, resized<8>(a), resized<8>(b));
+    const auto sums = mulAddNeighbours(Lanes<int32_t, 4>(), pairs, hn::BitCast(d16, factors));
+    return resized<hn::MaxLanes(D())>(sums);
+  }
+}
+
 // Sums and differences of 16-bit integers are exact in both types; in integers one conversion is enough.
 struct Add {
   template <class D, class V>
   KVRS_INLINE hn::Vec<D> operator()(D d, V a, V b) const {
-    return hn::ConvertTo(d, hn::Add(widened(d, a), widened(d, b)));
+    return hn::ConvertTo(d, exactSum<false>(d, a, b));
   }
 };
 
 struct SubtractFirst {
   template <class D, class V>
   KVRS_INLINE hn::Vec<D> operator()(D d, V a, V b) const {
-    return hn::ConvertTo(d, hn::Sub(widened(d, b), widened(d, a)));
+    return hn::ConvertTo(d, exactSum<true>(d, a, b));
   }
 };
 
