@@ -2,6 +2,9 @@
 #include "frame/loop.h"
 
 #include <type_traits>
+#include <vector>
+
+#include "frame/loop_two.h"
 
 #include "tests/support/large.h"
 #include "tests/support/sweep.h"
@@ -138,6 +141,9 @@ TEST(Loop, NothingToDo) {
   Kvr32s element = 5;
   EXPECT_EQ(kvrStatusOk, mapElements(ConstantOp{1}, &element, 0));
   EXPECT_EQ(5, element);
+  const Kvr32s source = 7;
+  EXPECT_EQ(kvrStatusOk, mapElements(WidenOp(), &element, 0, reinterpret_cast<const Kvr16s*>(&source)));
+  EXPECT_EQ(5, element);
 }
 
 // The last destination cannot be aligned to its elements.
@@ -149,6 +155,33 @@ TEST(Loop, BeyondTheCache) {
               mapElements(AddOp(), dst.data(), static_cast<size_t>(dst.size()),
                           static_cast<const Kvr32u*>(src.data()), static_cast<const Kvr32u*>(src.data())));
     dst.expect([](size_t i) { return static_cast<Kvr32u>(i) * 2654435761u * 2; });
+  }
+}
+
+struct PartsOp {
+  template <class D, class V>
+  KVRS_INLINE Complex<V> operator()(D, Complex<V> z) const {
+    return z;
+  }
+};
+
+// From the length on that is far, with one element before and behind each destination that must stay.
+TEST(Loop, TwoResultsBeyondTheCache) {
+  const size_t far = loop_detail::kFarBytes / loop_detail::kBytesPerElement<Kvr32f, Kvr32f, Kvr32fc>;
+  for (size_t len : {far - 1, far, far + 1, far + 37}) {
+    std::vector<Kvr32fc> src(len);
+    for (size_t i = 0; i < len; ++i) src[i] = {static_cast<Kvr32f>(i), -static_cast<Kvr32f>(i)};
+    std::vector<Kvr32f> re(len + 2, 0.5f), im(len + 2, 0.5f);
+    ASSERT_EQ(kvrStatusOk, mapToTwo(PartsOp(), re.data() + 1, im.data() + 1, len,
+                                    static_cast<const Kvr32fc*>(src.data())));
+    for (size_t i = 0; i < len; ++i) {
+      ASSERT_EQ(static_cast<Kvr32f>(i), re[i + 1]) << len;
+      ASSERT_EQ(-static_cast<Kvr32f>(i), im[i + 1]) << len;
+    }
+    for (size_t i : {size_t{0}, len + 1}) {
+      EXPECT_EQ(0.5f, re[i]);
+      EXPECT_EQ(0.5f, im[i]);
+    }
   }
 }
 
