@@ -10,9 +10,6 @@
 namespace kvrs::fft {
 namespace {
 
-// How a spectrum is stored, see kvrs/fft.h.
-enum class Packing { kPerm, kPack, kCcs };
-
 // Up to this order there are no tables.
 template <class T>
 inline constexpr int kLastTinyOrder = 4;
@@ -32,24 +29,6 @@ void tinyForward(int order, const T* src, T* dst, T scale) {
     default:
       if constexpr (kLanes<T> >= 4) return forward16(src, dst, scale);
       return scalarForward<16>(src, dst, scale);
-  }
-}
-
-template <class T>
-void tinyInverse(int order, const T* src, T* dst, T scale) {
-  switch (order) {
-    case 0:
-      dst[0] = src[0];
-      return;
-    case 1:
-      return scalarInverse<2>(src, dst, scale);
-    case 2:
-      return scalarInverse<4>(src, dst, scale);
-    case 3:
-      return scalarInverse<8>(src, dst, scale);
-    default:
-      if constexpr (kLanes<T> >= 4) return inverse16(src, dst, scale);
-      return scalarInverse<16>(src, dst, scale);
   }
 }
 
@@ -74,13 +53,34 @@ void packFromPerm(T* x, size_t n) {
 template <Packing kPacking, class T>
 void permFromPack(const T* src, T* dst, size_t n) {
   const T first = src[0];
-  const T last = n == 1 ? first
-                        : src[kPacking == Packing::kPerm   ? 1
-                              : kPacking == Packing::kPack ? n - 1
-                                                           : n];
+  const T last = n == 1 ? first : src[lastTerm<kPacking>(n)];
   if (n > 2) std::memmove(dst + 2, src + (kPacking == Packing::kPack ? 1 : 2), (n - 2) * sizeof(T));
   dst[0] = first;
   if (n > 1) dst[1] = last;
+}
+
+template <Packing kPacking, class T>
+void tinyInverse(int order, const T* src, T* dst, T scale) {
+  if constexpr (kLanes<T> >= 4) {
+    if (order == 4) return inverse16<kPacking>(src, dst, scale);
+  }
+  if constexpr (kPacking != Packing::kPerm) {
+    permFromPack<kPacking>(src, dst, size_t{1} << order);
+    src = dst;
+  }
+  switch (order) {
+    case 0:
+      dst[0] = src[0];
+      return;
+    case 1:
+      return scalarInverse<2>(src, dst, scale);
+    case 2:
+      return scalarInverse<4>(src, dst, scale);
+    case 3:
+      return scalarInverse<8>(src, dst, scale);
+    default:
+      return scalarInverse<16>(src, dst, scale);
+  }
 }
 
 template <Packing kPacking, class T>
@@ -109,15 +109,11 @@ KvrStatus realInverse(const Record<T>* spec, const T* src, T* dst, Kvr8u* buffer
   const T scale = spec->scaleInv ? spec->scale : T(1);
   const size_t n = size_t{1} << spec->order;
   if (spec->order <= kLastTinyOrder<T>) {
-    if constexpr (kPacking != Packing::kPerm) {
-      permFromPack<kPacking>(src, dst, n);
-      src = dst;
-    }
-    tinyInverse(spec->order, src, dst, scale);
+    tinyInverse<kPacking>(spec->order, src, dst, scale);
     return kvrStatusOk;
   }
   const T first = src[0];
-  const T last = src[kPacking == Packing::kPerm ? 1 : kPacking == Packing::kPack ? n - 1 : n];
+  const T last = src[lastTerm<kPacking>(n)];
   if constexpr (kPacking == Packing::kPack) {
     permFromPack<kPacking>(src, dst, n);
     src = dst;

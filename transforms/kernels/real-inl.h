@@ -162,6 +162,15 @@ KVRS_INLINE void splitEight(Split split, D d, Cx<D>& lo, Cx<D>& hi, Cx<D> head) 
   hi = reversed(d, b);
 }
 
+// How the spectrum of n real numbers is stored, see kvrs/fft.h.
+enum class Packing { kPerm, kPack, kCcs };
+
+// Where its last real term stands, n > 1.
+template <Packing kPacking>
+constexpr size_t lastTerm(size_t n) {
+  return kPacking == Packing::kPerm ? 1 : kPacking == Packing::kPack ? n - 1 : n;
+}
+
 template <class T>
 void forward16(const T* src, T* dst, T scale) {
   const Lanes<T, 4> d;
@@ -181,14 +190,26 @@ void forward16(const T* src, T* dst, T scale) {
   out.store(d, 4, hi);
 }
 
-template <class T>
+// From any packing: putting the spectrum in order in memory first would have vectors wait for the pieces to be stored.
+template <Packing kPacking, class T>
 void inverse16(const T* src, T* dst, T scale) {
   const Lanes<T, 4> d;
   using C = Cx<Lanes<T, 4>>;
-  const Interleaved<const T, false> in{src};
   const Interleaved<T, true> out{dst};
-  C lo = in.load(d, 0), hi = in.load(d, 4);
-  splitEight(SplitInverse(), d, lo, hi, C{hn::Add(lo.re, lo.im), hn::Sub(lo.re, lo.im)});
+  const T first = src[0], last = src[lastTerm<kPacking>(16)];
+  C lo, hi;
+  if constexpr (kPacking == Packing::kPack) {
+    const Interleaved<const T, false> fromOne{src + 1};
+    const C next = fromOne.load(d, 0);
+    lo = {hn::ShiftLeftLanes<1>(d, next.re), hn::ShiftLeftLanes<1>(d, next.im)};
+    hi = fromOne.load(d, 3);
+  } else {
+    const Interleaved<const T, false> in{src};
+    lo = in.load(d, 0);
+    hi = in.load(d, 4);
+  }
+  // Of `lo` the first lane is not used.
+  splitEight(SplitInverse(), d, lo, hi, C{hn::Set(d, first + last), hn::Set(d, first - last)});
   hn::Vec<Lanes<T, 4>> y[4];
   eightPoints(d, C{lo.im, lo.re}, C{hi.im, hi.re}, y);
   if (scale != T(1)) unroll<4>([&](auto k) KVRS_UNROLLED { y[k] = hn::Mul(y[k], hn::Set(d, scale)); });
