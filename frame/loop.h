@@ -249,8 +249,8 @@ KVRS_INLINE auto putter(const Op& op, D* dst, const S*... src) {
   return Putter<N, kFar, 1, D, Op, S...>(op, src..., dst);
 }
 
-// At least a block, from the first element on, aligned or not: what stands in registers in the loop is all that there
-// is. `last` is what the op returns for the last block, before anything is stored.
+// At least a block, from the first element on, aligned or not, with nothing in registers but what the loop needs. `last`
+// is what the op has returned for the last block before anything was stored.
 template <size_t N, class Put, class V>
 KVRS_INLINE void putFromStart(Put put, ptrdiff_t len, V last) {
   constexpr ptrdiff_t n = N;
@@ -264,6 +264,7 @@ KVRS_INLINE void putFromStart(Put put, ptrdiff_t len, V last) {
   for (left += 3 * n; left > -n; keep(left -= n), put.advance(n)) put(0);
   put.store(last, left + n);
 }
+
 // From so many blocks on it is worth while to align the destination first.
 inline constexpr size_t kAlignedFrom = 64;
 
@@ -288,10 +289,9 @@ KVRS_INLINE void mapBlocks(const Op& op, D* dst, ptrdiff_t len, const S*... src)
     const ptrdiff_t end = len - N;
     const auto first = block<N, D>(op, 0, src...);
     const auto last = block<N, D>(op, end, src...);
-    // Four blocks of two sources fill the registers of s8.
-    if (len > (kVectorRegisters == 8 ? 2 : 4) * N) {
+    if (len > 4 * N) {
       forBlocks<N, kFar>(firstAligned<N>(dst), len - 1, put);
-    } else if (kVectorRegisters > 8 && len > 2 * N) {
+    } else if (len > 2 * N) {
       const auto second = block<N, D>(op, N, src...);
       const auto third = block<N, D>(op, end - N, src...);
       Element<D>::store(second, d, dst + N);
