@@ -20,6 +20,20 @@ class Function(NamedTuple):
 _DECLARATION = re.compile(r"^KVRS_API\s+(.+?)\b(kvrs\w+)\s*\(([^;]*?)\)\s*KVRS_NOEXCEPT\s*;", re.M | re.S)
 
 
+def base(type_):
+    """A parameter's type without const and stars."""
+    return re.sub(r"\bconst\b|\*", "", type_).strip()
+
+
+def structs(include):
+    """Name of a record's type -> name of its struct, which several may share."""
+    found = {}
+    for header in Path(include).glob("kvrs/*.h"):
+        typedefs = re.findall(r"^typedef struct (\w+) (\w+);", header.read_text(), re.M)
+        found.update((name, struct) for struct, name in typedefs)
+    return found
+
+
 def functions(include):
     """All functions that the headers below `include` declare, in the order of their names."""
     found = []
@@ -30,8 +44,8 @@ def functions(include):
             parameters = []
             if arguments not in ("", "void"):
                 for argument in arguments.split(","):
-                    kind, word = re.match(r"\s*(.*?[\s*])(\w+)\s*$", argument).groups()
-                    parameters.append(Parameter(kind.strip(), word))
+                    kind, word, array = re.match(r"\s*(.*?[\s*])(\w+)\s*(\[\w*\])?$", argument.rstrip()).groups()
+                    parameters.append(Parameter(kind.strip() + ("*" if array else ""), word))
             found.append(Function(name, " ".join(result.split()), tuple(parameters), f"kvrs/{header.name}"))
     return sorted(found)
 

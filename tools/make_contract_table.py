@@ -9,20 +9,22 @@ from pathlib import Path
 sys.path.insert(0, str(Path(__file__).parent))
 import declarations  # noqa: E402
 
-CONTEXT = re.compile(r"^(const )?Kvrs\w*(Spec|State)\w*$")
+LENGTHS = {"len", "srcLen", "dstLen", "len1", "len2", "numIters"}
+CONTEXT = re.compile(r"^Kvrs\w*(Spec|State)\w*$")
 
 
 def kind(parameter):
     type_, name = parameter
-    base = type_.replace("*", "").strip()
+    base = declarations.base(type_)
     stars = type_.count("*")
+    is_array = "* const*" in type_
     if stars and CONTEXT.match(base):
-        return "newContext" if stars == 2 else "context"
+        return "contexts" if is_array else "newContext" if stars == 2 else "context"
     if stars == 2:
-        return "channels"
+        return "channels" if is_array else "address"
     if stars == 1:
-        return "input" if base.startswith("const ") else "output"
-    return "length" if name == "len" else "value"
+        return "input" if type_.startswith("const ") else "output"
+    return "length" if name in LENGTHS else "value"
 
 
 def argument(parameter, index):
@@ -32,18 +34,23 @@ def argument(parameter, index):
     return f"v.number<{type_}>({index})"
 
 
-def rows(function, names):
-    parameters = ", ".join(f'{{Kind::{kind(p)}, "{p.type.replace("const ", "").replace("*", "").strip()}", "{p.name}"}}'
+def release(function, frees, structs):
+    """The Free of the record that an InitAlloc makes: that of its type, or else of its struct."""
+    made = next(declarations.base(p.type) for p in function.parameters if kind(p) == "newContext")
+    free = frees.get(made) or frees.get(structs.get(made))
+    if free is None:
+        sys.exit(f"{function.name}: nothing releases a {made}")
+    return free
+
+
+def rows(function, frees, structs):
+    parameters = ", ".join(f'{{Kind::{kind(p)}, "{declarations.base(p.type)}", "{p.name}"}}'
                            for p in function.parameters)
     call = f"{function.name}({', '.join(argument(p, i) for i, p in enumerate(function.parameters))})"
     free = "nullptr"
     if "InitAlloc" in function.name:
-        release = function.name.replace("InitAlloc", "Free")
-        # A form whose taps are converted shares the release of the record that it makes.
-        while release not in names and re.search(r"(32fc|32f)$", release):
-            release = re.sub(r"(32fc|32f)$", "", release)
-        context = function.parameters[0].type.rstrip("*")
-        free = f"[](void* p) {{ return {release}(static_cast<{context}*>(p)); }}"
+        name, context = release(function, frees, structs)
+        free = f"[](void* p) {{ return {name}(static_cast<{context}*>(p)); }}"
     table = f"const Parameter parameters_{function.name}[] = {{{parameters}}};"
     entry = (f'{{"{function.name}", parameters_{function.name}, {len(function.parameters)}, '
              f"[](const Values& v) {{ return {call}; }}, {free}}},")
@@ -53,8 +60,15 @@ def rows(function, names):
 def main():
     include, target = sys.argv[1], Path(sys.argv[2])
     all_functions = declarations.functions(include)
-    names = {f.name for f in all_functions}
-    tables, entries = zip(*(rows(f, names) for f in all_functions if f.result == "KvrStatus"))
+    structs = declarations.structs(include)
+    # Record type -> its Free and the type as this one calls it; under the name of the struct too.
+    frees = {}
+    for f in all_functions:
+        if "Free" in f.name and f.result == "KvrStatus":
+            context = declarations.base(f.parameters[0].type)
+            frees[context] = (f.name, context)
+            frees.setdefault(structs.get(context), (f.name, context))
+    tables, entries = zip(*(rows(f, frees, structs) for f in all_functions if f.result == "KvrStatus"))
     text = "\n".join(["// Made by tools/make_contract_table.py.",
                       '#include "kvrs.h"', '#include "tests/contract/contract.h"', "",
                       "namespace kvrs::test {", "namespace {", *tables, "const Function table[] = {", *entries, "};",

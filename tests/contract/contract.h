@@ -16,8 +16,10 @@ enum class Kind {
   output,      // array or number that is written
   channels,    // array of pointers to arrays
   context,     // record of a transform or filter
+  contexts,    // array of pointers to records
   newContext,  // where an Init stores the address of a new record
-  length,      // len
+  address,     // where a function stores any other address
+  length,      // len, srcLen, dstLen, len1, len2, numIters
   value,       // any other number
 };
 
@@ -44,8 +46,10 @@ struct Values {
   template <class T>
   T number(int i) const {
     const double number = at[i].number;
-    if constexpr (std::is_arithmetic_v<T>) {
+    if constexpr (std::is_floating_point_v<T>) {
       return static_cast<T>(number);
+    } else if constexpr (std::is_integral_v<T> || std::is_enum_v<T>) {
+      return static_cast<T>(static_cast<long long>(number));
     } else {
       T complex;
       complex.re = static_cast<decltype(complex.re)>(number);
@@ -63,15 +67,12 @@ struct Function {
   KvrStatus (*release)(void*);  // for functions that make a record on the heap
 
   std::span<const Parameter> all() const { return {parameters, static_cast<size_t>(parameterCount)}; }
+  // The place of a parameter, or -1.
+  int find(const char* parameter) const;
 };
 
 // All declared functions that return a status.
 std::span<const Function> functions();
-
-// A new record of a type ("KvrsFFTSpec_C_32fc") in `memory` of kContextBytes, fit for the function. Null for
-// a type that contexts.cpp does not know.
-void* makeContext(const char* type, const char* function, void* memory);
-inline constexpr size_t kContextBytes = size_t{1} << 16;
 
 }  // namespace kvrs::test
 
