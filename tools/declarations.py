@@ -39,7 +39,10 @@ def functions(include):
     found = []
     for header in sorted(Path(include).glob("kvrs/*.h")):
         text = re.sub(r"/\*.*?\*/", " ", header.read_text(), flags=re.S)
-        for result, name, arguments in _DECLARATION.findall(text):
+        declarations = _DECLARATION.findall(text)
+        if len(declarations) != len(re.findall(r"\bkvrs\w+\s*\(", text)):
+            raise ValueError(f"{header}: not all of its declarations can be read")
+        for result, name, arguments in declarations:
             arguments = " ".join(arguments.split())
             parameters = []
             if arguments not in ("", "void"):

@@ -57,8 +57,14 @@ def rows(function, frees, structs):
     return table, entry
 
 
+def names(function, list_):
+    array = ", ".join(f'"{name}"' for name in list_)
+    return (f"std::span<const char* const> {function}() {{ static constexpr const char* all[] = {{{array}}}; "
+            "return all; }")
+
+
 def main():
-    include, target = sys.argv[1], Path(sys.argv[2])
+    include, exports, target = sys.argv[1], sys.argv[2], Path(sys.argv[3])
     all_functions = declarations.functions(include)
     structs = declarations.structs(include)
     # Record type -> its Free and the type as this one calls it; under the name of the struct too.
@@ -72,7 +78,10 @@ def main():
     text = "\n".join(["// Made by tools/make_contract_table.py.",
                       '#include "kvrs.h"', '#include "tests/contract/contract.h"', "",
                       "namespace kvrs::test {", "namespace {", *tables, "const Function table[] = {", *entries, "};",
-                      "}  // namespace", "std::span<const Function> functions() { return table; }",
+                      "}  // namespace",
+                      "std::span<const Function> functions() { return table; }",
+                      names("otherFunctions", [f.name for f in all_functions if f.result != "KvrStatus"]),
+                      names("exportNames", [name for name, _ in declarations.export_list(exports)]),
                       "}  // namespace kvrs::test", ""])
     target.write_text(text)
 

@@ -102,6 +102,9 @@ Family::Family(FamilyRows rows) {
   add(&FamilyRows::badValues);
   add(&FamilyRows::badContents);
   add(&FamilyRows::contexts);
+  add(&FamilyRows::contextRanks);
+  add(&FamilyRows::acceptedWords);
+  add(&FamilyRows::wordless);
 }
 
 const FamilyRows& allRows() {

@@ -73,6 +73,10 @@ struct Function {
 
 // All declared functions that return a status.
 std::span<const Function> functions();
+// Names of the declared functions that do not.
+std::span<const char* const> otherFunctions();
+// The names of frame/exports.def.
+std::span<const char* const> exportNames();
 
 }  // namespace kvrs::test
 

@@ -1,10 +1,14 @@
 // Every declared function against the rules for bad arguments: which status, in which order, and nothing
 // written.
 // SPDX-License-Identifier: MIT
+#include <dlfcn.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <climits>
 #include <cstring>
+#include <memory>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -28,29 +32,50 @@ class Call {
  public:
   explicit Call(const Function& f) : f_(f), arguments_(f) {}
 
+  // Gives all arguments their valid values again.
   void reset() { ASSERT_TRUE(arguments_.reset()) << f_.name << " needs " << arguments_.missing(); }
   Values::Value& operator[](int i) { return arguments_[i]; }
   std::span<uint8_t> memory(int i) { return arguments_.memory(i); }
   KvrStatus run() { return arguments_.run(); }
   void releaseMade() { EXPECT_EQ(kvrStatusOk, arguments_.releaseMade()) << f_.name; }
 
-  // Runs a call that must fail, on fresh values changed by `change`, and must write nothing. A record whose caller's
+  // What the function could write to: the memory of its pointers and of records on the heap. A record whose caller's
   // memory is being filled by Init may have been begun.
+  std::vector<std::span<uint8_t>> watched() {
+    std::vector<std::span<uint8_t>> all;
+    for (int i = 0; i < f_.parameterCount; ++i) {
+      if (strcmp(f_.parameters[i].name, "specMem") == 0) continue;
+      all.push_back(memory(i));
+      auto* const pointer = static_cast<uint8_t*>(arguments_[i].pointer);
+      const bool isRecord = f_.parameters[i].kind == Kind::context && pointer != nullptr;
+      if (isRecord && (pointer < all.back().data() || pointer >= all.back().data() + all.back().size())) {
+        all.push_back({pointer, blockBytes(pointer)});
+      }
+    }
+    return all;
+  }
+
+  // Runs a call that must fail and must write nothing.
+  void expectNow(KvrStatus status, const std::string& what) {
+    const auto watch = watched();
+    std::vector<std::vector<uint8_t>> before;
+    for (const auto& memory : watch) before.emplace_back(memory.begin(), memory.end());
+    const KvrStatus got = run();
+    EXPECT_EQ(status, got) << f_.name << ": " << what;
+    if (got >= kvrStatusOk) return;
+    for (size_t i = 0; i < watch.size(); ++i) {
+      EXPECT_TRUE(std::equal(before[i].begin(), before[i].end(), watch[i].begin()))
+          << f_.name << ": " << what << ": wrote to its arguments";
+    }
+  }
+
+  // The same on fresh values changed by `change`.
   template <class Change>
   void expect(KvrStatus status, const std::string& what, Change change) {
     reset();
     if (testing::Test::HasFatalFailure()) return;
     change(*this);
-    std::vector<std::vector<uint8_t>> before;
-    for (int i = 0; i < f_.parameterCount; ++i) {
-      before.emplace_back(memory(i).begin(), memory(i).end());
-    }
-    EXPECT_EQ(status, run()) << f_.name << ": " << what;
-    for (int i = 0; i < f_.parameterCount; ++i) {
-      if (memory(i).empty() || strcmp(f_.parameters[i].name, "specMem") == 0) continue;
-      EXPECT_EQ(0, memcmp(before[i].data(), memory(i).data(), memory(i).size()))
-          << f_.name << ": " << what << ": wrote to " << f_.parameters[i].name;
-    }
+    expectNow(status, what);
   }
 
  private:
@@ -74,8 +99,73 @@ void forAll(Check check) {
   }
 }
 
-TEST(Contract, TableIsThere) {
-  EXPECT_GT(functions().size(), 40u);
+// Every name of the export list that the module has is declared and stands in the table, once, and nothing else does.
+TEST(Contract, TableIsComplete) {
+  std::multiset<std::string> table;
+  for (const Function& f : functions()) table.insert(f.name);
+  for (const char* name : otherFunctions()) table.insert(name);
+  std::multiset<std::string> defined;
+  for (const char* name : exportNames()) {
+    if (dlsym(RTLD_DEFAULT, name) != nullptr) defined.insert(name);
+  }
+  EXPECT_EQ(defined, table);
+}
+
+// A parameter that rows are about: every row must be about one at least.
+template <class Row>
+void expectParameters(const std::vector<Row>& rows, const char* kind) {
+  for (const Row& row : rows) {
+    bool isFound = false;
+    for (const Function& f : functions()) {
+      for (const Parameter& p : f.all()) {
+        isFound = isFound || (matches(row.parameter, p.name) && matches(row.functions, f.name));
+      }
+    }
+    EXPECT_TRUE(isFound) << kind << ": there is no " << row.parameter << " of " << row.functions;
+  }
+}
+
+void expectFunctions(const char* pattern, const char* kind, bool (*isRight)(const Function&)) {
+  const auto all = functions();
+  EXPECT_TRUE(std::any_of(all.begin(), all.end(),
+                          [&](const Function& f) { return matches(pattern, f.name) && isRight(f); }))
+      << kind << ": no function for " << pattern;
+}
+
+bool hasContext(const Function& f) {
+  const auto all = f.all();
+  return std::any_of(all.begin(), all.end(),
+                     [](const Parameter& p) { return p.kind == Kind::context || p.kind == Kind::contexts; });
+}
+
+bool hasLength(const Function& f) {
+  const auto all = f.all();
+  return std::any_of(all.begin(), all.end(), [](const Parameter& p) { return p.kind == Kind::length; });
+}
+
+TEST(Contract, RowsAreAboutFunctions) {
+  const FamilyRows& rows = allRows();
+  expectParameters(rows.optionalPointers, "optionalPointers");
+  expectParameters(rows.latePointers, "latePointers");
+  expectParameters(rows.lastPointers, "lastPointers");
+  expectParameters(rows.freeLengths, "freeLengths");
+  expectParameters(rows.validValues, "validValues");
+  expectParameters(rows.validContents, "validContents");
+  expectParameters(rows.badValues, "badValues");
+  expectParameters(rows.badContents, "badContents");
+  for (const char* pattern : rows.lengthFirst) expectFunctions(pattern, "lengthFirst", hasLength);
+  for (const char* pattern : rows.lengthAgainstZero) expectFunctions(pattern, "lengthAgainstZero", hasLength);
+  for (const char* pattern : rows.unchecked) {
+    expectFunctions(pattern, "unchecked", [](const Function&) { return true; });
+  }
+  for (const char* pattern : rows.wordless) expectFunctions(pattern, "wordless", hasContext);
+  for (const ContextRank& row : rows.contextRanks) expectFunctions(row.functions, "contextRanks", hasContext);
+  for (const AcceptedWords& row : rows.acceptedWords)
+    expectFunctions(row.functions, "acceptedWords", hasContext);
+  for (const ContextMaker& row : rows.contexts) {
+    // A record that no function takes may still be a wrong one, or be accepted in place of another.
+    if (strcmp(row.functions, ".*") != 0) expectFunctions(row.functions, row.type, hasContext);
+  }
 }
 
 TEST(Contract, ValidCallsSucceed) {
@@ -142,20 +232,118 @@ void* record(const Function& f, Call& call, int i) {
   return f.parameters[i].kind == Kind::contexts ? *static_cast<void**>(pointer) : pointer;
 }
 
-TEST(Contract, Contexts) {
-  forAll([](const Function& f, Call& call) {
+uint32_t wordOf(const void* record) {
+  uint32_t word;
+  memcpy(&word, record, sizeof word);
+  return word;
+}
+
+// One record by every maker.
+class Records {
+ public:
+  struct Record {
+    const ContextMaker* maker;
+    void* record;
+  };
+
+  Records() {
+    for (const ContextMaker& maker : allRows().contexts) {
+      memory_.push_back(std::make_unique<uint8_t[]>(kContextBytes));
+      all_.push_back({&maker, maker.make(memory_.back().get())});
+      EXPECT_NE(nullptr, all_.back().record) << "no record of " << maker.type;
+    }
+  }
+  ~Records() {
+    for (const Record& r : all_) {
+      if (r.maker->release != nullptr) r.maker->release(r.record);
+    }
+  }
+  const std::vector<Record>& all() const { return all_; }
+
+ private:
+  std::vector<std::unique_ptr<uint8_t[]>> memory_;
+  std::vector<Record> all_;
+};
+
+bool acceptsWord(const Function& f, uint32_t word) {
+  for (const AcceptedWords& row : allRows().acceptedWords) {
+    if (!matches(row.functions, f.name)) continue;
+    if (std::find(row.words.begin(), row.words.end(), word) != row.words.end()) return true;
+  }
+  return false;
+}
+
+Rank contextRank(const Function& f) {
+  for (const ContextRank& row : allRows().contextRanks) {
+    if (matches(row.functions, f.name)) return row.rank;
+  }
+  return Rank::beforePointers;
+}
+
+// All contexts of functions that look at the word. `check(f, call, i)`
+template <class Check>
+void forAllContexts(Check check) {
+  forAll([&](const Function& f, Call& call) {
+    if (isAmong(allRows().wordless, f)) return;
     for (int i = 0; i < f.parameterCount; ++i) {
       const Kind kind = f.parameters[i].kind;
-      if (kind != Kind::context && kind != Kind::contexts) continue;
-      for (uint32_t word : {0u, 1u, 3u, 0x46490000u, 0xFFFFFFFFu}) {
-        uint32_t right = 0;
-        const auto damage = [&](Call& c) {
-          memcpy(&right, record(f, c, i), sizeof right);
-          memcpy(record(f, c, i), &word, sizeof word);
-        };
-        call.expect(kvrStatusContextMismatch, "context word " + std::to_string(word), damage);
-        memcpy(record(f, call, i), &right, sizeof right);  // so that it can be released
+      if (kind == Kind::context || kind == Kind::contexts) check(f, call, i);
+    }
+  });
+}
+
+TEST(Contract, Contexts) {
+  forAllContexts([](const Function& f, Call& call, int i) {
+    for (uint32_t word : {0u, 1u, 3u, 0x46490000u, 0xFFFFFFFFu}) {
+      const std::string what = "context word " + std::to_string(word);
+      // A bad word, perhaps beside another fault.
+      const auto expect = [&](KvrStatus status, const std::string& more, auto change) {
+        call.reset();
+        void* const damaged = record(f, call, i);
+        const uint32_t right = wordOf(damaged);
+        memcpy(damaged, &word, sizeof word);
+        change();
+        call.expectNow(status, what + more);
+        memcpy(damaged, &right, sizeof right);  // so that it can be released
+      };
+      expect(kvrStatusContextMismatch, "", [] {});
+      if (word != 0) continue;
+      const Rank rank = contextRank(f);
+      for (int other = 0; other < f.parameterCount; ++other) {
+        const Parameter& p = f.parameters[other];
+        if (other == i || isOptional(f, p) || isTestedLast(f, p)) continue;
+        if (p.isPointer()) {
+          expect(rank == Rank::beforePointers ? kvrStatusContextMismatch : kvrStatusNullPointer,
+                 std::string(", ") + p.name + " null", [&] { call[other].pointer = nullptr; });
+        } else if (p.kind == Kind::length && !isAmong(allRows().freeLengths, f, p)) {
+          expect(rank == Rank::afterLength ? kvrStatusBadLength : kvrStatusContextMismatch,
+                 std::string(", ") + p.name + " 0", [&] { call[other].number = 0; });
+        }
       }
+    }
+  });
+}
+
+// Records of every other kind are refused, but for those that a function takes as well.
+TEST(Contract, ContextsOfOtherKinds) {
+  const Records records;
+  forAllContexts([&](const Function& f, Call& call, int i) {
+    const bool isArray = f.parameters[i].kind == Kind::contexts;
+    const uint32_t right = wordOf(record(f, call, i));
+    for (const Records::Record& other : records.all()) {
+      const uint32_t word = wordOf(other.record);
+      if (word == right || isArray) continue;
+      if (!acceptsWord(f, word)) {
+        call[i].pointer = other.record;
+        EXPECT_EQ(kvrStatusContextMismatch, call.run())
+            << f.name << " with a record of " << other.maker->type;
+        continue;
+      }
+      const auto memory = std::make_unique<uint8_t[]>(kContextBytes);
+      call.reset();
+      call[i].pointer = other.maker->make(memory.get());
+      EXPECT_GE(call.run(), kvrStatusOk) << f.name << " with a record of " << other.maker->type;
+      if (other.maker->release != nullptr && !releasesArgument(f)) other.maker->release(call[i].pointer);
     }
   });
 }
@@ -209,27 +397,38 @@ TEST(Contract, Contents) {
   }
 }
 
+// The first, second ... allocation fails, with all pointers given and with one of those null that may be.
 TEST(Contract, FailingMemory) {
   forAll([](const Function& f, Call& call) {
-    for (int nth = 1; nth <= 16; ++nth) {
-      call.reset();
-      const int before = liveBlocks();
-      const int calls = allocationCount();
-      KvrStatus status;
-      {
-        FailingAllocator failing(nth);
-        status = call.run();
-      }
-      if (status >= kvrStatusOk) {
-        EXPECT_LT(allocationCount() - calls, nth) << f.name << " hides a failed allocation";
-        call.releaseMade();
-        if (!releasesArgument(f)) {
-          EXPECT_EQ(before, liveBlocks()) << f.name << " leaks";
+    for (int null = -1; null < f.parameterCount; ++null) {
+      if (null >= 0 && !(f.parameters[null].isPointer() && isOptional(f, f.parameters[null]))) continue;
+      for (int nth = 1; nth <= 16; ++nth) {
+        call.reset();
+        if (null >= 0) call[null].pointer = nullptr;
+        const int before = liveBlocks(), calls = allocationCount();
+        const auto watch = call.watched();
+        std::vector<std::vector<uint8_t>> contents;
+        for (const auto& memory : watch) contents.emplace_back(memory.begin(), memory.end());
+        KvrStatus status;
+        {
+          FailingAllocator failing(nth);
+          status = call.run();
         }
-        break;
+        if (status >= kvrStatusOk) {
+          EXPECT_LT(allocationCount() - calls, nth) << f.name << " hides a failed allocation";
+          call.releaseMade();
+          if (!releasesArgument(f)) {
+            EXPECT_EQ(before, liveBlocks()) << f.name << " leaks";
+          }
+          break;
+        }
+        EXPECT_EQ(kvrStatusOutOfMemory, status) << f.name;
+        EXPECT_EQ(before, liveBlocks()) << f.name << " leaks after a failed allocation";
+        for (size_t i = 0; i < watch.size(); ++i) {
+          EXPECT_TRUE(std::equal(contents[i].begin(), contents[i].end(), watch[i].begin()))
+              << f.name << " wrote, though allocation " << nth << " failed";
+        }
       }
-      EXPECT_EQ(kvrStatusOutOfMemory, status) << f.name;
-      EXPECT_EQ(before, liveBlocks()) << f.name << " leaks after a failed allocation";
     }
   });
 }

@@ -9,6 +9,7 @@
 #define KVRS_TESTS_CONTRACT_FAMILY_H
 
 #include <cstddef>
+#include <cstdint>
 #include <vector>
 
 #include "kvrs/types.h"
@@ -62,6 +63,18 @@ struct BadContents {
   Rank rank = Rank::afterLength;
 };
 
+// How the word of a function's context ranks with other faults, where it is not the first thing that is looked at.
+struct ContextRank {
+  const char* functions = ".*";
+  Rank rank = Rank::afterLength;
+};
+
+// Words that a function accepts in its context besides the one of its own maker's record.
+struct AcceptedWords {
+  const char* functions = ".*";
+  std::vector<uint32_t> words;
+};
+
 // Makes a small record of a context type, fit for some functions: in `memory` of kContextBytes zeros, or on the heap, and
 // then `release` is not null. Where several functions take a type but want another word in it, each gets a row.
 struct ContextMaker {
@@ -94,6 +107,9 @@ struct FamilyRows {
   std::vector<BadValue> badValues = {};
   std::vector<BadContents> badContents = {};
   std::vector<ContextMaker> contexts = {};
+  std::vector<ContextRank> contextRanks = {};
+  std::vector<AcceptedWords> acceptedWords = {};
+  std::vector<const char*> wordless = {};  // functions whose contexts have no word
 };
 
 class Family {

@@ -3,6 +3,7 @@
 
 #include <atomic>
 #include <cstdlib>
+#include <cstring>
 
 #include "kvrscore.h"
 
@@ -24,6 +25,7 @@ void* kvrMalloc(size_t bytes) noexcept {
   void* block = nullptr;
   if (posix_memalign(&block, 64, bytes + 64) != 0) return nullptr;
   ++live;
+  memcpy(block, &bytes, sizeof bytes);
   return static_cast<char*>(block) + 32;
 }
 
@@ -50,6 +52,12 @@ int allocationCount() {
 }
 size_t lastAllocation() {
   return lastBytes;
+}
+
+size_t blockBytes(const void* block) {
+  size_t bytes;
+  memcpy(&bytes, static_cast<const char*>(block) - 32, sizeof bytes);
+  return bytes;
 }
 
 FailingAllocator::FailingAllocator(int nth) {

@@ -17,6 +17,9 @@ int allocationCount();
 // The bytes that the last of them asked for.
 size_t lastAllocation();
 
+// The bytes that a live block was asked for with.
+size_t blockBytes(const void* block);
+
 // While it lives, the nth call of kvrMalloc from now on (counted from 1) and all later ones fail.
 class FailingAllocator {
  public:

@@ -38,6 +38,7 @@ const Family family{{
                return spec;
              }},
         },
+    .contextRanks = {{"kvrsFFTGetBufSize_.*", Rank::afterPointers}},
 }};
 
 }  // namespace

@@ -27,6 +27,17 @@ const Family family{{
                return state;
              }},
         },
+    .contextRanks =
+        {
+            {"kvrsFIR_.*", Rank::afterLength},
+            {"kvrsFIR(One|GetTaps|SetTaps|GetDlyLine)_.*", Rank::afterPointers},
+        },
+    // Single-rate, multi-rate and stream records of one type are inspected and released by the same functions.
+    .acceptedWords =
+        {
+            {"kvrsFIRFree_32f", {0x46493033, 0x46493333, 0x46493334}},
+            {"kvrsFIR(GetTaps|GetDlyLine|SetDlyLine)_32f", {0x46493033}},
+        },
 }};
 
 }  // namespace
