@@ -39,6 +39,8 @@
 #include "kvrs/shift.h"
 #include "kvrs/unary.h"
 
+#include "kvrs/random.h"
+
 #include "kvrs/fft.h"
 #include "kvrs/spectrum.h"
 

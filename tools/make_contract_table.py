@@ -13,11 +13,14 @@ LENGTHS = {"len", "srcLen", "dstLen", "len1", "len2", "numIters"}
 CONTEXT = re.compile(r"^Kvrs\w*(Spec|State)\w*$")
 
 
-def kind(parameter):
+def kind(function, parameter):
     type_, name = parameter
     base = declarations.base(type_)
     stars = type_.count("*")
     is_array = "* const*" in type_
+    # An Init that takes the record itself makes one in the caller's memory: it need not be one before.
+    if stars == 1 and CONTEXT.match(base) and "Init" in function.name:
+        return "output"
     if stars and CONTEXT.match(base):
         return "contexts" if is_array else "newContext" if stars == 2 else "context"
     if stars == 2:
@@ -36,7 +39,7 @@ def argument(parameter, index):
 
 def release(function, frees, structs):
     """The Free of the record that an InitAlloc makes: that of its type, or else of its struct."""
-    made = next(declarations.base(p.type) for p in function.parameters if kind(p) == "newContext")
+    made = next(declarations.base(p.type) for p in function.parameters if kind(function, p) == "newContext")
     free = frees.get(made) or frees.get(structs.get(made))
     if free is None:
         sys.exit(f"{function.name}: nothing releases a {made}")
@@ -44,7 +47,7 @@ def release(function, frees, structs):
 
 
 def rows(function, frees, structs):
-    parameters = ", ".join(f'{{Kind::{kind(p)}, "{declarations.base(p.type)}", "{p.name}"}}'
+    parameters = ", ".join(f'{{Kind::{kind(function, p)}, "{declarations.base(p.type)}", "{p.name}"}}'
                            for p in function.parameters)
     call = f"{function.name}({', '.join(argument(p, i) for i, p in enumerate(function.parameters))})"
     free = "nullptr"

@@ -1,0 +1,49 @@
+// SPDX-License-Identifier: MIT
+#include "kvrs/random.h"
+
+#include <random>
+
+#if __has_include(<boost/random/normal_distribution.hpp>)
+#include <boost/random/mersenne_twister.hpp>
+#include <boost/random/normal_distribution.hpp>
+#define KVRS_BENCH_BOOST 1
+#endif
+
+#include "bench/support/bench.h"
+
+namespace kvrs::bench {
+namespace {
+
+constexpr int kLengths[] = {64, 1024, 16384, 1 << 20};
+
+template <class Engine, class Distribution>
+void addPeer(const std::string& name, const char* who, Kvr32f* dst, int len, Distribution distribution) {
+  const auto engine = std::make_shared<Engine>(7u);
+  add(name, who, [=]() mutable {
+    for (int i = 0; i < len; ++i) dst[i] = distribution(*engine);
+  });
+}
+
+Register random([] {
+  for (int len : kLengths) {
+    const std::string n = std::to_string(len);
+    const auto dst = array<Kvr32f>(len);
+    KvrsRandUniState_32f* uniform = nullptr;
+    KvrsRandGaussState_32f* gauss = nullptr;
+    kvrsRandUniformInitAlloc_32f(&uniform, -1, 1, 7);
+    kvrsRandGaussInitAlloc_32f(&gauss, 0, 1, 7);
+    add("random/RandUniform_32f/" + n, "kvrs", [=] { kvrsRandUniform_32f(dst.get(), len, uniform); });
+    addPeer<std::mt19937>("random/RandUniform_32f/" + n, "mt19937", dst.get(), len,
+                          std::uniform_real_distribution<float>(-1, 1));
+    add("random/RandGauss_32f/" + n, "kvrs", [=] { kvrsRandGauss_32f(dst.get(), len, gauss); });
+    addPeer<std::mt19937>("random/RandGauss_32f/" + n, "mt19937", dst.get(), len,
+                          std::normal_distribution<float>(0, 1));
+#ifdef KVRS_BENCH_BOOST
+    addPeer<boost::random::mt19937>("random/RandGauss_32f/" + n, "boost", dst.get(), len,
+                                    boost::random::normal_distribution<float>(0, 1));
+#endif
+  }
+});
+
+}  // namespace
+}  // namespace kvrs::bench
