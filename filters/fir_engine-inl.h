@@ -28,20 +28,10 @@ inline constexpr uint64_t kTransformCost = kVectorBytes == 16 ? 6 : kVectorBytes
 template <class T>
 int teamFor(const State<T>& state, size_t len, uint64_t work) {
   if (len < Sums<T>::kThreadsFromLen) return 1;
-  const int allowed = ownGetNumThreads();
+  const int allowed = threadCount();
   const int most = allowed < state.threads ? allowed : state.threads;
   const uint64_t useful = work / kWorkOfThread<T>;
   return useful < static_cast<uint64_t>(most) ? static_cast<int>(useful) : most;
-}
-
-// Runs body(thread, team), on the calling thread alone where one is all it takes.
-template <class Body>
-void runOn(int threads, Body body) {
-  if (threads > 1) {
-    runTeam(threads, body);
-  } else {
-    body(0, 1);
-  }
 }
 
 // Samples come in the sums' type, or in another that a load() of theirs converts.
@@ -111,10 +101,11 @@ void filterDirect(State<T>& state, const D* src, T* dst, size_t len) {
   // No less than a vector, even if the staged outputs get some of them again.
   const size_t first = staged + N <= len ? staged : len - N;
   const size_t count = len - first;
-  runOn(teamFor(state, len, uint64_t{count} * tapsLen), [=](int thread, int team) {
-    const size_t slice = count / static_cast<size_t>(team) / N * N;
-    const size_t begin = first + slice * static_cast<size_t>(thread);
-    firKernel(src + (begin - past), dst + begin, thread == team - 1 ? len - begin : slice, taps, tapsLen);
+  // The sums of an output have an order that depends on its place in a tile, so slices are cut between tiles.
+  runTeam(teamFor(state, len, uint64_t{count} * tapsLen), [=](int thread, int team) {
+    const Slice slice = sliceOf(count, N * fir_detail::kBlocks, thread, team);
+    const size_t begin = first + slice.begin;
+    if (slice.count > 0) firKernel(src + (begin - past), dst + begin, slice.count, taps, tapsLen);
   });
   if (staged > 0) firKernel(window + 1, dst, staged, taps, tapsLen);
   // With what comes before it in its first vector.
@@ -194,7 +185,7 @@ KvrStatus filterBlocks(State<T>& state, const D* src, size_t len, Store store) {
   int team = teamFor(state, len, costOfBlocks(state, len));
   if (static_cast<size_t>(team) > blocks) team = static_cast<int>(blocks);
   int granted = 1;
-  runOn(team, [=, &state, &granted](int thread, int threads) {
+  runTeam(team, [=, &state, &granted](int thread, int threads) {
     if (thread == 0) granted = threads;
     T* frame = frames + fftLen * static_cast<size_t>(thread);
     Kvr8u* buffer = state.fftBuffers.get();

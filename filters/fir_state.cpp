@@ -4,6 +4,8 @@
 
 #include <climits>
 
+#include "frame/threads.h"
+
 namespace kvrs::fir {
 namespace {
 
@@ -67,8 +69,7 @@ template <class T>
 KvrStatus plan(int tapsLen, Plan* plan) {
   *plan = {};
   plan->tapsLen = tapsLen;
-  const int threads = ownGetNumThreads();
-  plan->threads = threads < 1 ? 1 : threads;
+  plan->threads = threadCount();
   if (tapsLen >= Sums<T>::kFftFromTaps) {
     plan->order = floorLog2(static_cast<unsigned>(tapsLen)) + 2;
     if (Sums<T>::fftGetSize(plan->order, &plan->specSize, &plan->initBufSize, &plan->workSize) ==

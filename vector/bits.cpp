@@ -4,6 +4,7 @@
 
 #include "frame/check.h"
 #include "frame/loop.h"
+#include "frame/unaligned.h"
 #include "kvrs/fill.h"
 #include "kvrs/reorder.h"
 #include "vector/copy.h"
@@ -65,7 +66,7 @@ class BitWriter {
     } else {
       const unsigned over = count - room_;  // below 32, as there always is room
       const uint32_t full = __builtin_bswap32(word_ | code >> over);
-      __builtin_memcpy(dst_, &full, sizeof full);
+      unaligned::put(full, reinterpret_cast<uint32_t*>(dst_));
       dst_ += sizeof full;
       room_ = 32 - over;
       word_ = (code << 1) << (31 - over);
@@ -105,11 +106,11 @@ KvrStatus kvrsPackBits_32u8u(const Kvr32u* src, const int* srcBitsLen, int len, 
   BitWriter writer(dst, static_cast<unsigned>(dstBitOffset) % 8);
   uint32_t total = 0;
   for (int i = 0; i < len; ++i) {
-    const unsigned count = static_cast<unsigned>(std::clamp(srcBitsLen[i], 0, 32));
-    writer.put(src[i], count);
+    const unsigned count = static_cast<unsigned>(std::clamp(unaligned::get(srcBitsLen + i), 0, 32));
+    writer.put(unaligned::get(src + i), count);
     total += count;
   }
   if (total != 0) writer.finish();
-  *dstLenBits = static_cast<int>(total);
+  unaligned::put(static_cast<int>(total), dstLenBits);
   return kvrStatusOk;
 }

@@ -251,9 +251,8 @@ KVRS_INLINE void forFrames(size_t channels, size_t chanLen, Block block, Single 
   for (; i < chanLen; ++i) single(i);
 }
 
-// No part of its caller, so that nothing moves across the change of the rounding mode.
 template <class Op, class Sample>
-[[gnu::noinline]] void joinMany(const Kvr32f* const* src, size_t channels, size_t chanLen, Sample* dst) {
+void joinMany(const Kvr32f* const* src, size_t channels, size_t chanLen, Sample* dst) {
   const auto block = [=](size_t i) __attribute__((always_inline)) {
     forQuads(
         channels, [=](size_t c) __attribute__((always_inline)) {
@@ -343,16 +342,17 @@ KvrStatus join(const Kvr32f* const* src, int nChannels, int chanLen, void* inter
   const KvrStatus bad = checkChannels<typename Op::Sample>(interleaved, nChannels, chanLen,
                                                            reinterpret_cast<const void* const*>(src));
   if (bad != kvrStatusOk) return bad;
-  const VectorRoundingScope rounding(Rounding::nearest);
   auto* dst = static_cast<typename Op::Sample*>(interleaved);
   const size_t channels = static_cast<size_t>(nChannels), frames = static_cast<size_t>(chanLen);
-  if (channels == 1) return mapElements(JoinOne<Op>(), dst, frames, src[0]);
-  if (channels == 2) {
-    joinTwo<Op>(src, frames, dst);
-  } else {
-    joinMany<Op>(src, channels, frames, dst);
-  }
-  return kvrStatusOk;
+  return underRounding(Rounding::nearest, [=]() -> KvrStatus {
+    if (channels == 1) return mapElements(JoinOne<Op>(), dst, frames, src[0]);
+    if (channels == 2) {
+      joinTwo<Op>(src, frames, dst);
+    } else {
+      joinMany<Op>(src, channels, frames, dst);
+    }
+    return kvrStatusOk;
+  });
 }
 
 template <class Op>

@@ -128,12 +128,11 @@ constexpr KvrStatus halfRounding(KvrRoundMode rndMode) {
 // Nearest for kvrRoundNear, cut off for every other mode.
 template <template <bool> class Op, class S>
 KvrStatus toHalf(const S* src, Kvr16f* dst, int len, KvrRoundMode rndMode) {
+  const size_t n = static_cast<size_t>(len);
   if (rndMode == kvrRoundNear) {
-    const VectorRoundingScope rounding(Rounding::nearest);
-    return mapElements(Op<false>(), dst, static_cast<size_t>(len), src);
+    return underRounding(Rounding::nearest, [=] { return mapElements(Op<false>(), dst, n, src); });
   }
-  const VectorRoundingScope rounding(Rounding::zero);
-  return mapElements(Op<true>(), dst, static_cast<size_t>(len), src);
+  return underRounding(Rounding::zero, [=] { return mapElements(Op<true>(), dst, n, src); });
 }
 
 }  // namespace
@@ -162,9 +161,10 @@ KvrStatus kvrsConvert_16f16s_Sfs(const Kvr16f* src, Kvr16s* dst, int len, KvrRou
   // A half lies between 2^-24 and 2^16: beyond these scales nothing changes any more.
   const int exponent = scaleFactor > 64 ? -64 : scaleFactor < -64 ? 64 : -scaleFactor;
   const Kvr32f scale = std::bit_cast<Kvr32f>(static_cast<uint32_t>(127 + exponent) << 23);
+  const size_t n = static_cast<size_t>(len);
   if (rndMode == kvrRoundNear) {
-    const VectorRoundingScope rounding(Rounding::nearest);
-    return mapElements(HalfToInteger<false>{scale}, dst, static_cast<size_t>(len), src);
+    return underRounding(Rounding::nearest,
+                         [=] { return mapElements(HalfToInteger<false>{scale}, dst, n, src); });
   }
-  return mapElements(HalfToInteger<true>{scale}, dst, static_cast<size_t>(len), src);
+  return mapElements(HalfToInteger<true>{scale}, dst, n, src);
 }

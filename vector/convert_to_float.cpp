@@ -6,6 +6,8 @@
 #include "frame/check.h"
 #include "frame/loop.h"
 #include "frame/packed24.h"
+#include "frame/rounding.h"
+#include "frame/unaligned.h"
 #include "frame/widen.h"
 #include "kvrs/convert.h"
 
@@ -127,10 +129,13 @@ KvrStatus kvrsConvert_32s64f(const Kvr32s* src, Kvr64f* dst, int len) noexcept {
 }
 KvrStatus kvrsConvert_64s64f(const Kvr64s* src, Kvr64f* dst, int len) noexcept {
   if constexpr (sizeof(void*) == 4) {
-    // In 32 bits the x87 unit converts in two instructions what takes the vector unit six.
+    // In 32 bits the x87 unit converts in two instructions what takes the vector unit six. It has a rounding mode of
+    // its own.
     KVRS_CHECK(pointers(src, dst), length(len),
                require(loop_detail::fitsAddress(static_cast<size_t>(len), sizeof *src), kvrStatusBadLength));
-    for (int i = 0; i < len; ++i) dst[i] = static_cast<Kvr64f>(src[i]);
+    underExtendedRounding(currentRounding(), [=] {
+      for (int i = 0; i < len; ++i) unaligned::put(static_cast<Kvr64f>(unaligned::get(src + i)), dst + i);
+    });
     return kvrStatusOk;
   }
   return convert(src, dst, len);

@@ -9,6 +9,7 @@
 #include "frame/packed24.h"
 #include "frame/rounding.h"
 #include "frame/to_integer.h"
+#include "frame/unaligned.h"
 #include "kvrs/convert.h"
 
 namespace kvrs {
@@ -91,9 +92,9 @@ struct ToInteger {
 
 template <class D, class F>
 KvrStatus toNearest(const F* src, D* dst, int len, int scaleFactor) {
-  const VectorRoundingScope rounding(Rounding::nearest);
-  return mapElements(ToInteger<D, F, kvrRoundNear>{scaleOf<F>(scaleFactor)}, dst, static_cast<size_t>(len),
-                     src);
+  const ToInteger<D, F, kvrRoundNear> op{scaleOf<F>(scaleFactor)};
+  return underRounding(Rounding::nearest,
+                       [=] { return mapElements(op, dst, static_cast<size_t>(len), src); });
 }
 
 template <class D, class F>
@@ -104,9 +105,9 @@ KvrStatus truncated(const F* src, D* dst, int len, int scaleFactor) {
 
 template <class D, class F>
 KvrStatus toNearestTiesAway(const F* src, D* dst, int len, int scaleFactor) {
-  const VectorRoundingScope rounding(Rounding::nearest);
-  return mapElements(ToInteger<D, F, kvrRoundFinancial>{scaleWithSubnormals<F>(scaleFactor)}, dst,
-                     static_cast<size_t>(len), src);
+  const ToInteger<D, F, kvrRoundFinancial> op{scaleWithSubnormals<F>(scaleFactor)};
+  return underRounding(Rounding::nearest,
+                       [=] { return mapElements(op, dst, static_cast<size_t>(len), src); });
 }
 
 template <class D, class F>
@@ -150,19 +151,19 @@ struct ToInt64 {
 };
 
 template <KvrRoundMode mode>
-void vectorsToInt64(const Kvr64f* src, Kvr64s* dst, int len, int step, int rest) {
-  mapElements(ToInt64<mode>{scaleOf<Kvr64f>(step), scaleOf<Kvr64f>(rest)}, dst, static_cast<size_t>(len),
-              src);
+KvrStatus vectorsToInt64(const Kvr64f* src, Kvr64s* dst, int len, int step, int rest) {
+  return mapElements(ToInt64<mode>{scaleOf<Kvr64f>(step), scaleOf<Kvr64f>(rest)}, dst,
+                     static_cast<size_t>(len), src);
 }
 
 // Where no vector instruction converts to 64 bits: in extended precision, which holds every scaled double and
 // its sum with a half exactly. The conversion makes its lowest value of NaN and of all that is too low.
 template <bool financial>
-[[gnu::noinline]] void extendedToInt64(const Kvr64f* src, Kvr64s* dst, int len, long double scale) {
+void extendedToInt64(const Kvr64f* src, Kvr64s* dst, int len, long double scale) {
   for (int i = 0; i < len; ++i) {
-    long double scaled = static_cast<long double>(src[i]) * scale;
+    long double scaled = static_cast<long double>(unaligned::get(src + i)) * scale;
     if constexpr (financial) scaled += scaled < 0 ? -0.5L : 0.5L;
-    dst[i] = scaled >= 0x1p63L ? Range<Kvr64s>::highest : __builtin_llrintl(scaled);
+    unaligned::put(scaled >= 0x1p63L ? Range<Kvr64s>::highest : Kvr64s{__builtin_llrintl(scaled)}, dst + i);
   }
 }
 
@@ -173,28 +174,24 @@ KvrStatus toInt64(const Kvr64f* src, D* dst, int len, KvrRoundMode rndMode, int 
   const int step = limitedTo(kMostStep, scaleFactor);
   const int rest = limitedTo(kMostStep, scaleFactor - step);
   if constexpr (kInt64Conversions) {
-    if (rndMode == kvrRoundZero) {
-      vectorsToInt64<kvrRoundZero>(src, dst, len, step, rest);
-    } else {
-      const VectorRoundingScope rounding(Rounding::nearest);
-      if (rndMode == kvrRoundFinancial) {
-        vectorsToInt64<kvrRoundFinancial>(src, dst, len, step, rest);
-      } else {
-        vectorsToInt64<kvrRoundNear>(src, dst, len, step, rest);
-      }
-    }
+    if (rndMode == kvrRoundZero) return vectorsToInt64<kvrRoundZero>(src, dst, len, step, rest);
+    return underRounding(Rounding::nearest, [=] {
+      return rndMode == kvrRoundFinancial ? vectorsToInt64<kvrRoundFinancial>(src, dst, len, step, rest)
+                                          : vectorsToInt64<kvrRoundNear>(src, dst, len, step, rest);
+    });
   } else {
     if (!loop_detail::fitsAddress(static_cast<size_t>(len), sizeof *src)) return kvrStatusBadLength;
     const bool cuts = rndMode == kvrRoundFinancial || rndMode == kvrRoundZero;
-    const ExtendedRoundingScope rounding(cuts ? Rounding::zero : Rounding::nearest);
-    const long double scale = static_cast<long double>(scaleOf<Kvr64f>(step)) * scaleOf<Kvr64f>(rest);
-    if (rndMode == kvrRoundFinancial) {
-      extendedToInt64<true>(src, dst, len, scale);
-    } else {
-      extendedToInt64<false>(src, dst, len, scale);
-    }
+    underExtendedRounding(cuts ? Rounding::zero : Rounding::nearest, [=] {
+      const long double scale = static_cast<long double>(scaleOf<Kvr64f>(step)) * scaleOf<Kvr64f>(rest);
+      if (rndMode == kvrRoundFinancial) {
+        extendedToInt64<true>(src, dst, len, scale);
+      } else {
+        extendedToInt64<false>(src, dst, len, scale);
+      }
+    });
+    return kvrStatusOk;
   }
-  return kvrStatusOk;
 }
 
 }  // namespace

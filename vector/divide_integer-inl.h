@@ -234,8 +234,9 @@ KvrStatus divideIntegers(const Division& rule, int scaleFactor, Make make, D* ds
         return divideVectors<float>(rule, make(Quotient<float, kRounding>(scale)), dst, len, src...);
       }
     }
-    const VectorRoundingScope nearest(Rounding::nearest);
-    return divideVectors<double>(rule, make(Quotient<double, kRounding>(scale)), dst, len, src...);
+    return underRounding(Rounding::nearest, [=] {
+      return divideVectors<double>(rule, make(Quotient<double, kRounding>(scale)), dst, len, src...);
+    });
   }
 }
 

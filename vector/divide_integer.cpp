@@ -27,9 +27,9 @@ KvrStatus divideComplex(const Kvr16sc* src1, const Kvr16sc* src2, Kvr16sc* dst, 
   if (scaleFactor > k16sc.zeroAbove) {
     return divideVectors<Kvr16s>(k16sc, ComplexZeroQuotient(), dst, len, src1);
   }
-  const VectorRoundingScope nearest(Rounding::nearest);
   const ComplexQuotient op(powerOfTwo(scaleFactor < k16sc.signBelow ? -64 : scaleFactor));
-  return divideVectors<double>(k16sc, op, dst, len, src1, src2);
+  return underRounding(Rounding::nearest,
+                       [=] { return divideVectors<double>(k16sc, op, dst, len, src1, src2); });
 }
 
 }  // namespace

@@ -15,16 +15,17 @@ template <class T>
 KvrStatus divide(const Division& rule, const T* src1, const T* src2, T* dst, int len, KvrRoundMode rndMode,
                  int scaleFactor) {
   KVRS_CHECK(pointers(src1, src2, dst), length(len), roundMode(rndMode));
-  const VectorRoundingScope nearest(Rounding::nearest);
-  const auto asItIs = [](auto op) { return op; };
-  switch (rndMode) {
-    case kvrRoundZero:
-      return divideIntegers<QuotientRounding::zero>(rule, scaleFactor, asItIs, dst, len, src1, src2);
-    case kvrRoundNear:
-      return divideIntegers<QuotientRounding::byMode>(rule, scaleFactor, asItIs, dst, len, src1, src2);
-    default:
-      return divideIntegers<QuotientRounding::away>(rule, scaleFactor, asItIs, dst, len, src1, src2);
-  }
+  return underRounding(Rounding::nearest, [=] {
+    const auto asItIs = [](auto op) { return op; };
+    switch (rndMode) {
+      case kvrRoundZero:
+        return divideIntegers<QuotientRounding::zero>(rule, scaleFactor, asItIs, dst, len, src1, src2);
+      case kvrRoundNear:
+        return divideIntegers<QuotientRounding::byMode>(rule, scaleFactor, asItIs, dst, len, src1, src2);
+      default:
+        return divideIntegers<QuotientRounding::away>(rule, scaleFactor, asItIs, dst, len, src1, src2);
+    }
+  });
 }
 
 }  // namespace

@@ -111,13 +111,14 @@ KVRS_INLINE KvrStatus divideByScalar(const Division& rule, const T* src, T val, 
                                      int scaleFactor) {
   KVRS_CHECK(pointers(src, dst), length(len), divisor(val == 0));
   if (scaleFactor > rule.zeroAbove) return zeroInstead(dst, len);
-  const VectorRoundingScope nearest(Rounding::nearest);
   const int exponent = scaleFactor < rule.signBelow ? rule.signBelow - 1 : scaleFactor;
-  if constexpr (sizeof(T) == 2) {
-    if (scaleFactor < kSingleFrom) return divideWide(rule, src, val, dst, len, scaleFactor);
-  }
-  const Widened<TimesReciprocal> op{{static_cast<float>(val), exponent}};
-  return mapElements(op, dst, static_cast<size_t>(len), src);
+  return underRounding(Rounding::nearest, [=] {
+    if constexpr (sizeof(T) == 2) {
+      if (scaleFactor < kSingleFrom) return divideWide(rule, src, val, dst, len, scaleFactor);
+    }
+    const Widened<TimesReciprocal> op{{static_cast<float>(val), exponent}};
+    return mapElements(op, dst, static_cast<size_t>(len), src);
+  });
 }
 
 // The element times a factor: one rounding more than a quotient, and no division for each element.
@@ -163,17 +164,18 @@ class ComplexProduct {
 
 KvrStatus divideByScalar(const Kvr16sc* src, Kvr16sc val, Kvr16sc* dst, int len, int scaleFactor) {
   KVRS_CHECK(pointers(src, dst), length(len), divisor(val.re == 0 && val.im == 0));
-  const VectorRoundingScope nearest(Rounding::nearest);
-  if (scaleFactor < kC16sc.signBelow) {
-    // Scaled up so far, the errors of a product with the inverse would show.
-    const ComplexQuotientBy op(val, powerOfTwo(scaleFactor < -64 ? -64 : scaleFactor));
-    return divideVectors<double>(kC16sc, op, dst, len, src);
-  }
-  const double scale = powerOfTwo(-(scaleFactor > kC16sc.zeroAbove ? kC16sc.zeroAbove : scaleFactor));
-  const double re = val.re, im = val.im;
-  const double square = re * re + im * im;
-  const Widened<ComplexProduct> op{{re / square * scale, -im / square * scale}};
-  return mapElements(op, asPairs<Kvr16s>(dst), static_cast<size_t>(len), asPairs<Kvr16s>(src));
+  return underRounding(Rounding::nearest, [=] {
+    if (scaleFactor < kC16sc.signBelow) {
+      // Scaled up so far, the errors of a product with the inverse would show.
+      const ComplexQuotientBy op(val, powerOfTwo(scaleFactor < -64 ? -64 : scaleFactor));
+      return divideVectors<double>(kC16sc, op, dst, len, src);
+    }
+    const double scale = powerOfTwo(-(scaleFactor > kC16sc.zeroAbove ? kC16sc.zeroAbove : scaleFactor));
+    const double re = val.re, im = val.im;
+    const double square = re * re + im * im;
+    const Widened<ComplexProduct> op{{re / square * scale, -im / square * scale}};
+    return mapElements(op, asPairs<Kvr16s>(dst), static_cast<size_t>(len), asPairs<Kvr16s>(src));
+  });
 }
 
 KvrStatus divideScalar(Kvr16u val, const Kvr16u* src, Kvr16u* dst, int len) {

@@ -85,8 +85,8 @@ struct ScaledPhase {
 template <class Op, class D, class... S>
 KvrStatus phase(const Op& op, D* dst, int len, const S*... src) {
   KVRS_CHECK(pointers(src..., dst), length(len));
-  const VectorRoundingScope rounding(Rounding::nearest);
-  return mapElements(op, dst, static_cast<size_t>(len), src...);
+  return underRounding(Rounding::nearest,
+                       [=] { return mapElements(op, dst, static_cast<size_t>(len), src...); });
 }
 
 // Below `signBelow` all phases but 0 are stored as extremes, which any scale does that is large enough; and one small
@@ -99,10 +99,9 @@ KvrStatus scaledPhase(D* dst, int len, int scaleFactor, int signBelow, const S*.
   if (!loop_detail::fitsAddress(static_cast<size_t>(len), loop_detail::widest(sizeof(D), sizeof(S)...))) {
     return kvrStatusBadLength;
   }
-  const VectorRoundingScope rounding(Rounding::nearest);
   const int exponent = scaleFactor < signBelow ? kEnough : scaleFactor > kEnough ? -kEnough : -scaleFactor;
   const ScaledPhase op{powerOfTwo<double>(exponent)};
-  mapWide<double>(op, dst, static_cast<size_t>(len), src...);
+  underRounding(Rounding::nearest, [=] { mapWide<double>(op, dst, static_cast<size_t>(len), src...); });
   return kvrStatusOk;
 }
 

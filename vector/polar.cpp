@@ -130,15 +130,16 @@ double limitedScale(int scaleFactor, int bound) {
 template <class Op, class S, class D>
 KvrStatus cartesian(Op op, const S* srcMag, const S* srcPhase, D* dst, int len) {
   KVRS_CHECK(pointers(srcMag, srcPhase, dst), length(len));
-  const VectorRoundingScope rounding(Rounding::nearest);
-  return mapElements(op, dst, static_cast<size_t>(len), srcMag, srcPhase);
+  return underRounding(Rounding::nearest,
+                       [=] { return mapElements(op, dst, static_cast<size_t>(len), srcMag, srcPhase); });
 }
 
 template <class Op, class T>
 KvrStatus cartesianPlanes(Op op, const T* srcMag, const T* srcPhase, T* dstRe, T* dstIm, int len) {
   KVRS_CHECK(pointers(srcMag, srcPhase, dstRe, dstIm), length(len));
-  const VectorRoundingScope rounding(Rounding::nearest);
-  return mapToTwo(op, dstRe, dstIm, static_cast<size_t>(len), srcMag, srcPhase);
+  return underRounding(Rounding::nearest, [=] {
+    return mapToTwo(op, dstRe, dstIm, static_cast<size_t>(len), srcMag, srcPhase);
+  });
 }
 
 // In a 32-bit process a vector may be longer than the address space.
@@ -146,8 +147,8 @@ template <SinCosFor use, class T, class C>
 KvrStatus scaledCartesian(ScaledCartesian<use> op, const T* srcMag, const T* srcPhase, C* dst, int len) {
   KVRS_CHECK(pointers(srcMag, srcPhase, dst), length(len));
   if (!loop_detail::fitsAddress(static_cast<size_t>(len), sizeof *dst)) return kvrStatusBadLength;
-  const VectorRoundingScope rounding(Rounding::nearest);
-  mapWide<double>(op, dst, static_cast<size_t>(len), srcMag, srcPhase);
+  underRounding(Rounding::nearest,
+                [=] { mapWide<double>(op, dst, static_cast<size_t>(len), srcMag, srcPhase); });
   return kvrStatusOk;
 }
 

@@ -10,6 +10,7 @@
 #include "frame/rounding.h"
 #include "frame/saturating.h"
 #include "frame/to_integer.h"
+#include "frame/unaligned.h"
 #include "kvrs/arith_scaled.h"
 
 namespace kvrs {
@@ -114,7 +115,7 @@ long double extendedScale(int scaleFactor) {
   return ldexpl(1.0L, -bounded(scaleFactor, -1200, 1200));
 }
 
-// Rounded to nearest, ties to even: the scope's doing.
+// Rounded in the current mode, which has to be to nearest.
 Kvr64s toInteger(long double x) {
   constexpr auto lowest = std::numeric_limits<Kvr64s>::min(), highest = std::numeric_limits<Kvr64s>::max();
   // 2^63 - 0.5 is a tie, and goes to 2^63.
@@ -123,14 +124,13 @@ Kvr64s toInteger(long double x) {
   return llrintl(x);
 }
 
-// `operation` runs in extended precision, in the mode of the scope around the call. A function of its own,
-// since the compiler would be free to move arithmetic out of the scope.
+// `operation` runs in extended precision.
 template <class Operation>
-[[gnu::noinline]] void mapExtended(const Operation& operation, Kvr64s* srcDst, int len) {
-  // The unit loads and stores integers at any address; a copy in between would cost 32-bit code a detour.
-  using Anywhere = Kvr64s __attribute__((aligned(1)));
-  Anywhere* at = srcDst;
-  for (int i = 0; i < len; ++i) at[i] = toInteger(operation(static_cast<long double>(at[i])));
+void mapExtended(const Operation& operation, Kvr64s* srcDst, int len) {
+  for (int i = 0; i < len; ++i) {
+    Kvr64s* at = srcDst + i;
+    unaligned::put(toInteger(operation(static_cast<long double>(unaligned::get(at)))), at);
+  }
 }
 
 // A negative length is no error.
@@ -141,9 +141,10 @@ constexpr KvrStatus lengthNotZero(int len) {
 template <class T>
 KvrStatus timesExtended(T val, Kvr64s* srcDst, int len, int scaleFactor) {
   KVRS_CHECK(pointers(srcDst), lengthNotZero(len));
-  const ExtendedRoundingScope nearest(Rounding::nearest);
-  const long double scaled = static_cast<long double>(val) * extendedScale(scaleFactor);
-  mapExtended([=](long double x) { return x * scaled; }, srcDst, len);
+  underExtendedRounding(Rounding::nearest, [=] {
+    const long double scaled = static_cast<long double>(val) * extendedScale(scaleFactor);
+    mapExtended([=](long double x) { return x * scaled; }, srcDst, len);
+  });
   return kvrStatusOk;
 }
 
@@ -158,11 +159,10 @@ KvrStatus kvrsMulC_Low_32f16s(const Kvr32f* src, Kvr32f val, Kvr16s* dst, int le
 }
 KvrStatus kvrsMulC_32f16s_Sfs(const Kvr32f* src, Kvr32f val, Kvr16s* dst, int len, int scaleFactor) noexcept {
   KVRS_CHECK(pointers(src, dst), length(len));
-  const VectorRoundingScope nearest(Rounding::nearest);
   // The bits of 2^(-scaleFactor), of which the least is a subnormal number.
   const int exponent = 127 - bounded(scaleFactor, -126, 127);
   const float scale = std::bit_cast<float>(exponent > 0 ? exponent << 23 : 1 << 22);
-  return mapTo16s(val * scale, src, dst, len);
+  return underRounding(Rounding::nearest, [=] { return mapTo16s(val * scale, src, dst, len); });
 }
 KvrStatus kvrsMulC_64s_ISfs(Kvr64s val, Kvr64s* srcDst, int len, int scaleFactor) noexcept {
   if (scaleFactor <= 0 && srcDst != nullptr && len > 0) {
@@ -180,8 +180,9 @@ KvrStatus kvrsDivC_64s_ISfs(Kvr64s val, Kvr64s* srcDst, int len, int scaleFactor
     if (len > 0) mapElements(Signs(), srcDst, static_cast<size_t>(len), static_cast<const Kvr64s*>(srcDst));
     return kvrStatusDivByZeroWarn;
   }
-  const ExtendedRoundingScope nearest(Rounding::nearest);
-  const long double scale = extendedScale(scaleFactor), divisor = static_cast<long double>(val);
-  mapExtended([=](long double x) { return x * scale / divisor; }, srcDst, len);
+  underExtendedRounding(Rounding::nearest, [=] {
+    const long double scale = extendedScale(scaleFactor), divisor = static_cast<long double>(val);
+    mapExtended([=](long double x) { return x * scale / divisor; }, srcDst, len);
+  });
   return kvrStatusOk;
 }

@@ -109,8 +109,7 @@ double scaleOf(int scaleFactor, ScaleBounds bounds) {
 // dst = op(src...) for an op in double precision, with the rounding mode forced to nearest.
 template <class Op, class D, class... S>
 KvrStatus mapDoubles(const Op& op, D* dst, size_t len, const S*... src) {
-  const VectorRoundingScope nearest(Rounding::nearest);
-  return mapSaturated(op, dst, len, src...);
+  return underRounding(Rounding::nearest, [=] { return mapSaturated(op, dst, len, src...); });
 }
 
 template <class Op, class D, class A, class B>

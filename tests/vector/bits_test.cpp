@@ -97,12 +97,20 @@ void checkPackBits(int len, int offset, int mostBits, Side side, uint64_t seed) 
   std::vector<Kvr8u> want(bytes);
   for (size_t i = 0; i < bytes; ++i) dst[i] = want[i] = static_cast<Kvr8u>(random.bits());
   for (size_t i = 0; i < bits.size(); ++i) setBit(want.data(), phase + i, bits[i]);
-  int written = -1;
-  ASSERT_EQ(kvrStatusOk, kvrsPackBits_32u8u(codes.data(), counts.data(), len, dst, offset, &written));
+  // Callers' arrays may lie at any address.
+  static Arena codesArena(1 << 15), countsArena(1 << 15), writtenArena(64);
+  Kvr32u* codesAt = codesArena.place<Kvr32u>(codes.size(), side, seed % 4);
+  int* countsAt = countsArena.place<int>(counts.size(), side, seed / 4 % 4);
+  int* writtenAt = writtenArena.place<int>(1, side, seed / 16 % 4);
+  memcpy(codesAt, codes.data(), codes.size() * sizeof codes[0]);
+  memcpy(countsAt, counts.data(), counts.size() * sizeof counts[0]);
+  ASSERT_EQ(kvrStatusOk, kvrsPackBits_32u8u(codesAt, countsAt, len, dst, offset, writtenAt));
+  int written;
+  memcpy(&written, writtenAt, sizeof written);
   ASSERT_EQ(static_cast<int>(bits.size()), written);
   for (size_t i = 0; i < bytes; ++i)
     ASSERT_EQ(want[i], dst[i]) << "len " << len << ", offset " << offset << ", byte " << i;
-  ASSERT_TRUE(arena.intact());
+  ASSERT_TRUE(arena.intact() && codesArena.intact() && countsArena.intact() && writtenArena.intact());
 }
 
 TEST(PackBits, RandomCodes) {

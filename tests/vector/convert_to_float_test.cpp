@@ -1,4 +1,6 @@
 // SPDX-License-Identifier: MIT
+#include <fpu_control.h>
+
 #include <cmath>
 #include <limits>
 
@@ -92,6 +94,36 @@ TEST(ConvertToFloat, Integers) {
   check(kvrsConvert_32s32f);
   check(kvrsConvert_32s64f);
   check(kvrsConvert_64s64f);
+}
+
+// The mode is that of the vector unit, where all floats are computed, whatever the x87 unit is set to.
+TEST(ConvertToFloat, Integers64FollowTheVectorUnit) {
+  const std::vector<Kvr64s> src = values<Kvr64s>();
+  constexpr int kModes[] = {FE_TONEAREST, FE_DOWNWARD, FE_UPWARD,
+                            FE_TOWARDZERO};  // by their number in the field
+  const unsigned before = _mm_getcsr();
+  fpu_control_t extendedBefore;
+  _FPU_GETCW(extendedBefore);
+  for (unsigned vectorUnit = 0; vectorUnit < 4; ++vectorUnit) {
+    for (unsigned extendedUnit = 0; extendedUnit < 4; ++extendedUnit) {
+      std::vector<Kvr64f> dst(src.size());
+      fpu_control_t extended = static_cast<fpu_control_t>((extendedBefore & ~0x0F00u) | extendedUnit << 10),
+                    after;
+      _FPU_SETCW(extended);
+      _mm_setcsr((before & ~0x6000u) | vectorUnit << 13);
+      const KvrStatus status = kvrsConvert_64s64f(src.data(), dst.data(), static_cast<int>(src.size()));
+      _FPU_GETCW(after);
+      _FPU_SETCW(extendedBefore);
+      _mm_setcsr(before);
+      ASSERT_EQ(kvrStatusOk, status);
+      EXPECT_EQ(extended, after);
+      for (size_t i = 0; i < src.size(); ++i) {
+        const Kvr64f want = roundedToFloat<Kvr64f>(static_cast<long double>(src[i]), kModes[vectorUnit]);
+        ASSERT_TRUE(sameBits(dst[i], want))
+            << show(src[i]) << ", modes " << vectorUnit << " and " << extendedUnit;
+      }
+    }
+  }
 }
 
 TEST(ConvertToFloat, Floats) {
