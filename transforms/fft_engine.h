@@ -14,6 +14,12 @@ enum class Direction { kForward, kInverse };
 template <class T>
 void transform(const Record<T>& r, int order, Direction direction, const T* src, T* dst, T* work, T scale);
 
+// The forward transform of numbers whose parts lie in two arrays, with the tables of a context of Kind::kPlanes. With
+// real and imaginary parts exchanged everywhere it is the inverse one.
+template <class T>
+void transformPlanes(const Record<T>& r, int order, const T* srcRe, const T* srcIm, T* dstRe, T* dstIm,
+                     T* work, T scale);
+
 }  // namespace kvrs::fft
 
 #endif

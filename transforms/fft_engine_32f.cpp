@@ -1,19 +1,13 @@
-// The complex transform of single-precision numbers, real and imaginary part in turn.
+// The complex transform of single-precision numbers, real and imaginary parts in two arrays.
 // SPDX-License-Identifier: MIT
 #include "transforms/kernels/engine-inl.h"
 
 namespace kvrs::fft {
 
 template <>
-void transform(const Record<Kvr32f>& r, int order, Direction direction, const Kvr32f* src, Kvr32f* dst,
-               Kvr32f* work, Kvr32f scale) {
-  if (direction == Direction::kForward) {
-    transformViews(r, order, Interleaved<const Kvr32f, false>{src}, Interleaved<Kvr32f, false>{dst}, work,
-                   scale);
-  } else {
-    transformViews(r, order, Interleaved<const Kvr32f, true>{src}, Interleaved<Kvr32f, true>{dst}, work,
-                   scale);
-  }
+void transformPlanes(const Record<Kvr32f>& r, int order, const Kvr32f* srcRe, const Kvr32f* srcIm,
+                     Kvr32f* dstRe, Kvr32f* dstIm, Kvr32f* work, Kvr32f scale) {
+  transformViews(r, order, Planes<const Kvr32f>{srcRe, srcIm}, Planes<Kvr32f>{dstRe, dstIm}, work, scale);
 }
 
 }  // namespace kvrs::fft

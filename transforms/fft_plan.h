@@ -42,7 +42,7 @@ inline constexpr size_t kPassLanes = kPaired ? kLanes<T> / 2 : kLanes<T>;
 // The columns of a split transform that share a factor for each row (FactoredTwiddles): a strip's width has to be a
 // multiple. Factors for one vector each are least work where it is long; else several share one that stays in reach.
 template <class T>
-inline constexpr size_t kFactorSpan = kPaired ? 16 : kPassLanes<T>;
+inline constexpr size_t kFactorSpan = kPaired ? 64 / sizeof(T) : kPassLanes<T>;
 
 // The largest radix, and the usual one: its points have to find room in the vector registers, more or less.
 inline constexpr int kMaxBits = kVectorRegisters >= 32 ? 4 : 3;
@@ -78,13 +78,17 @@ inline constexpr int kLastSmallOrder = kLanes<T> == 16  ? 7
                                        : kLanes<T> == 8 ? 6
                                                         : 5;
 
-// Up to this order a transform is one sequence of passes; from the next on it is split into rows and columns.
-inline constexpr int kLastStockhamOrder = 15;
+// Up to this order a transform is one sequence of passes; from the next on it is split into rows and columns. Single
+// precision has a work area of the transform's length up to there; double precision has none before it is split, and
+// makes do with as much as may lie on the stack, for a while after that, too.
+template <class T>
+inline constexpr int kLastStockhamOrder = sizeof(T) == 4 ? 15 : 10;
+inline constexpr size_t kStackBytes = 16384;
 
 template <class T>
 inline constexpr auto kStockhamPlans = [] {
-  std::array<Plan, kLastStockhamOrder + 1> plans{};
-  for (int order = kLastSmallOrder<T> + 1; order <= kLastStockhamOrder; ++order) {
+  std::array<Plan, kLastStockhamOrder<T> + 1> plans{};
+  for (int order = kLastSmallOrder<T> + 1; order <= kLastStockhamOrder<T>; ++order) {
     plans[order] = makePlan(order, kFirstBits<T>);
   }
   return plans;
@@ -100,17 +104,17 @@ inline constexpr auto kColumnPlans = [] {
 struct Split {
   int outer, middle;
 };
-constexpr Split splitOf(int order) {
-  constexpr int kOuter[] = {8, 8, 9, 9, 8, 10, 10, 10, 10, 10, 10, 11};  // order 16 and up
-  const int outer = kOuter[order - 16];
+// The edge is as long as the work area allows, which holds a strip of columns: of two cache lines at least, so that
+// lines are used whole, and of four at most.
+constexpr Split splitOf(int order, size_t workBytes) {
+  int outer = order / 2;
+  while (size_t{128} << outer > workBytes) --outer;
   return {outer, order - 2 * outer};
 }
-
-// Columns in a strip: at least two cache lines of them, so that lines are used whole, and what fits the work
-// area.
-constexpr size_t stripWidth(int outer, size_t workPoints) {
-  const size_t fits = workPoints >> outer;
-  return fits < 32 ? fits : 32;
+template <class T>
+constexpr size_t stripWidth(int outer, size_t workBytes) {
+  const size_t bytes = workBytes >> outer;
+  return (bytes < 256 ? bytes : 256) / (2 * sizeof(T));
 }
 
 }  // namespace kvrs::fft

@@ -4,22 +4,35 @@
 #include <cstring>
 
 #include "frame/check.h"
+#include "frame/unaligned.h"
 #include "transforms/fft_engine.h"
 #include "transforms/kernels/real-inl.h"
 
 namespace kvrs::fft {
 namespace {
 
-// Up to this order there are no tables.
+using unaligned::get;
+using unaligned::put;
+
+// Up to this order the whole transform is one function.
 template <class T>
-inline constexpr int kLastTinyOrder = 4;
+inline constexpr int kLastTinyOrder = sizeof(T) == 4 ? 4 : 3;
+
+// Contexts of the shortest transforms beyond have no tables.
+template <class T>
+const T* halvesOf(const Record<T>* spec) {
+  if constexpr (sizeof(T) == 8) {
+    if (spec->order == 4) return kHalves<T, 4>.data();
+    if (spec->order == 5) return kHalves<T, 5>.data();
+  }
+  return spec->halves.get();
+}
 
 template <class T>
 void tinyForward(int order, const T* src, T* dst, T scale) {
   switch (order) {
     case 0:
-      dst[0] = src[0];
-      return;
+      return put(get(src), dst);
     case 1:
       return scalarForward<2>(src, dst, scale);
     case 2:
@@ -27,8 +40,7 @@ void tinyForward(int order, const T* src, T* dst, T scale) {
     case 3:
       return scalarForward<8>(src, dst, scale);
     default:
-      if constexpr (kLanes<T> >= 4) return forward16(src, dst, scale);
-      return scalarForward<16>(src, dst, scale);
+      if constexpr (kLastTinyOrder<T> >= 4) return forward16(src, dst, scale);
   }
 }
 
@@ -37,31 +49,31 @@ template <Packing kPacking, class T>
 void packFromPerm(T* x, size_t n) {
   if constexpr (kPacking == Packing::kPack) {
     if (n <= 2) return;
-    const T last = x[1];
+    const T last = get(x + 1);
     std::memmove(x + 1, x + 2, (n - 2) * sizeof(T));
-    x[n - 1] = last;
+    put(last, x + n - 1);
   } else if constexpr (kPacking == Packing::kCcs) {
     if (n > 1) {
-      x[n] = x[1];
-      x[n + 1] = 0;
+      put(get(x + 1), x + n);
+      put(T(0), x + n + 1);
     }
-    x[1] = 0;
+    put(T(0), x + 1);
   }
 }
 
 // Any packing to Perm; src may be dst.
 template <Packing kPacking, class T>
 void permFromPack(const T* src, T* dst, size_t n) {
-  const T first = src[0];
-  const T last = n == 1 ? first : src[lastTerm<kPacking>(n)];
+  const T first = get(src);
+  const T last = n == 1 ? first : get(src + lastTerm<kPacking>(n));
   if (n > 2) std::memmove(dst + 2, src + (kPacking == Packing::kPack ? 1 : 2), (n - 2) * sizeof(T));
-  dst[0] = first;
-  if (n > 1) dst[1] = last;
+  put(first, dst);
+  if (n > 1) put(last, dst + 1);
 }
 
 template <Packing kPacking, class T>
 void tinyInverse(int order, const T* src, T* dst, T scale) {
-  if constexpr (kLanes<T> >= 4) {
+  if constexpr (kLastTinyOrder<T> >= 4) {
     if (order == 4) return inverse16<kPacking>(src, dst, scale);
   }
   if constexpr (kPacking != Packing::kPerm) {
@@ -70,16 +82,13 @@ void tinyInverse(int order, const T* src, T* dst, T scale) {
   }
   switch (order) {
     case 0:
-      dst[0] = src[0];
-      return;
+      return put(get(src), dst);
     case 1:
       return scalarInverse<2>(src, dst, scale);
     case 2:
       return scalarInverse<4>(src, dst, scale);
-    case 3:
-      return scalarInverse<8>(src, dst, scale);
     default:
-      return scalarInverse<16>(src, dst, scale);
+      return scalarInverse<8>(src, dst, scale);
   }
 }
 
@@ -93,10 +102,10 @@ KvrStatus realForward(const Record<T>* spec, const T* src, T* dst, Kvr8u* buffer
     tinyForward(spec->order, src, dst, scale);
   } else {
     transform(*spec, spec->order - 1, Direction::kForward, src, dst, work.as<T>(), scale);
-    const T re = dst[0], im = dst[1];
-    dst[0] = re + im;
-    dst[1] = re - im;
-    splitSpectrum(SplitForward(), dst, dst, n / 2, spec->halves.get());
+    const T re = get(dst), im = get(dst + 1);
+    put(re + im, dst);
+    put(re - im, dst + 1);
+    splitSpectrum(SplitForward(), dst, dst, n / 2, halvesOf(spec));
   }
   packFromPerm<kPacking>(dst, n);
   return kvrStatusOk;
@@ -112,15 +121,15 @@ KvrStatus realInverse(const Record<T>* spec, const T* src, T* dst, Kvr8u* buffer
     tinyInverse<kPacking>(spec->order, src, dst, scale);
     return kvrStatusOk;
   }
-  const T first = src[0];
-  const T last = src[lastTerm<kPacking>(n)];
+  const T first = get(src);
+  const T last = get(src + lastTerm<kPacking>(n));
   if constexpr (kPacking == Packing::kPack) {
     permFromPack<kPacking>(src, dst, n);
     src = dst;
   }
-  splitSpectrum(SplitInverse(), src, dst, n / 2, spec->halves.get());
-  dst[0] = first + last;
-  dst[1] = first - last;
+  splitSpectrum(SplitInverse(), src, dst, n / 2, halvesOf(spec));
+  put(first + last, dst);
+  put(first - last, dst + 1);
   transform(*spec, spec->order - 1, Direction::kInverse, dst, dst, work.as<T>(), scale);
   return kvrStatusOk;
 }
@@ -128,11 +137,12 @@ KvrStatus realInverse(const Record<T>* spec, const T* src, T* dst, Kvr8u* buffer
 }  // namespace
 }  // namespace kvrs::fft
 
+using kvrs::fft::bufSize;
 using kvrs::fft::Kind;
-using kvrs::fft::kWordR32f;
 using kvrs::fft::Packing;
 using kvrs::fft::realForward;
 using kvrs::fft::realInverse;
+using kvrs::fft::release;
 
 KvrStatus kvrsFFTGetSize_R_32f(int order, int flag, KvrHintAlgorithm, int* specSize, int* initBufSize,
                                int* workSize) noexcept {
@@ -141,88 +151,181 @@ KvrStatus kvrsFFTGetSize_R_32f(int order, int flag, KvrHintAlgorithm, int* specS
 
 KvrStatus kvrsFFTInit_R_32f(KvrsFFTSpec_R_32f** spec, int order, int flag, KvrHintAlgorithm hint,
                             Kvr8u* specMem, Kvr8u* initBuf) noexcept {
-  return kvrs::fft::init(Kind::kReal, kWordR32f, spec, order, flag, hint, specMem, initBuf);
+  return kvrs::fft::init(Kind::kReal, kvrs::fft::kWordR32f, spec, order, flag, hint, specMem, initBuf);
 }
 
 KvrStatus kvrsFFTInitAlloc_R_32f(KvrsFFTSpec_R_32f** spec, int order, int flag,
                                  KvrHintAlgorithm hint) noexcept {
-  return kvrs::fft::initAlloc(Kind::kReal, kWordR32f, spec, order, flag, hint);
+  return kvrs::fft::initAlloc(Kind::kReal, kvrs::fft::kWordR32f, spec, order, flag, hint);
 }
 
 KvrStatus kvrsFFTFree_R_32f(KvrsFFTSpec_R_32f* spec) noexcept {
-  KVRS_CHECK(context(spec, kWordR32f));
-  kvrs::fft::release<Kvr32f>(spec);
+  KVRS_CHECK(context(spec, kvrs::fft::kWordR32f));
+  release<Kvr32f>(spec);
   return kvrStatusOk;
 }
 
 KvrStatus kvrsFFTGetBufSize_R_32f(const KvrsFFTSpec_R_32f* spec, int* size) noexcept {
-  KVRS_CHECK(pointers(spec, size), context(spec, kWordR32f));
-  *size = kvrs::fft::bufSize<Kvr32f>(spec);
+  KVRS_CHECK(pointers(spec, size), context(spec, kvrs::fft::kWordR32f));
+  *size = bufSize<Kvr32f>(spec);
   return kvrStatusOk;
 }
 
 KvrStatus kvrsFFTFwd_RToPerm_32f(const Kvr32f* src, Kvr32f* dst, const KvrsFFTSpec_R_32f* spec,
                                  Kvr8u* buffer) noexcept {
-  KVRS_CHECK(context(spec, kWordR32f), pointers(src, dst));
+  KVRS_CHECK(context(spec, kvrs::fft::kWordR32f), pointers(src, dst));
   return realForward<Packing::kPerm, Kvr32f>(spec, src, dst, buffer);
 }
 
 KvrStatus kvrsFFTFwd_RToPerm_32f_I(Kvr32f* srcDst, const KvrsFFTSpec_R_32f* spec, Kvr8u* buffer) noexcept {
-  KVRS_CHECK(context(spec, kWordR32f), pointers(srcDst));
+  KVRS_CHECK(context(spec, kvrs::fft::kWordR32f), pointers(srcDst));
   return realForward<Packing::kPerm, Kvr32f>(spec, srcDst, srcDst, buffer);
 }
 
 KvrStatus kvrsFFTFwd_RToPack_32f(const Kvr32f* src, Kvr32f* dst, const KvrsFFTSpec_R_32f* spec,
                                  Kvr8u* buffer) noexcept {
-  KVRS_CHECK(context(spec, kWordR32f), pointers(src, dst));
+  KVRS_CHECK(context(spec, kvrs::fft::kWordR32f), pointers(src, dst));
   return realForward<Packing::kPack, Kvr32f>(spec, src, dst, buffer);
 }
 
 KvrStatus kvrsFFTFwd_RToPack_32f_I(Kvr32f* srcDst, const KvrsFFTSpec_R_32f* spec, Kvr8u* buffer) noexcept {
-  KVRS_CHECK(context(spec, kWordR32f), pointers(srcDst));
+  KVRS_CHECK(context(spec, kvrs::fft::kWordR32f), pointers(srcDst));
   return realForward<Packing::kPack, Kvr32f>(spec, srcDst, srcDst, buffer);
 }
 
 KvrStatus kvrsFFTFwd_RToCCS_32f(const Kvr32f* src, Kvr32f* dst, const KvrsFFTSpec_R_32f* spec,
                                 Kvr8u* buffer) noexcept {
-  KVRS_CHECK(context(spec, kWordR32f), pointers(src, dst));
+  KVRS_CHECK(context(spec, kvrs::fft::kWordR32f), pointers(src, dst));
   return realForward<Packing::kCcs, Kvr32f>(spec, src, dst, buffer);
 }
 
 KvrStatus kvrsFFTFwd_RToCCS_32f_I(Kvr32f* srcDst, const KvrsFFTSpec_R_32f* spec, Kvr8u* buffer) noexcept {
-  KVRS_CHECK(context(spec, kWordR32f), pointers(srcDst));
+  KVRS_CHECK(context(spec, kvrs::fft::kWordR32f), pointers(srcDst));
   return realForward<Packing::kCcs, Kvr32f>(spec, srcDst, srcDst, buffer);
 }
 
 KvrStatus kvrsFFTInv_PermToR_32f(const Kvr32f* src, Kvr32f* dst, const KvrsFFTSpec_R_32f* spec,
                                  Kvr8u* buffer) noexcept {
-  KVRS_CHECK(context(spec, kWordR32f), pointers(src, dst));
+  KVRS_CHECK(context(spec, kvrs::fft::kWordR32f), pointers(src, dst));
   return realInverse<Packing::kPerm, Kvr32f>(spec, src, dst, buffer);
 }
 
 KvrStatus kvrsFFTInv_PermToR_32f_I(Kvr32f* srcDst, const KvrsFFTSpec_R_32f* spec, Kvr8u* buffer) noexcept {
-  KVRS_CHECK(context(spec, kWordR32f), pointers(srcDst));
+  KVRS_CHECK(context(spec, kvrs::fft::kWordR32f), pointers(srcDst));
   return realInverse<Packing::kPerm, Kvr32f>(spec, srcDst, srcDst, buffer);
 }
 
 KvrStatus kvrsFFTInv_PackToR_32f(const Kvr32f* src, Kvr32f* dst, const KvrsFFTSpec_R_32f* spec,
                                  Kvr8u* buffer) noexcept {
-  KVRS_CHECK(context(spec, kWordR32f), pointers(src, dst));
+  KVRS_CHECK(context(spec, kvrs::fft::kWordR32f), pointers(src, dst));
   return realInverse<Packing::kPack, Kvr32f>(spec, src, dst, buffer);
 }
 
 KvrStatus kvrsFFTInv_PackToR_32f_I(Kvr32f* srcDst, const KvrsFFTSpec_R_32f* spec, Kvr8u* buffer) noexcept {
-  KVRS_CHECK(context(spec, kWordR32f), pointers(srcDst));
+  KVRS_CHECK(context(spec, kvrs::fft::kWordR32f), pointers(srcDst));
   return realInverse<Packing::kPack, Kvr32f>(spec, srcDst, srcDst, buffer);
 }
 
 KvrStatus kvrsFFTInv_CCSToR_32f(const Kvr32f* src, Kvr32f* dst, const KvrsFFTSpec_R_32f* spec,
                                 Kvr8u* buffer) noexcept {
-  KVRS_CHECK(context(spec, kWordR32f), pointers(src, dst));
+  KVRS_CHECK(context(spec, kvrs::fft::kWordR32f), pointers(src, dst));
   return realInverse<Packing::kCcs, Kvr32f>(spec, src, dst, buffer);
 }
 
 KvrStatus kvrsFFTInv_CCSToR_32f_I(Kvr32f* srcDst, const KvrsFFTSpec_R_32f* spec, Kvr8u* buffer) noexcept {
-  KVRS_CHECK(context(spec, kWordR32f), pointers(srcDst));
+  KVRS_CHECK(context(spec, kvrs::fft::kWordR32f), pointers(srcDst));
   return realInverse<Packing::kCcs, Kvr32f>(spec, srcDst, srcDst, buffer);
+}
+
+KvrStatus kvrsFFTGetSize_R_64f(int order, int flag, KvrHintAlgorithm, int* specSize, int* initBufSize,
+                               int* workSize) noexcept {
+  return kvrs::fft::getSize<Kvr64f>(Kind::kReal, order, flag, specSize, initBufSize, workSize);
+}
+
+KvrStatus kvrsFFTInit_R_64f(KvrsFFTSpec_R_64f** spec, int order, int flag, KvrHintAlgorithm hint,
+                            Kvr8u* specMem, Kvr8u* initBuf) noexcept {
+  return kvrs::fft::init(Kind::kReal, kvrs::fft::kWordR64f, spec, order, flag, hint, specMem, initBuf);
+}
+
+KvrStatus kvrsFFTInitAlloc_R_64f(KvrsFFTSpec_R_64f** spec, int order, int flag,
+                                 KvrHintAlgorithm hint) noexcept {
+  return kvrs::fft::initAlloc(Kind::kReal, kvrs::fft::kWordR64f, spec, order, flag, hint);
+}
+
+KvrStatus kvrsFFTFree_R_64f(KvrsFFTSpec_R_64f* spec) noexcept {
+  KVRS_CHECK(context(spec, kvrs::fft::kWordR64f));
+  release<Kvr64f>(spec);
+  return kvrStatusOk;
+}
+
+KvrStatus kvrsFFTGetBufSize_R_64f(const KvrsFFTSpec_R_64f* spec, int* size) noexcept {
+  KVRS_CHECK(pointers(spec, size), context(spec, kvrs::fft::kWordR64f));
+  *size = bufSize<Kvr64f>(spec);
+  return kvrStatusOk;
+}
+
+KvrStatus kvrsFFTFwd_RToPerm_64f(const Kvr64f* src, Kvr64f* dst, const KvrsFFTSpec_R_64f* spec,
+                                 Kvr8u* buffer) noexcept {
+  KVRS_CHECK(context(spec, kvrs::fft::kWordR64f), pointers(src, dst));
+  return realForward<Packing::kPerm, Kvr64f>(spec, src, dst, buffer);
+}
+
+KvrStatus kvrsFFTFwd_RToPerm_64f_I(Kvr64f* srcDst, const KvrsFFTSpec_R_64f* spec, Kvr8u* buffer) noexcept {
+  KVRS_CHECK(context(spec, kvrs::fft::kWordR64f), pointers(srcDst));
+  return realForward<Packing::kPerm, Kvr64f>(spec, srcDst, srcDst, buffer);
+}
+
+KvrStatus kvrsFFTFwd_RToPack_64f(const Kvr64f* src, Kvr64f* dst, const KvrsFFTSpec_R_64f* spec,
+                                 Kvr8u* buffer) noexcept {
+  KVRS_CHECK(context(spec, kvrs::fft::kWordR64f), pointers(src, dst));
+  return realForward<Packing::kPack, Kvr64f>(spec, src, dst, buffer);
+}
+
+KvrStatus kvrsFFTFwd_RToPack_64f_I(Kvr64f* srcDst, const KvrsFFTSpec_R_64f* spec, Kvr8u* buffer) noexcept {
+  KVRS_CHECK(context(spec, kvrs::fft::kWordR64f), pointers(srcDst));
+  return realForward<Packing::kPack, Kvr64f>(spec, srcDst, srcDst, buffer);
+}
+
+KvrStatus kvrsFFTFwd_RToCCS_64f(const Kvr64f* src, Kvr64f* dst, const KvrsFFTSpec_R_64f* spec,
+                                Kvr8u* buffer) noexcept {
+  KVRS_CHECK(context(spec, kvrs::fft::kWordR64f), pointers(src, dst));
+  return realForward<Packing::kCcs, Kvr64f>(spec, src, dst, buffer);
+}
+
+KvrStatus kvrsFFTFwd_RToCCS_64f_I(Kvr64f* srcDst, const KvrsFFTSpec_R_64f* spec, Kvr8u* buffer) noexcept {
+  KVRS_CHECK(context(spec, kvrs::fft::kWordR64f), pointers(srcDst));
+  return realForward<Packing::kCcs, Kvr64f>(spec, srcDst, srcDst, buffer);
+}
+
+KvrStatus kvrsFFTInv_PermToR_64f(const Kvr64f* src, Kvr64f* dst, const KvrsFFTSpec_R_64f* spec,
+                                 Kvr8u* buffer) noexcept {
+  KVRS_CHECK(context(spec, kvrs::fft::kWordR64f), pointers(src, dst));
+  return realInverse<Packing::kPerm, Kvr64f>(spec, src, dst, buffer);
+}
+
+KvrStatus kvrsFFTInv_PermToR_64f_I(Kvr64f* srcDst, const KvrsFFTSpec_R_64f* spec, Kvr8u* buffer) noexcept {
+  KVRS_CHECK(context(spec, kvrs::fft::kWordR64f), pointers(srcDst));
+  return realInverse<Packing::kPerm, Kvr64f>(spec, srcDst, srcDst, buffer);
+}
+
+KvrStatus kvrsFFTInv_PackToR_64f(const Kvr64f* src, Kvr64f* dst, const KvrsFFTSpec_R_64f* spec,
+                                 Kvr8u* buffer) noexcept {
+  KVRS_CHECK(context(spec, kvrs::fft::kWordR64f), pointers(src, dst));
+  return realInverse<Packing::kPack, Kvr64f>(spec, src, dst, buffer);
+}
+
+KvrStatus kvrsFFTInv_PackToR_64f_I(Kvr64f* srcDst, const KvrsFFTSpec_R_64f* spec, Kvr8u* buffer) noexcept {
+  KVRS_CHECK(context(spec, kvrs::fft::kWordR64f), pointers(srcDst));
+  return realInverse<Packing::kPack, Kvr64f>(spec, srcDst, srcDst, buffer);
+}
+
+KvrStatus kvrsFFTInv_CCSToR_64f(const Kvr64f* src, Kvr64f* dst, const KvrsFFTSpec_R_64f* spec,
+                                Kvr8u* buffer) noexcept {
+  KVRS_CHECK(context(spec, kvrs::fft::kWordR64f), pointers(src, dst));
+  return realInverse<Packing::kCcs, Kvr64f>(spec, src, dst, buffer);
+}
+
+KvrStatus kvrsFFTInv_CCSToR_64f_I(Kvr64f* srcDst, const KvrsFFTSpec_R_64f* spec, Kvr8u* buffer) noexcept {
+  KVRS_CHECK(context(spec, kvrs::fft::kWordR64f), pointers(srcDst));
+  return realInverse<Packing::kCcs, Kvr64f>(spec, srcDst, srcDst, buffer);
 }

@@ -31,6 +31,19 @@ constexpr int64_t splitTables32(int order) {
   return splitTables32(rows) + 8 * points;
 }
 
+// The same in double precision: from order 14 on, each level of rows that are long enough split again.
+constexpr int64_t splitWork64(int order) {
+  return order < 22 ? 32768 : 65536;
+}
+constexpr int64_t splitTables64(int order) {
+  const int rows = order - (order == 14 || order == 19 ? 4 : 6);
+  const int64_t points = int64_t{1} << order;
+  if (rows < 13) return down32((int64_t{16} << rows) + 47) + 16 * points;
+  return splitTables64(rows) + 16 * points;
+}
+// Order 13, which is neither.
+constexpr int64_t kTables64Of13 = down32((int64_t{4} << 13) + 31) + 65568;
+
 Sizes sizes(int64_t spec, int64_t initBuf, int64_t work) {
   return {static_cast<int>(spec), static_cast<int>(initBuf), static_cast<int>(work)};
 }
@@ -58,6 +71,28 @@ Sizes Family<float>::realSizes(int order) {
     return sizes(halves + quarter + down32(8 * half + 39) + 128, initBuf, down32(8 * half + 31) + 32);
   }
   return sizes(halves + quarter + splitTables32(order - 1) + 128, initBuf, splitWork32(order - 1) + 32);
+}
+
+Sizes Family<double>::complexSizes(int order) {
+  if (order < 6) return sizes(120, 0, 0);
+  const int64_t n = int64_t{1} << order;
+  const int64_t quarter = down32(n + 35);
+  const int64_t initBuf = order > 10 ? down32(2 * n + 39) + 32 : 0;
+  if (order < 13) return sizes(down32(16 * n + 47) + quarter + 128, initBuf, 0);
+  if (order == 13) return sizes(kTables64Of13 + quarter + 128, initBuf, 0);
+  return sizes(splitTables64(order) + quarter + 128, initBuf, splitWork64(order) + 32);
+}
+
+Sizes Family<double>::realSizes(int order) {
+  if (order < 6) return sizes(120, 0, 0);
+  const int64_t n = int64_t{1} << order, half = n / 2;
+  const int64_t halves = 2 * down32(4 * n + 31);
+  if (order == 6) return sizes(halves + 128, 0, 0);
+  const int64_t initBuf = order > 10 ? down32(2 * n + 39) + 32 : 0;
+  const int64_t other = halves + down32(half + 35) + 128;
+  if (order < 14) return sizes(other + down32(16 * half + 47), initBuf, 0);
+  if (order == 14) return sizes(other + kTables64Of13, initBuf, 0);
+  return sizes(other + splitTables64(order - 1), initBuf, splitWork64(order - 1) + 32);
 }
 
 template <class T>
@@ -97,8 +132,10 @@ QuarterWave<T> quarterWave(int order, Kvr8u* initBuf) {
 template <class T>
 class Tables {
  public:
-  Tables(Record<T>* record, const QuarterWave<T>& wave)
-      : wave_(wave), next_(reinterpret_cast<T*>(roundUp(reinterpret_cast<uintptr_t>(record + 1), 64))) {}
+  Tables(Record<T>* record, const QuarterWave<T>& wave, bool inLaneOrder)
+      : wave_(wave),
+        inLaneOrder_(inLaneOrder),
+        next_(reinterpret_cast<T*>(roundUp(reinterpret_cast<uintptr_t>(record + 1), 64))) {}
 
   void halves(Record<T>* r, int order) {
     r->halves.set(next_);
@@ -161,7 +198,7 @@ class Tables {
   template <class F>
   void vectors(int lanes, F of) {
     for (int lane = 0; lane < lanes; ++lane) {
-      const Root<T> w = of(laneOrder<T>(lane, lanes));
+      const Root<T> w = of(inLaneOrder_ ? laneOrder<T>(lane, lanes) : lane);
       next_[lane] = w.re;
       next_[lanes + lane] = w.im;
     }
@@ -199,6 +236,7 @@ class Tables {
   }
 
   QuarterWave<T> wave_;
+  bool inLaneOrder_;
   T* next_;
 };
 
@@ -234,12 +272,12 @@ KvrStatus initRecord(Kind kind, IdWord word, Record<T>** record, int order, int 
   const int points = kind == Kind::kReal ? order - 1 : order;
   const bool tables = size.spec > sizesOf<T>(kind, 0).spec;
   if (tables) {
-    Tables<T> t(r, quarterWave<T>(order, initBuf));
+    Tables<T> t(r, quarterWave<T>(order, initBuf), kind != Kind::kPlanes);
     if (kind == Kind::kReal) t.halves(r, order);
-    if (points <= kLastStockhamOrder) {
+    if (points <= kLastStockhamOrder<T>) {
       t.stockham(&r->rows, points);
     } else {
-      const Split split = splitOf(points);
+      const Split split = splitOf(points, r->workSize > 0 ? static_cast<size_t>(r->workSize) : kStackBytes);
       const size_t edge = size_t{1} << split.outer, middle = size_t{1} << split.middle;
       t.stockham(&r->rows, split.outer);
       t.columns(&r->columns, split.outer);
@@ -288,5 +326,9 @@ template KvrStatus getSize<float>(Kind, int, int, int*, int*, int*);
 template KvrStatus initRecord<float>(Kind, IdWord, Record<float>**, int, int, KvrHintAlgorithm, Kvr8u*,
                                      Kvr8u*);
 template KvrStatus initAllocRecord<float>(Kind, IdWord, Record<float>**, int, int, KvrHintAlgorithm);
+template KvrStatus getSize<double>(Kind, int, int, int*, int*, int*);
+template KvrStatus initRecord<double>(Kind, IdWord, Record<double>**, int, int, KvrHintAlgorithm, Kvr8u*,
+                                      Kvr8u*);
+template KvrStatus initAllocRecord<double>(Kind, IdWord, Record<double>**, int, int, KvrHintAlgorithm);
 
 }  // namespace kvrs::fft

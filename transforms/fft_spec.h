@@ -45,14 +45,21 @@ struct Family<float> {
   static Sizes complexSizes(int order);
   static Sizes realSizes(int order);
 };
+template <>
+struct Family<double> {
+  static constexpr int kMaxOrder = 26;
+  static Sizes complexSizes(int order);
+  static Sizes realSizes(int order);
+};
 
 constexpr bool knownFlag(int flag) {
   return flag == kvrFftDivFwdByN || flag == kvrFftDivInvByN || flag == kvrFftDivBySqrtN ||
          flag == kvrFftNoDivByAny;
 }
 
-// Complex numbers are transformed as they are; real ones as half as many complex ones.
-enum class Kind { kComplex, kReal };
+// Complex numbers, real and imaginary part in turn or in two arrays, are transformed as they are; real ones as half as
+// many complex ones.
+enum class Kind { kComplex, kPlanes, kReal };
 
 template <class T>
 Sizes sizesOf(Kind kind, int order) {
@@ -106,6 +113,10 @@ int bufSize(const Record<T>* record) {
 }  // namespace kvrs::fft
 
 struct KvrsFFTSpec_C_32fc : kvrs::fft::Record<Kvr32f> {};
+struct KvrsFFTSpec_C_32f : kvrs::fft::Record<Kvr32f> {};
 struct KvrsFFTSpec_R_32f : kvrs::fft::Record<Kvr32f> {};
+struct KvrsFFTSpec_C_64fc : kvrs::fft::Record<Kvr64f> {};
+struct KvrsFFTSpec_C_64f : kvrs::fft::Record<Kvr64f> {};
+struct KvrsFFTSpec_R_64f : kvrs::fft::Record<Kvr64f> {};
 
 #endif

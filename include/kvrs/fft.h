@@ -21,10 +21,12 @@ KVRS_BEGIN_DECLS
  * | ::kvrFftDivBySqrtN  | 1/sqrt(N)  | 1/sqrt(N)  |
  * | ::kvrFftNoDivByAny  | 1          | 1          |
  *
- * | Context             | transforms                                        | orders  |
- * |---------------------|---------------------------------------------------|---------|
- * | KvrsFFTSpec_C_32fc  | complex numbers                                   | 0 .. 27 |
- * | KvrsFFTSpec_R_32f   | real numbers, into and out of packed spectra       | 0 .. 27 |
+ * | Context                                 | transforms                                                | orders  |
+ * |-----------------------------------------|-----------------------------------------------------------|---------|
+ * | KvrsFFTSpec_C_32fc                      | complex numbers                                           | 0 .. 27 |
+ * | KvrsFFTSpec_C_32f                       | the same, real and imaginary parts in arrays of their own | 0 .. 27 |
+ * | KvrsFFTSpec_R_32f                       | real numbers, into and out of packed spectra              | 0 .. 27 |
+ * | KvrsFFTSpec_C_64fc, _C_64f, _R_64f      | likewise in double precision                              | 0 .. 26 |
  *
  * All work is done in the type of the data. The relative error, root mean square over the points, is about
  * 0.3 eps sqrt(order), eps being the distance from 1 to the next number of that type. NaN and infinity pass
@@ -67,7 +69,7 @@ KVRS_BEGIN_DECLS
  * ### Transforming
  *
  * `src` and `dst` may be one array, which is what the `_I` forms do; otherwise they do not overlap, and `src`
- * is left as it is.
+ * is left as it is. Of two arrays each way, `dstRe` may be `srcRe` and `dstIm` be `srcIm`.
  *
  * Errors of all transforms, in the order tested: ::kvrStatusNullPointer for `spec`, ::kvrStatusContextMismatch,
  * ::kvrStatusNullPointer for the data, ::kvrStatusOutOfMemory if `buffer` is null and there is no memory.
@@ -75,7 +77,11 @@ KVRS_BEGIN_DECLS
  */
 
 typedef struct KvrsFFTSpec_C_32fc KvrsFFTSpec_C_32fc;
+typedef struct KvrsFFTSpec_C_32f KvrsFFTSpec_C_32f;
+typedef struct KvrsFFTSpec_C_64fc KvrsFFTSpec_C_64fc;
+typedef struct KvrsFFTSpec_C_64f KvrsFFTSpec_C_64f;
 typedef struct KvrsFFTSpec_R_32f KvrsFFTSpec_R_32f;
+typedef struct KvrsFFTSpec_R_64f KvrsFFTSpec_R_64f;
 
 KVRS_API KvrStatus kvrsFFTGetSize_C_32fc(int order, int flag, KvrHintAlgorithm hint, int* specSize,
                                          int* initBufSize, int* workSize) KVRS_NOEXCEPT;
@@ -86,14 +92,32 @@ KVRS_API KvrStatus kvrsFFTInitAlloc_C_32fc(KvrsFFTSpec_C_32fc** spec, int order,
 KVRS_API KvrStatus kvrsFFTFree_C_32fc(KvrsFFTSpec_C_32fc* spec) KVRS_NOEXCEPT;
 KVRS_API KvrStatus kvrsFFTGetBufSize_C_32fc(const KvrsFFTSpec_C_32fc* spec, int* size) KVRS_NOEXCEPT;
 
-KVRS_API KvrStatus kvrsFFTFwd_CToC_32fc(const Kvr32fc* src, Kvr32fc* dst, const KvrsFFTSpec_C_32fc* spec,
-                                        Kvr8u* buffer) KVRS_NOEXCEPT;
-KVRS_API KvrStatus kvrsFFTInv_CToC_32fc(const Kvr32fc* src, Kvr32fc* dst, const KvrsFFTSpec_C_32fc* spec,
-                                        Kvr8u* buffer) KVRS_NOEXCEPT;
-KVRS_API KvrStatus kvrsFFTFwd_CToC_32fc_I(Kvr32fc* srcDst, const KvrsFFTSpec_C_32fc* spec,
-                                          Kvr8u* buffer) KVRS_NOEXCEPT;
-KVRS_API KvrStatus kvrsFFTInv_CToC_32fc_I(Kvr32fc* srcDst, const KvrsFFTSpec_C_32fc* spec,
-                                          Kvr8u* buffer) KVRS_NOEXCEPT;
+KVRS_API KvrStatus kvrsFFTGetSize_C_32f(int order, int flag, KvrHintAlgorithm hint, int* specSize,
+                                        int* initBufSize, int* workSize) KVRS_NOEXCEPT;
+KVRS_API KvrStatus kvrsFFTInit_C_32f(KvrsFFTSpec_C_32f** spec, int order, int flag, KvrHintAlgorithm hint,
+                                     Kvr8u* specMem, Kvr8u* initBuf) KVRS_NOEXCEPT;
+KVRS_API KvrStatus kvrsFFTInitAlloc_C_32f(KvrsFFTSpec_C_32f** spec, int order, int flag,
+                                          KvrHintAlgorithm hint) KVRS_NOEXCEPT;
+KVRS_API KvrStatus kvrsFFTFree_C_32f(KvrsFFTSpec_C_32f* spec) KVRS_NOEXCEPT;
+KVRS_API KvrStatus kvrsFFTGetBufSize_C_32f(const KvrsFFTSpec_C_32f* spec, int* size) KVRS_NOEXCEPT;
+
+KVRS_API KvrStatus kvrsFFTGetSize_C_64fc(int order, int flag, KvrHintAlgorithm hint, int* specSize,
+                                         int* initBufSize, int* workSize) KVRS_NOEXCEPT;
+KVRS_API KvrStatus kvrsFFTInit_C_64fc(KvrsFFTSpec_C_64fc** spec, int order, int flag, KvrHintAlgorithm hint,
+                                      Kvr8u* specMem, Kvr8u* initBuf) KVRS_NOEXCEPT;
+KVRS_API KvrStatus kvrsFFTInitAlloc_C_64fc(KvrsFFTSpec_C_64fc** spec, int order, int flag,
+                                           KvrHintAlgorithm hint) KVRS_NOEXCEPT;
+KVRS_API KvrStatus kvrsFFTFree_C_64fc(KvrsFFTSpec_C_64fc* spec) KVRS_NOEXCEPT;
+KVRS_API KvrStatus kvrsFFTGetBufSize_C_64fc(const KvrsFFTSpec_C_64fc* spec, int* size) KVRS_NOEXCEPT;
+
+KVRS_API KvrStatus kvrsFFTGetSize_C_64f(int order, int flag, KvrHintAlgorithm hint, int* specSize,
+                                        int* initBufSize, int* workSize) KVRS_NOEXCEPT;
+KVRS_API KvrStatus kvrsFFTInit_C_64f(KvrsFFTSpec_C_64f** spec, int order, int flag, KvrHintAlgorithm hint,
+                                     Kvr8u* specMem, Kvr8u* initBuf) KVRS_NOEXCEPT;
+KVRS_API KvrStatus kvrsFFTInitAlloc_C_64f(KvrsFFTSpec_C_64f** spec, int order, int flag,
+                                          KvrHintAlgorithm hint) KVRS_NOEXCEPT;
+KVRS_API KvrStatus kvrsFFTFree_C_64f(KvrsFFTSpec_C_64f* spec) KVRS_NOEXCEPT;
+KVRS_API KvrStatus kvrsFFTGetBufSize_C_64f(const KvrsFFTSpec_C_64f* spec, int* size) KVRS_NOEXCEPT;
 
 KVRS_API KvrStatus kvrsFFTGetSize_R_32f(int order, int flag, KvrHintAlgorithm hint, int* specSize,
                                         int* initBufSize, int* workSize) KVRS_NOEXCEPT;
@@ -103,6 +127,51 @@ KVRS_API KvrStatus kvrsFFTInitAlloc_R_32f(KvrsFFTSpec_R_32f** spec, int order, i
                                           KvrHintAlgorithm hint) KVRS_NOEXCEPT;
 KVRS_API KvrStatus kvrsFFTFree_R_32f(KvrsFFTSpec_R_32f* spec) KVRS_NOEXCEPT;
 KVRS_API KvrStatus kvrsFFTGetBufSize_R_32f(const KvrsFFTSpec_R_32f* spec, int* size) KVRS_NOEXCEPT;
+
+KVRS_API KvrStatus kvrsFFTGetSize_R_64f(int order, int flag, KvrHintAlgorithm hint, int* specSize,
+                                        int* initBufSize, int* workSize) KVRS_NOEXCEPT;
+KVRS_API KvrStatus kvrsFFTInit_R_64f(KvrsFFTSpec_R_64f** spec, int order, int flag, KvrHintAlgorithm hint,
+                                     Kvr8u* specMem, Kvr8u* initBuf) KVRS_NOEXCEPT;
+KVRS_API KvrStatus kvrsFFTInitAlloc_R_64f(KvrsFFTSpec_R_64f** spec, int order, int flag,
+                                          KvrHintAlgorithm hint) KVRS_NOEXCEPT;
+KVRS_API KvrStatus kvrsFFTFree_R_64f(KvrsFFTSpec_R_64f* spec) KVRS_NOEXCEPT;
+KVRS_API KvrStatus kvrsFFTGetBufSize_R_64f(const KvrsFFTSpec_R_64f* spec, int* size) KVRS_NOEXCEPT;
+
+KVRS_API KvrStatus kvrsFFTFwd_CToC_32fc(const Kvr32fc* src, Kvr32fc* dst, const KvrsFFTSpec_C_32fc* spec,
+                                        Kvr8u* buffer) KVRS_NOEXCEPT;
+KVRS_API KvrStatus kvrsFFTInv_CToC_32fc(const Kvr32fc* src, Kvr32fc* dst, const KvrsFFTSpec_C_32fc* spec,
+                                        Kvr8u* buffer) KVRS_NOEXCEPT;
+KVRS_API KvrStatus kvrsFFTFwd_CToC_32fc_I(Kvr32fc* srcDst, const KvrsFFTSpec_C_32fc* spec,
+                                          Kvr8u* buffer) KVRS_NOEXCEPT;
+KVRS_API KvrStatus kvrsFFTInv_CToC_32fc_I(Kvr32fc* srcDst, const KvrsFFTSpec_C_32fc* spec,
+                                          Kvr8u* buffer) KVRS_NOEXCEPT;
+
+KVRS_API KvrStatus kvrsFFTFwd_CToC_32f(const Kvr32f* srcRe, const Kvr32f* srcIm, Kvr32f* dstRe, Kvr32f* dstIm,
+                                       const KvrsFFTSpec_C_32f* spec, Kvr8u* buffer) KVRS_NOEXCEPT;
+KVRS_API KvrStatus kvrsFFTInv_CToC_32f(const Kvr32f* srcRe, const Kvr32f* srcIm, Kvr32f* dstRe, Kvr32f* dstIm,
+                                       const KvrsFFTSpec_C_32f* spec, Kvr8u* buffer) KVRS_NOEXCEPT;
+KVRS_API KvrStatus kvrsFFTFwd_CToC_32f_I(Kvr32f* srcDstRe, Kvr32f* srcDstIm, const KvrsFFTSpec_C_32f* spec,
+                                         Kvr8u* buffer) KVRS_NOEXCEPT;
+KVRS_API KvrStatus kvrsFFTInv_CToC_32f_I(Kvr32f* srcDstRe, Kvr32f* srcDstIm, const KvrsFFTSpec_C_32f* spec,
+                                         Kvr8u* buffer) KVRS_NOEXCEPT;
+
+KVRS_API KvrStatus kvrsFFTFwd_CToC_64fc(const Kvr64fc* src, Kvr64fc* dst, const KvrsFFTSpec_C_64fc* spec,
+                                        Kvr8u* buffer) KVRS_NOEXCEPT;
+KVRS_API KvrStatus kvrsFFTInv_CToC_64fc(const Kvr64fc* src, Kvr64fc* dst, const KvrsFFTSpec_C_64fc* spec,
+                                        Kvr8u* buffer) KVRS_NOEXCEPT;
+KVRS_API KvrStatus kvrsFFTFwd_CToC_64fc_I(Kvr64fc* srcDst, const KvrsFFTSpec_C_64fc* spec,
+                                          Kvr8u* buffer) KVRS_NOEXCEPT;
+KVRS_API KvrStatus kvrsFFTInv_CToC_64fc_I(Kvr64fc* srcDst, const KvrsFFTSpec_C_64fc* spec,
+                                          Kvr8u* buffer) KVRS_NOEXCEPT;
+
+KVRS_API KvrStatus kvrsFFTFwd_CToC_64f(const Kvr64f* srcRe, const Kvr64f* srcIm, Kvr64f* dstRe, Kvr64f* dstIm,
+                                       const KvrsFFTSpec_C_64f* spec, Kvr8u* buffer) KVRS_NOEXCEPT;
+KVRS_API KvrStatus kvrsFFTInv_CToC_64f(const Kvr64f* srcRe, const Kvr64f* srcIm, Kvr64f* dstRe, Kvr64f* dstIm,
+                                       const KvrsFFTSpec_C_64f* spec, Kvr8u* buffer) KVRS_NOEXCEPT;
+KVRS_API KvrStatus kvrsFFTFwd_CToC_64f_I(Kvr64f* srcDstRe, Kvr64f* srcDstIm, const KvrsFFTSpec_C_64f* spec,
+                                         Kvr8u* buffer) KVRS_NOEXCEPT;
+KVRS_API KvrStatus kvrsFFTInv_CToC_64f_I(Kvr64f* srcDstRe, Kvr64f* srcDstIm, const KvrsFFTSpec_C_64f* spec,
+                                         Kvr8u* buffer) KVRS_NOEXCEPT;
 
 /** @} */
 
@@ -135,24 +204,50 @@ KVRS_API KvrStatus kvrsFFTFwd_RToPack_32f(const Kvr32f* src, Kvr32f* dst, const 
                                           Kvr8u* buffer) KVRS_NOEXCEPT;
 KVRS_API KvrStatus kvrsFFTFwd_RToCCS_32f(const Kvr32f* src, Kvr32f* dst, const KvrsFFTSpec_R_32f* spec,
                                          Kvr8u* buffer) KVRS_NOEXCEPT;
-KVRS_API KvrStatus kvrsFFTFwd_RToPerm_32f_I(Kvr32f* srcDst, const KvrsFFTSpec_R_32f* spec,
-                                            Kvr8u* buffer) KVRS_NOEXCEPT;
-KVRS_API KvrStatus kvrsFFTFwd_RToPack_32f_I(Kvr32f* srcDst, const KvrsFFTSpec_R_32f* spec,
-                                            Kvr8u* buffer) KVRS_NOEXCEPT;
-KVRS_API KvrStatus kvrsFFTFwd_RToCCS_32f_I(Kvr32f* srcDst, const KvrsFFTSpec_R_32f* spec,
-                                           Kvr8u* buffer) KVRS_NOEXCEPT;
-
 KVRS_API KvrStatus kvrsFFTInv_PermToR_32f(const Kvr32f* src, Kvr32f* dst, const KvrsFFTSpec_R_32f* spec,
                                           Kvr8u* buffer) KVRS_NOEXCEPT;
 KVRS_API KvrStatus kvrsFFTInv_PackToR_32f(const Kvr32f* src, Kvr32f* dst, const KvrsFFTSpec_R_32f* spec,
                                           Kvr8u* buffer) KVRS_NOEXCEPT;
 KVRS_API KvrStatus kvrsFFTInv_CCSToR_32f(const Kvr32f* src, Kvr32f* dst, const KvrsFFTSpec_R_32f* spec,
                                          Kvr8u* buffer) KVRS_NOEXCEPT;
+
+KVRS_API KvrStatus kvrsFFTFwd_RToPerm_32f_I(Kvr32f* srcDst, const KvrsFFTSpec_R_32f* spec,
+                                            Kvr8u* buffer) KVRS_NOEXCEPT;
+KVRS_API KvrStatus kvrsFFTFwd_RToPack_32f_I(Kvr32f* srcDst, const KvrsFFTSpec_R_32f* spec,
+                                            Kvr8u* buffer) KVRS_NOEXCEPT;
+KVRS_API KvrStatus kvrsFFTFwd_RToCCS_32f_I(Kvr32f* srcDst, const KvrsFFTSpec_R_32f* spec,
+                                           Kvr8u* buffer) KVRS_NOEXCEPT;
 KVRS_API KvrStatus kvrsFFTInv_PermToR_32f_I(Kvr32f* srcDst, const KvrsFFTSpec_R_32f* spec,
                                             Kvr8u* buffer) KVRS_NOEXCEPT;
 KVRS_API KvrStatus kvrsFFTInv_PackToR_32f_I(Kvr32f* srcDst, const KvrsFFTSpec_R_32f* spec,
                                             Kvr8u* buffer) KVRS_NOEXCEPT;
 KVRS_API KvrStatus kvrsFFTInv_CCSToR_32f_I(Kvr32f* srcDst, const KvrsFFTSpec_R_32f* spec,
+                                           Kvr8u* buffer) KVRS_NOEXCEPT;
+
+KVRS_API KvrStatus kvrsFFTFwd_RToPerm_64f(const Kvr64f* src, Kvr64f* dst, const KvrsFFTSpec_R_64f* spec,
+                                          Kvr8u* buffer) KVRS_NOEXCEPT;
+KVRS_API KvrStatus kvrsFFTFwd_RToPack_64f(const Kvr64f* src, Kvr64f* dst, const KvrsFFTSpec_R_64f* spec,
+                                          Kvr8u* buffer) KVRS_NOEXCEPT;
+KVRS_API KvrStatus kvrsFFTFwd_RToCCS_64f(const Kvr64f* src, Kvr64f* dst, const KvrsFFTSpec_R_64f* spec,
+                                         Kvr8u* buffer) KVRS_NOEXCEPT;
+KVRS_API KvrStatus kvrsFFTInv_PermToR_64f(const Kvr64f* src, Kvr64f* dst, const KvrsFFTSpec_R_64f* spec,
+                                          Kvr8u* buffer) KVRS_NOEXCEPT;
+KVRS_API KvrStatus kvrsFFTInv_PackToR_64f(const Kvr64f* src, Kvr64f* dst, const KvrsFFTSpec_R_64f* spec,
+                                          Kvr8u* buffer) KVRS_NOEXCEPT;
+KVRS_API KvrStatus kvrsFFTInv_CCSToR_64f(const Kvr64f* src, Kvr64f* dst, const KvrsFFTSpec_R_64f* spec,
+                                         Kvr8u* buffer) KVRS_NOEXCEPT;
+
+KVRS_API KvrStatus kvrsFFTFwd_RToPerm_64f_I(Kvr64f* srcDst, const KvrsFFTSpec_R_64f* spec,
+                                            Kvr8u* buffer) KVRS_NOEXCEPT;
+KVRS_API KvrStatus kvrsFFTFwd_RToPack_64f_I(Kvr64f* srcDst, const KvrsFFTSpec_R_64f* spec,
+                                            Kvr8u* buffer) KVRS_NOEXCEPT;
+KVRS_API KvrStatus kvrsFFTFwd_RToCCS_64f_I(Kvr64f* srcDst, const KvrsFFTSpec_R_64f* spec,
+                                           Kvr8u* buffer) KVRS_NOEXCEPT;
+KVRS_API KvrStatus kvrsFFTInv_PermToR_64f_I(Kvr64f* srcDst, const KvrsFFTSpec_R_64f* spec,
+                                            Kvr8u* buffer) KVRS_NOEXCEPT;
+KVRS_API KvrStatus kvrsFFTInv_PackToR_64f_I(Kvr64f* srcDst, const KvrsFFTSpec_R_64f* spec,
+                                            Kvr8u* buffer) KVRS_NOEXCEPT;
+KVRS_API KvrStatus kvrsFFTInv_CCSToR_64f_I(Kvr64f* srcDst, const KvrsFFTSpec_R_64f* spec,
                                            Kvr8u* buffer) KVRS_NOEXCEPT;
 
 /** @} */

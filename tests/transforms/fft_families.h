@@ -5,6 +5,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cstring>
 #include <string>
 #include <vector>
 
@@ -17,7 +18,7 @@ namespace kvrs::test {
 
 constexpr int kFlags[] = {kvrFftDivFwdByN, kvrFftDivInvByN, kvrFftDivBySqrtN, kvrFftNoDivByAny};
 
-enum class Layout { complex, perm, pack, ccs };
+enum class Layout { complex, planes, perm, pack, ccs };
 
 template <class Family>
 struct Transform {
@@ -33,9 +34,9 @@ struct Transform {
   // Numbers on the side of the spectrum and on that of the signal.
   size_t spectrumCount(int order) const {
     const size_t n = size_t{1} << order;
-    return layout == Layout::complex ? 2 * n : layout == Layout::ccs ? (n > 1 ? n + 2 : 2) : n;
+    return !Family::kReal ? 2 * n : layout == Layout::ccs ? (n > 1 ? n + 2 : 2) : n;
   }
-  size_t signalCount(int order) const { return (layout == Layout::complex ? 2 : 1) * (size_t{1} << order); }
+  size_t signalCount(int order) const { return (Family::kReal ? 1 : 2) * (size_t{1} << order); }
   size_t srcCount(int order) const {
     if (!inverse) return signalCount(order);
     return layout == Layout::ccs && order == 0 ? 1 : spectrumCount(order);
@@ -48,6 +49,7 @@ struct Complex32 {
   using Part = Kvr32f;
   using Spec = KvrsFFTSpec_C_32fc;
   static constexpr bool kReal = false;
+  static constexpr bool kPlanes = false;
   static constexpr uint32_t kWord = 4;
   static constexpr int kMaxOrder = 27;
   static constexpr auto getSize = kvrsFFTGetSize_C_32fc;
@@ -78,10 +80,125 @@ struct Complex32 {
   }
 };
 
+struct Complex64 {
+  using Part = Kvr64f;
+  using Spec = KvrsFFTSpec_C_64fc;
+  static constexpr bool kReal = false;
+  static constexpr bool kPlanes = false;
+  static constexpr uint32_t kWord = 7;
+  static constexpr int kMaxOrder = 26;
+  static constexpr auto getSize = kvrsFFTGetSize_C_64fc;
+  static constexpr auto init = kvrsFFTInit_C_64fc;
+  static constexpr auto initAlloc = kvrsFFTInitAlloc_C_64fc;
+  static constexpr auto free = kvrsFFTFree_C_64fc;
+  static constexpr auto getBufSize = kvrsFFTGetBufSize_C_64fc;
+
+  static const std::vector<Transform<Complex64>>& transforms() {
+    static const std::vector<Transform<Complex64>> all = {
+        {"Fwd_CToC_64fc", Layout::complex, false,
+         [](const Part* src, Part* dst, const Spec* spec, Kvr8u* buffer) {
+           return kvrsFFTFwd_CToC_64fc(reinterpret_cast<const Kvr64fc*>(src), reinterpret_cast<Kvr64fc*>(dst),
+                                       spec, buffer);
+         },
+         [](Part* srcDst, const Spec* spec, Kvr8u* buffer) {
+           return kvrsFFTFwd_CToC_64fc_I(reinterpret_cast<Kvr64fc*>(srcDst), spec, buffer);
+         }},
+        {"Inv_CToC_64fc", Layout::complex, true,
+         [](const Part* src, Part* dst, const Spec* spec, Kvr8u* buffer) {
+           return kvrsFFTInv_CToC_64fc(reinterpret_cast<const Kvr64fc*>(src), reinterpret_cast<Kvr64fc*>(dst),
+                                       spec, buffer);
+         },
+         [](Part* srcDst, const Spec* spec, Kvr8u* buffer) {
+           return kvrsFFTInv_CToC_64fc_I(reinterpret_cast<Kvr64fc*>(srcDst), spec, buffer);
+         }}};
+    return all;
+  }
+};
+
+// The points of a context, 1 of none: contexts begin with their word and their order.
+inline size_t pointsOf(const void* spec) {
+  if (spec == nullptr) return 1;
+  int32_t order;
+  memcpy(&order, static_cast<const char*>(spec) + 4, sizeof order);
+  return order < 0 || order > 30 ? 1 : size_t{1} << order;
+}
+// The imaginary parts of numbers whose real parts come first.
+template <class Part>
+Part* imaginary(Part* real, const void* spec) {
+  return real == nullptr ? nullptr : real + pointsOf(spec);
+}
+
+struct Planes32 {
+  using Part = Kvr32f;
+  using Spec = KvrsFFTSpec_C_32f;
+  static constexpr bool kReal = false;
+  static constexpr bool kPlanes = true;
+  static constexpr uint32_t kWord = 5;
+  static constexpr int kMaxOrder = 27;
+  static constexpr auto getSize = kvrsFFTGetSize_C_32f;
+  static constexpr auto init = kvrsFFTInit_C_32f;
+  static constexpr auto initAlloc = kvrsFFTInitAlloc_C_32f;
+  static constexpr auto free = kvrsFFTFree_C_32f;
+  static constexpr auto getBufSize = kvrsFFTGetBufSize_C_32f;
+
+  static const std::vector<Transform<Planes32>>& transforms() {
+    static const std::vector<Transform<Planes32>> all = {
+        {"Fwd_CToC_32f", Layout::planes, false,
+         [](const Part* src, Part* dst, const Spec* spec, Kvr8u* buffer) {
+           return kvrsFFTFwd_CToC_32f(src, imaginary(src, spec), dst, imaginary(dst, spec), spec, buffer);
+         },
+         [](Part* srcDst, const Spec* spec, Kvr8u* buffer) {
+           return kvrsFFTFwd_CToC_32f_I(srcDst, imaginary(srcDst, spec), spec, buffer);
+         }},
+        {"Inv_CToC_32f", Layout::planes, true,
+         [](const Part* src, Part* dst, const Spec* spec, Kvr8u* buffer) {
+           return kvrsFFTInv_CToC_32f(src, imaginary(src, spec), dst, imaginary(dst, spec), spec, buffer);
+         },
+         [](Part* srcDst, const Spec* spec, Kvr8u* buffer) {
+           return kvrsFFTInv_CToC_32f_I(srcDst, imaginary(srcDst, spec), spec, buffer);
+         }}};
+    return all;
+  }
+};
+
+struct Planes64 {
+  using Part = Kvr64f;
+  using Spec = KvrsFFTSpec_C_64f;
+  static constexpr bool kReal = false;
+  static constexpr bool kPlanes = true;
+  static constexpr uint32_t kWord = 8;
+  static constexpr int kMaxOrder = 26;
+  static constexpr auto getSize = kvrsFFTGetSize_C_64f;
+  static constexpr auto init = kvrsFFTInit_C_64f;
+  static constexpr auto initAlloc = kvrsFFTInitAlloc_C_64f;
+  static constexpr auto free = kvrsFFTFree_C_64f;
+  static constexpr auto getBufSize = kvrsFFTGetBufSize_C_64f;
+
+  static const std::vector<Transform<Planes64>>& transforms() {
+    static const std::vector<Transform<Planes64>> all = {
+        {"Fwd_CToC_64f", Layout::planes, false,
+         [](const Part* src, Part* dst, const Spec* spec, Kvr8u* buffer) {
+           return kvrsFFTFwd_CToC_64f(src, imaginary(src, spec), dst, imaginary(dst, spec), spec, buffer);
+         },
+         [](Part* srcDst, const Spec* spec, Kvr8u* buffer) {
+           return kvrsFFTFwd_CToC_64f_I(srcDst, imaginary(srcDst, spec), spec, buffer);
+         }},
+        {"Inv_CToC_64f", Layout::planes, true,
+         [](const Part* src, Part* dst, const Spec* spec, Kvr8u* buffer) {
+           return kvrsFFTInv_CToC_64f(src, imaginary(src, spec), dst, imaginary(dst, spec), spec, buffer);
+         },
+         [](Part* srcDst, const Spec* spec, Kvr8u* buffer) {
+           return kvrsFFTInv_CToC_64f_I(srcDst, imaginary(srcDst, spec), spec, buffer);
+         }}};
+    return all;
+  }
+};
+
 struct Real32 {
   using Part = Kvr32f;
   using Spec = KvrsFFTSpec_R_32f;
   static constexpr bool kReal = true;
+  static constexpr bool kPlanes = false;
   static constexpr uint32_t kWord = 6;
   static constexpr int kMaxOrder = 27;
   static constexpr auto getSize = kvrsFFTGetSize_R_32f;
@@ -102,7 +219,32 @@ struct Real32 {
   }
 };
 
-using FftFamilies = testing::Types<Complex32, Real32>;
+struct Real64 {
+  using Part = Kvr64f;
+  using Spec = KvrsFFTSpec_R_64f;
+  static constexpr bool kReal = true;
+  static constexpr bool kPlanes = false;
+  static constexpr uint32_t kWord = 9;
+  static constexpr int kMaxOrder = 26;
+  static constexpr auto getSize = kvrsFFTGetSize_R_64f;
+  static constexpr auto init = kvrsFFTInit_R_64f;
+  static constexpr auto initAlloc = kvrsFFTInitAlloc_R_64f;
+  static constexpr auto free = kvrsFFTFree_R_64f;
+  static constexpr auto getBufSize = kvrsFFTGetBufSize_R_64f;
+
+  static const std::vector<Transform<Real64>>& transforms() {
+    static const std::vector<Transform<Real64>> all = {
+        {"Fwd_RToPerm_64f", Layout::perm, false, kvrsFFTFwd_RToPerm_64f, kvrsFFTFwd_RToPerm_64f_I},
+        {"Fwd_RToPack_64f", Layout::pack, false, kvrsFFTFwd_RToPack_64f, kvrsFFTFwd_RToPack_64f_I},
+        {"Fwd_RToCCS_64f", Layout::ccs, false, kvrsFFTFwd_RToCCS_64f, kvrsFFTFwd_RToCCS_64f_I},
+        {"Inv_PermToR_64f", Layout::perm, true, kvrsFFTInv_PermToR_64f, kvrsFFTInv_PermToR_64f_I},
+        {"Inv_PackToR_64f", Layout::pack, true, kvrsFFTInv_PackToR_64f, kvrsFFTInv_PackToR_64f_I},
+        {"Inv_CCSToR_64f", Layout::ccs, true, kvrsFFTInv_CCSToR_64f, kvrsFFTInv_CCSToR_64f_I}};
+    return all;
+  }
+};
+
+using FftFamilies = testing::Types<Complex32, Planes32, Real32, Complex64, Planes64, Real64>;
 
 // A context of the library's own memory.
 template <class Family>
@@ -153,14 +295,28 @@ inline bool hasImaginary(size_t k, int order) {
   return k != 0 && 2 * k != size_t{1} << order;
 }
 
+// Where complex number i of 2^order stands: its real part, and how far behind that its imaginary one.
+template <class Family>
+size_t realPartAt(size_t i) {
+  return Family::kPlanes ? i : 2 * i;
+}
+template <class Family>
+size_t imaginaryBehind(int order) {
+  return Family::kPlanes ? size_t{1} << order : 1;
+}
+
 // What a transform without scale makes of `src`, in extended precision, in the layout of its dst.
 template <class Family>
 std::vector<long double> oracle(const Transform<Family>& transform, const typename Family::Part* src,
                                 int order) {
+  using Part = typename Family::Part;
   const size_t n = size_t{1} << order;
   WideVector x(n);
   if (!Family::kReal) {
-    for (size_t i = 0; i < n; ++i) x[i] = {src[2 * i], src[2 * i + 1]};
+    for (size_t i = 0; i < n; ++i) {
+      const Part* at = src + realPartAt<Family>(i);
+      x[i] = {at[0], at[imaginaryBehind<Family>(order)]};
+    }
   } else if (!transform.inverse) {
     for (size_t i = 0; i < n; ++i) x[i] = {src[i], 0};
   } else {
@@ -174,7 +330,11 @@ std::vector<long double> oracle(const Transform<Family>& transform, const typena
   if (transform.inverse) y = backward(y);
   std::vector<long double> dst(transform.dstCount(order), 0);
   if (!Family::kReal) {
-    for (size_t i = 0; i < n; ++i) dst[2 * i] = y[i].re, dst[2 * i + 1] = y[i].im;
+    for (size_t i = 0; i < n; ++i) {
+      long double* at = &dst[realPartAt<Family>(i)];
+      at[0] = y[i].re;
+      at[imaginaryBehind<Family>(order)] = y[i].im;
+    }
   } else if (transform.inverse) {
     for (size_t i = 0; i < n; ++i) dst[i] = y[i].re;
   } else {

@@ -75,7 +75,7 @@ KVRS_INLINE Paired<V> mul(Paired<V> a, V factor) {
 // By a number whose parts are spread over its lanes.
 template <class V>
 KVRS_INLINE Paired<V> mul(Paired<V> a, Complex<V> w) {
-  return {subAddLanes(hn::Mul(a.v, w.re), hn::Mul(exchanged(a).v, w.im))};
+  return {subAdd(hn::DFromV<V>(), hn::Mul(a.v, w.re), hn::Mul(exchanged(a).v, w.im))};
 }
 template <class V>
 KVRS_INLINE Paired<V> mul(Paired<V> a, Paired<V> w) {
@@ -88,13 +88,19 @@ KVRS_INLINE Complex<typename Form<D>::Vector> spread(D d, const typename Form<D>
   return {factor(d, w[0]), factor(d, w[1])};
 }
 
+// One number in the first two lanes of a vector of 16 bytes.
+template <class D, class T = hn::TFromD<D>>
+KVRS_INLINE hn::Vec<D> loadNumber(D d, const T* w) {
+  if constexpr (sizeof(T) == 8) return hn::LoadU(d, w);
+  return hn::ZeroExtendVector(d, hn::LoadU(hn::Half<D>(), w));
+}
+
 // Both out of one load, as integers: their shuffle takes its operand from another register.
 template <class T>
 KVRS_INLINE Complex<typename Form<Pairs<T>>::Vector> spread(Pairs<T>, const T* w) {
   const auto d = Form<Pairs<T>>::lanes;
   const hn::RebindToSigned<Lanes<T, kLanes<T>>> bits;
-  const hn::Half<decltype(d)> half;
-  const auto number = hn::BitCast(bits, hn::ZeroExtendVector(d, hn::Load(half, w)));
+  const auto number = hn::BitCast(bits, loadNumber(d, w));
   return {hn::BitCast(d, hn::Broadcast<0>(number)), hn::BitCast(d, hn::Broadcast<1>(number))};
 }
 

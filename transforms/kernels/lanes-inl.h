@@ -5,6 +5,7 @@
 
 #include <utility>
 
+#include "frame/complex.h"
 #include "frame/element.h"
 #include "frame/simd.h"
 #include "frame/unroll.h"
@@ -210,9 +211,7 @@ struct Blocks;
 // Real and imaginary parts exchanged.
 template <class V>
 KVRS_INLINE Paired<V> exchanged(Paired<V> x) {
-  // On integers: that shuffle leaves its operand alone, where the one of floats works in place.
-  const hn::RebindToSigned<hn::DFromV<V>> bits;
-  return {hn::BitCast(hn::DFromV<V>(), hn::Shuffle2301(hn::BitCast(bits, x.v)))};
+  return {swapParts(hn::DFromV<V>(), x.v)};
 }
 
 // Pairs of real and imaginary part; lanes in laneOrder. P is the type of a part, const in a source.
@@ -225,6 +224,9 @@ struct Interleaved {
 
   Interleaved at(size_t i) const { return {p + 2 * i}; }
   Source source() const { return {p}; }
+  P* first() const { return p; }
+  // The same memory between two passes.
+  Blocks<P> area() const { return {p}; }
   template <class D>
   KVRS_INLINE Cx<D> load(D d, size_t i) const {
     hn::Vec<D> re, im;
@@ -271,6 +273,7 @@ struct Blocks {
   P* p;
 
   Blocks at(size_t i) const { return {p + 2 * i}; }
+  P* first() const { return p; }
 
   template <class D>
   static KVRS_INLINE hn::Vec<D> vector(D d, const T* x) {
@@ -295,6 +298,45 @@ struct Blocks {
   KVRS_INLINE void storeParts(Pairs<T>, size_t i, Cx<Pairs<T>> x) const {
     hn::StoreU(x.v, Form<Pairs<T>>::lanes, p + i);
   }
+};
+
+// Real parts in one array, imaginary parts in another. The inverse transform is the same with the two exchanged.
+template <class P>
+struct Planes {
+  using T = std::remove_const_t<P>;
+  using Source = Planes<const P>;
+  static constexpr bool kLaneOrder = false;
+  P* re;
+  P* im;
+
+  Planes at(size_t i) const { return {re + i, im + i}; }
+  Source source() const { return {re, im}; }
+  P* first() const { return re; }
+  Planes area() const { return *this; }
+
+  template <class D>
+  KVRS_INLINE Cx<D> load(D d, size_t i) const {
+    return {hn::LoadU(d, re + i), hn::LoadU(d, im + i)};
+  }
+  template <class D>
+  KVRS_INLINE void store(D d, size_t i, Cx<D> x) const {
+    hn::StoreU(x.re, d, re + i);
+    hn::StoreU(x.im, d, im + i);
+  }
+  KVRS_INLINE Cx<Pairs<T>> load(Pairs<T>, size_t i) const {
+    const auto d = Form<Pairs<T>>::lanes;
+    const hn::Half<decltype(d)> half;
+    return {hn::InterleaveLower(d, hn::ZeroExtendVector(d, hn::LoadU(half, re + i)),
+                                hn::ZeroExtendVector(d, hn::LoadU(half, im + i)))};
+  }
+  KVRS_INLINE void store(Pairs<T>, size_t i, Cx<Pairs<T>> x) const {
+    const auto d = Form<Pairs<T>>::lanes;
+    const hn::Half<decltype(d)> half;
+    hn::StoreU(hn::LowerHalf(half, hn::ConcatEven(d, x.v, x.v)), half, re + i);
+    hn::StoreU(hn::LowerHalf(half, hn::ConcatOdd(d, x.v, x.v)), half, im + i);
+  }
+  KVRS_INLINE Cx<Pairs<T>> loadParts(Pairs<T> d, size_t i) const { return load(d, i / 2); }
+  KVRS_INLINE void storeParts(Pairs<T> d, size_t i, Cx<Pairs<T>> x) const { store(d, i / 2, x); }
 };
 
 // A table of such vectors: contexts lie at multiples of 32 bytes, and so do work areas.

@@ -83,11 +83,27 @@ void splitVectors(Split split, const T* src, T* dst, size_t M, const T* halves) 
 
 template <class Split, class T>
 void splitSpectrum(Split split, const T* src, T* dst, size_t M, const T* halves) {
-  if constexpr (kLanes < T >> 8) {
-    if (M / 2 == 8) return splitVectors<8>(split, src, dst, M, halves);
+  if constexpr (kLanes<T> >= 8) {
+    if (M / 2 < kLanes<T>) return splitVectors<kLanes<T> / 2>(split, src, dst, M, halves);
   }
   splitVectors<kLanes<T>>(split, src, dst, M, halves);
 }
+
+// The table `halves` of a transform of 2^kOrder points whose context has none.
+template <class T, int kOrder>
+alignas(64) inline constexpr auto kHalves = [] {
+  constexpr int kCount = 1 << (kOrder - 2);
+  constexpr int kLanesHere = kCount < static_cast<int>(kLanes<T>) ? kCount : static_cast<int>(kLanes<T>);
+  std::array<T, 2 * kCount> table{};
+  for (int k = 0; k < kCount; k += kLanesHere) {
+    for (int lane = 0; lane < kLanesHere; ++lane) {
+      const Root<T> w = kWave1024<T>.root(k + 1 + laneOrder<T>(lane, kLanesHere), kOrder);
+      table[2 * k + lane] = w.re / 2;
+      table[2 * k + kLanesHere + lane] = -w.im / 2;
+    }
+  }
+  return table;
+}();
 
 // N = 2, 4, 8 or 16, one lane, from pairs to the Perm sequence and back. src may be dst.
 template <size_t N, class T>

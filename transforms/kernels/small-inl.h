@@ -3,6 +3,7 @@
 #ifndef KVRS_TRANSFORMS_KERNELS_SMALL_INL_H
 #define KVRS_TRANSFORMS_KERNELS_SMALL_INL_H
 
+#include "transforms/fft_wave.h"
 #include "transforms/kernels/stockham-inl.h"
 
 namespace kvrs::fft {
@@ -46,7 +47,7 @@ KVRS_INLINE void squareTransform(In in, Out out, const T* w, T scale) {
       d, [&](auto k) KVRS_UNROLLED { return in.load(d, k * R2); },
       [&](auto k, C y) KVRS_UNROLLED { x[k] = twiddles.apply(d, k, y); });
   C y[R1 / R2][R2];
-  transposeRows(d, x, [&](auto lane, auto group, C row) KVRS_UNROLLED {
+  transposeRows<In::kLaneOrder>(d, x, [&](auto lane, auto group, C row) KVRS_UNROLLED {
     constexpr int kRow = In::kLaneOrder ? laneOrder<T>(lane, R2) : lane;
     y[group][kRow] = row;
   });
@@ -67,7 +68,7 @@ KVRS_INLINE void wideTransform(In in, Out out, const T* w, T scale) {
       d, [&](auto k) KVRS_UNROLLED { return in.load(d, k * 2 * R); },
       [&](auto k, C x) KVRS_UNROLLED {
         const C y = twiddles.apply(d, k, x);
-        constexpr int kRow = laneOfNumber<T>(k, R);
+        constexpr int kRow = In::kLaneOrder ? laneOfNumber<T>(k, R) : k;
         re[kRow] = y.re;
         im[kRow] = y.im;
       });
@@ -84,7 +85,7 @@ KVRS_INLINE void wideTransform(In in, Out out, const T* w, T scale) {
   storeRows(half, out, 0, R, y);
 }
 
-// Eight points in one register of four lanes and another: a butterfly of 2, twiddles, and a butterfly of 4 on vectors
+// Eight floats in one register of four lanes and another: a butterfly of 2, twiddles, and a butterfly of 4 on vectors
 // that hold both halves, even and odd results side by side, real before imaginary:
 //
 //   lo = x0 x1 x2 x3   lo + hi       = a0 a1 a2 a3   transposed   re a0, re b0, im a0, im b0    ...   re X0, re X1, im X0, im X1
@@ -118,6 +119,68 @@ KVRS_INLINE void eightTransform(In in, Out out, T scale) {
   if (scale != T(1)) unroll<4>([&](auto k) KVRS_UNROLLED { y[k] = hn::Mul(y[k], hn::Set(d, scale)); });
   out.store(d, 0, {hn::ConcatLowerLower(d, y[1], y[0]), hn::ConcatUpperUpper(d, y[1], y[0])});
   out.store(d, 4, {hn::ConcatLowerLower(d, y[3], y[2]), hn::ConcatUpperUpper(d, y[3], y[2])});
+}
+
+// The twiddles of a transform of R1 x R2 points, butterflies of R1 first.
+template <int R1, int R2, class T, bool kLaneOrder>
+alignas(64) inline constexpr auto kSquareTable = [] {
+  std::array<T, 2 * R1 * R2> table{};
+  constexpr int kOrder = __builtin_ctz(R1 * R2);
+  for (int j = 1; j < R1; ++j) {
+    for (int lane = 0; lane < R2; ++lane) {
+      const Root<T> w = kWave1024<T>.root(j * (kLaneOrder ? laneOrder<T>(lane, R2) : lane), kOrder);
+      table[2 * R2 * (j - 1) + lane] = w.re;
+      table[2 * R2 * (j - 1) + R2 + lane] = w.im;
+    }
+  }
+  return table;
+}();
+
+// Orders up to kLastSmallOrder. The table `w` is of order 6 and up.
+template <class In, class Out, class T>
+void smallTransform(int order, In in, Out out, [[maybe_unused]] const T* w, T scale) {
+  constexpr bool kOrdered = In::kLaneOrder;
+  switch (order) {
+    case 0:
+      return butterflyTransform<1>(in, out, scale);
+    case 1:
+      return butterflyTransform<2>(in, out, scale);
+    case 2:
+      return butterflyTransform<4>(in, out, scale);
+    case 3:
+      if constexpr (sizeof(T) == 4) {
+        return eightTransform(in, out, scale);
+      } else {
+        return squareTransform<4, 2>(in, out, kSquareTable<4, 2, T, kOrdered>.data(), scale);
+      }
+    case 4:
+      if constexpr (kLanes<T> >= 4) {
+        return squareTransform<4, 4>(in, out, kSquareTable<4, 4, T, kOrdered>.data(), scale);
+      } else {
+        return squareTransform<8, 2>(in, out, kSquareTable<8, 2, T, kOrdered>.data(), scale);
+      }
+    case 5:
+      if constexpr (kLanes<T> >= 8) {
+        return wideTransform<4>(in, out, kSquareTable<4, 8, T, kOrdered>.data(), scale);
+      } else if constexpr (kLanes<T> == 4) {
+        return squareTransform<8, 4>(in, out, kSquareTable<8, 4, T, kOrdered>.data(), scale);
+      } else {
+        return squareTransform<16, 2>(in, out, kSquareTable<16, 2, T, kOrdered>.data(), scale);
+      }
+    case 6:
+      if constexpr (kLastSmallOrder<T> >= 6) return squareTransform<8, 8>(in, out, w, scale);
+      return;
+    default:
+      if constexpr (kLastSmallOrder<T> >= 7) return wideTransform<8>(in, out, w, scale);
+      return;
+  }
+}
+
+// Orders up to kLastStockhamOrder.
+template <class T, class In, class Out>
+void unsplitTransform(int order, In in, Out out, T* work, const T* w, T scale) {
+  if (order <= kLastSmallOrder<T>) return smallTransform(order, in, out, w, scale);
+  stockham(order, in, out, Work<T>{work}, w, scale);
 }
 
 }  // namespace kvrs::fft

@@ -4,6 +4,7 @@
 #define KVRS_TRANSFORMS_KERNELS_SPLIT_INL_H
 
 #include "transforms/kernels/columns-inl.h"
+#include "transforms/kernels/small-inl.h"
 
 namespace kvrs::fft {
 
@@ -40,6 +41,25 @@ template <bool kSwapped>
 void exchangeTiles(Interleaved<Kvr32f, kSwapped> a, Interleaved<Kvr32f, kSwapped> b, size_t pitch) {
   exchangeTiles(reinterpret_cast<double*>(a.p), reinterpret_cast<double*>(b.p), pitch);
 }
+// A pair of doubles is a vector.
+template <bool kSwapped>
+void exchangeTiles(Interleaved<Kvr64f, kSwapped> a, Interleaved<Kvr64f, kSwapped> b, size_t pitch) {
+  const Lanes<Kvr64f, 2> d;
+  for (size_t r = 0; r < kTile; ++r) {
+    for (size_t c = a.p == b.p ? r : 0; c < kTile; ++c) {
+      Kvr64f* const inA = a.at(r * pitch + c).p;
+      Kvr64f* const inB = b.at(c * pitch + r).p;
+      const auto x = hn::LoadU(d, inA);
+      hn::StoreU(hn::LoadU(d, inB), d, inA);
+      hn::StoreU(x, d, inB);
+    }
+  }
+}
+template <class T>
+void exchangeTiles(Planes<T> a, Planes<T> b, size_t pitch) {
+  exchangeTiles(a.re, b.re, pitch);
+  exchangeTiles(a.im, b.im, pitch);
+}
 
 // Tables of a split transform.
 template <class T>
@@ -62,12 +82,12 @@ struct SplitTables {
 // The last three are done on kTile rows k1 at a time, and their tiles change places with those of the rows
 // before.
 template <class In, class Out, class T>
-void splitTransform(int order, In in, Out out, T* work, size_t workPoints, const SplitTables<T>& tables,
+void splitTransform(int order, In in, Out out, T* work, size_t workBytes, const SplitTables<T>& tables,
                     T scale) {
-  const Split split = splitOf(order);
+  const Split split = splitOf(order, workBytes);
   const size_t edge = size_t{1} << split.outer;
   const size_t pitch = size_t{1} << (split.outer + split.middle);
-  const size_t width = stripWidth(split.outer, workPoints);
+  const size_t width = stripWidth<T>(split.outer, workBytes);
 
   Columns<T, In, Out, FactoredTwiddles<T>>{
       in, out, pitch, {work}, width, tables.columns, {tables.spans, tables.places, edge}}
@@ -83,7 +103,7 @@ void splitTransform(int order, In in, Out out, T* work, size_t workPoints, const
       }
       for (size_t k2 = 0; k2 < pitch; k2 += edge) {
         const Out piece = points.at(k2);
-        stockham(split.outer, piece.source(), piece, Work<T>{work}, tables.rows, scale);
+        unsplitTransform(split.outer, piece.source(), piece, work, tables.rows, scale);
       }
     }
     for (size_t k2 = 0; k2 < pitch; k2 += edge) {

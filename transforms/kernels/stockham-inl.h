@@ -86,7 +86,7 @@ template <int R, class T, class In, class Out, class Twiddles>
 KVRS_INLINE void passSteps(Pairs<T> d, In in, size_t stride, Out out, size_t outStride, size_t count,
                            const Twiddles& twiddles) {
   RowStride row(stride), outRow(outStride);
-  const auto* end = in.p + 2 * count;
+  const auto* const end = in.at(count).first();
   do {
     row.keep();
     outRow.keep();
@@ -95,7 +95,7 @@ KVRS_INLINE void passSteps(Pairs<T> d, In in, size_t stride, Out out, size_t out
         [&](auto k, Cx<Pairs<T>> x) KVRS_UNROLLED { out.storeParts(d, outRow(k), twiddles.apply(d, k, x)); });
     in = in.at(kPoints<Pairs<T>>);
     out = out.at(kPoints<Pairs<T>>);
-  } while (in.p != end);
+  } while (in.first() != end);
 }
 
 // A factor for all results, in place of twiddles.
@@ -116,16 +116,17 @@ struct NoScale {
 };
 
 // Lane p of row j goes to lane j of row p, for R rows: R / L squares side by side. Rows come out in the order
-// of the lanes, and the lanes in laneOrder, so that whoever joins the parts again finds them where they
-// belong.
-template <int R, class D, class Store>
+// of the lanes, and the lanes in laneOrder where numbers come apart and together in it, so that whoever joins the
+// parts again finds them where they belong.
+template <bool kLaneOrder, int R, class D, class Store>
 KVRS_INLINE void transposeRows(D d, const Cx<D> (&x)[R], Store store) {
   constexpr int L = static_cast<int>(hn::MaxLanes(d));
   unroll<R / L>([&](auto g) KVRS_UNROLLED {
     hn::Vec<D> re[L], im[L];
     unroll<L>([&](auto l) KVRS_UNROLLED {
-      re[l] = x[g * L + laneOrder<hn::TFromD<D>>(l, L)].re;
-      im[l] = x[g * L + laneOrder<hn::TFromD<D>>(l, L)].im;
+      constexpr int kRow = kLaneOrder ? laneOrder<hn::TFromD<D>>(l, L) : l;
+      re[l] = x[g * L + kRow].re;
+      im[l] = x[g * L + kRow].im;
     });
     transpose(d, re);
     transpose(d, im);
@@ -134,13 +135,17 @@ KVRS_INLINE void transposeRows(D d, const Cx<D> (&x)[R], Store store) {
 }
 
 // Pairs, the two of a vector to rows of their own: no part of a number leaves its neighbour.
-template <int R, class T, class Store>
+template <bool kLaneOrder, int R, class T, class Store>
 KVRS_INLINE void transposeRows(Pairs<T>, const Cx<Pairs<T>> (&x)[R], Store store) {
-  const auto d = Form<Pairs<T>>::lanes;
-  unroll<R / 2>([&](auto g) KVRS_UNROLLED {
-    store(Index<0>(), g, Cx<Pairs<T>>{hn::ConcatLowerLower(d, x[2 * g + 1].v, x[2 * g].v)});
-    store(Index<1>(), g, Cx<Pairs<T>>{hn::ConcatUpperUpper(d, x[2 * g + 1].v, x[2 * g].v)});
-  });
+  if constexpr (kPoints<Pairs<T>> == 1) {
+    unroll<R>([&](auto j) KVRS_UNROLLED { store(Index<0>(), j, x[j]); });
+  } else {
+    const auto d = Form<Pairs<T>>::lanes;
+    unroll<R / 2>([&](auto g) KVRS_UNROLLED {
+      store(Index<0>(), g, Cx<Pairs<T>>{hn::ConcatLowerLower(d, x[2 * g + 1].v, x[2 * g].v)});
+      store(Index<1>(), g, Cx<Pairs<T>>{hn::ConcatUpperUpper(d, x[2 * g + 1].v, x[2 * g].v)});
+    });
+  }
 }
 
 // First pass: butterflies over points n / R apart, for L neighbours at once; the R results of each neighbour
@@ -157,7 +162,7 @@ void firstPass(In in, Work<T> out, size_t n, const T* w) {
     butterfly<R>(
         d, [&](auto k) KVRS_UNROLLED { return in.load(d, p + k * m); },
         [&](auto k, C y) KVRS_UNROLLED { x[k] = twiddles.apply(d, k, y); });
-    transposeRows(d, x, [&](auto lane, auto group, C row) KVRS_UNROLLED {
+    transposeRows<In::kLaneOrder>(d, x, [&](auto lane, auto group, C row) KVRS_UNROLLED {
       constexpr int kRow = In::kLaneOrder ? laneOrder<T>(lane, L) : lane;
       out.store(d, R * (p + kRow) + group * L, row);
     });
@@ -166,8 +171,8 @@ void firstPass(In in, Work<T> out, size_t n, const T* w) {
 
 // A pass over groups of n points, s of them side by side: butterflies over points n / R apart. kSide is s where it is
 // known beforehand: a loop so short had better be none.
-template <int R, size_t kSide, class In, class T>
-void middlePass(In in, Blocks<T> out, size_t n, size_t side, const T* w) {
+template <int R, size_t kSide, class In, class Out, class T>
+void middlePass(In in, Out out, size_t n, size_t side, const T* w) {
   const PassTag<T> d;
   const size_t m = n / R, s = kSide > 0 ? kSide : side;
   for (size_t p = 0; p < m; ++p, w += 2 * (R - 1)) {
@@ -205,13 +210,12 @@ void stockham(int order, In in, Out out, Work<T> work, const T* w, T scale) {
   const Plan& plan = kStockhamPlans<T>[order];
   // Runs body(in) for the memory that holds the results of the last pass.
   bool inWork = true;
-  const bool aligned = reinterpret_cast<uintptr_t>(out.p) % 16 == 0;
   const auto fromHere = [&](auto body) KVRS_UNROLLED {
     if (inWork) return body(work);
-    if constexpr (kVectorBytes == 16) {
-      if (aligned) return body(Work<T>{out.p});
+    if constexpr (kVectorBytes == 16 && In::kLaneOrder) {
+      if (reinterpret_cast<uintptr_t>(out.p) % 16 == 0) return body(Work<T>{out.p});
     }
-    body(Blocks<T>{out.p});
+    body(out.area());
   };
   size_t n = size_t{1} << order, s = 1;
   const auto next = [&](int bits) {
@@ -224,11 +228,15 @@ void stockham(int order, In in, Out out, Work<T> work, const T* w, T scale) {
   int pass = 1;
   for (; pass + 1 < plan.passes; ++pass) {
     withRadix<2>(plan.bits[pass], [&](auto r) KVRS_UNROLLED {
-      fromHere([&](auto from) KVRS_UNROLLED {
-        const Blocks<T> to{inWork ? out.p : work.p};
+      const auto run = [&](auto from, auto to) KVRS_UNROLLED {
         pass == 1 ? middlePass<r(), kFirstRadix<T>>(from, to, n, s, w)
                   : middlePass<r(), 0>(from, to, n, s, w);
-      });
+      };
+      if constexpr (In::kLaneOrder) {
+        fromHere([&](auto from) KVRS_UNROLLED { run(from, Blocks<T>{inWork ? out.p : work.p}); });
+      } else {
+        inWork ? run(work, out.area()) : run(out.area(), Blocks<T>{work.p});
+      }
     });
     next(plan.bits[pass]);
     inWork = !inWork;

@@ -7,6 +7,13 @@
 namespace kvrs::test {
 namespace {
 
+template <class Spec, auto init>
+void* make(Kvr8u* memory) {
+  Spec* spec = nullptr;
+  init(&spec, 4, kvrFftNoDivByAny, kvrHintNone, memory, memory + kInitBuffer);
+  return spec;
+}
+
 const Family family{{
     .optionalPointers =
         {
@@ -25,18 +32,12 @@ const Family family{{
         },
     .contexts =
         {
-            {.type = "KvrsFFTSpec_C_32fc",
-             .make = [](Kvr8u* memory) -> void* {
-               KvrsFFTSpec_C_32fc* spec = nullptr;
-               kvrsFFTInit_C_32fc(&spec, 4, kvrFftNoDivByAny, kvrHintNone, memory, memory + kInitBuffer);
-               return spec;
-             }},
-            {.type = "KvrsFFTSpec_R_32f",
-             .make = [](Kvr8u* memory) -> void* {
-               KvrsFFTSpec_R_32f* spec = nullptr;
-               kvrsFFTInit_R_32f(&spec, 4, kvrFftNoDivByAny, kvrHintNone, memory, memory + kInitBuffer);
-               return spec;
-             }},
+            {.type = "KvrsFFTSpec_C_32fc", .make = make<KvrsFFTSpec_C_32fc, kvrsFFTInit_C_32fc>},
+            {.type = "KvrsFFTSpec_C_32f", .make = make<KvrsFFTSpec_C_32f, kvrsFFTInit_C_32f>},
+            {.type = "KvrsFFTSpec_R_32f", .make = make<KvrsFFTSpec_R_32f, kvrsFFTInit_R_32f>},
+            {.type = "KvrsFFTSpec_C_64fc", .make = make<KvrsFFTSpec_C_64fc, kvrsFFTInit_C_64fc>},
+            {.type = "KvrsFFTSpec_C_64f", .make = make<KvrsFFTSpec_C_64f, kvrsFFTInit_C_64f>},
+            {.type = "KvrsFFTSpec_R_64f", .make = make<KvrsFFTSpec_R_64f, kvrsFFTInit_R_64f>},
         },
     .contextRanks = {{"kvrsFFTGetBufSize_.*", Rank::afterPointers}},
 }};
