@@ -103,9 +103,8 @@ KvrStatus uniformDirect(T* dst, int len, T low, T high, Kvr32u* seed) {
   stream.start(*seed);
   if constexpr (sizeof(T) == 2) {
     // Pairs are rounded; the odd last sample is truncated.
-    const VectorRoundingScope nearest(Rounding::nearest);
     const size_t pairs = n & ~size_t{1};
-    uniform<To::nearest>(stream, range, dst, pairs);
+    underRounding(Rounding::nearest, [&] { uniform<To::nearest>(stream, range, dst, pairs); });
     uniform<To::zero>(stream, range, dst + pairs, n - pairs);
   } else {
     uniform<To::nearest>(stream, range, dst, n);
