@@ -8,7 +8,6 @@
 #include "frame/threads.h"
 #include "frame/to_integer.h"
 #include "frame/unroll.h"
-#include "frame/wide_loop.h"
 #include "frame/widen.h"
 #include "kvrs/fill.h"
 #include "kvrs/polar.h"
@@ -247,8 +246,7 @@ KvrStatus of32sc(const Kvr32sc* src, Kvr32s* dst, int len, int scaleFactor, int 
   if (!loop_detail::fitsAddress(static_cast<size_t>(len), sizeof *src)) return kvrStatusBadLength;
   const ScaledOf32s<root> op{powerOfTwo<double>(scaleFactor < -31 ? 31 : -scaleFactor)};
   runSliced(static_cast<size_t>(len), threadedFrom, kTwoThreads, [=](size_t begin, size_t count) {
-    mapWide<double>(op, dst + begin, count, src + begin);
-    return false;
+    return mapInLanesOf<double>(op, dst + begin, count, src + begin) != kvrStatusOk;
   });
   return kvrStatusOk;
 }
