@@ -45,5 +45,6 @@
 #include "kvrs/spectrum.h"
 
 #include "kvrs/fir.h"
+#include "kvrs/iir.h"
 
 #endif
