@@ -9,6 +9,7 @@
 #include "filters/iir_state.h"
 #include "frame/rounding.h"
 #include "frame/scale.h"
+#include "frame/tile.h"
 #include "frame/to_integer.h"
 
 namespace kvrs::iir {
@@ -101,18 +102,18 @@ KVRS_INLINE S rounded(T y, int scaleFactor) {
 
 template <class S, class W>
 void filter(State<W>& state, const S* src, S* dst, size_t len, int scaleFactor = 0) {
-  for (size_t begin = 0; begin < len; begin += kTile) {
-    const size_t count = len - begin < kTile ? len - begin : kTile;
-    if constexpr (std::is_same_v<S, W>) {
-      filterTile(state, src + begin, dst + begin, count);
-    } else {
+  if constexpr (std::is_same_v<S, W>) {
+    for (size_t begin = 0; begin < len; begin += kTile) {
+      filterTile(state, src + begin, dst + begin, len - begin < kTile ? len - begin : kTile);
+    }
+  } else {
+    forTiles<W, kTile>(len, [&](W* tile, size_t begin, size_t count) {
       const int parts = static_cast<int>(count * kParts<W>);
-      alignas(64) W tile[kTile];
       samples::load(reinterpret_cast<const Part<S>*>(src + begin), reinterpret_cast<Part<W>*>(tile), parts);
       filterTile<W>(state, tile, tile, count);
       samples::store(reinterpret_cast<const Part<W>*>(tile), reinterpret_cast<Part<S>*>(dst + begin), parts,
                      samples::boundedScale<Part<W>>(scaleFactor));
-    }
+    });
   }
 }
 

@@ -5,10 +5,10 @@
 #define KVRS_FILTERS_IIR_NUMBER_H
 
 #include <cstddef>
-#include <cstring>
 #include <type_traits>
 
 #include "frame/simd.h"
+#include "frame/unaligned.h"
 
 namespace kvrs::iir {
 
@@ -111,13 +111,11 @@ KVRS_INLINE To converted(From from) {
 // Elements of callers' arrays, which may have any alignment.
 template <class T>
 KVRS_INLINE T at(const T* array, size_t i) {
-  T element;
-  memcpy(&element, reinterpret_cast<const char*>(array) + i * sizeof(T), sizeof(T));
-  return element;
+  return unaligned::get(array + i);
 }
 template <class T>
 KVRS_INLINE void setAt(T* array, size_t i, T element) {
-  memcpy(reinterpret_cast<char*>(array) + i * sizeof(T), &element, sizeof(T));
+  unaligned::put(element, array + i);
 }
 
 }  // namespace kvrs::iir
