@@ -46,5 +46,6 @@
 
 #include "kvrs/fir.h"
 #include "kvrs/iir.h"
+#include "kvrs/iir_gen.h"
 
 #endif
