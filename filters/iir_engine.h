@@ -89,12 +89,15 @@ KVRS_INLINE S rounded(T y, int scaleFactor) {
   } else if constexpr (std::is_floating_point_v<S>) {
     return static_cast<S>(y);
   } else {
-    const VectorRoundingScope nearest(Rounding::nearest);
-    const Lanes<T, 1> d;
-    const hn::Rebind<S, decltype(d)> to;
-    const auto scaled = hn::Set(d, y * powerOfTwo<T>(-boundedScale<T>(scaleFactor)));
-    return hn::GetLane(
-        toInteger<false>(to, scaled, std::numeric_limits<S>::min(), std::numeric_limits<S>::max()));
+    const auto convert = [=] {
+      const Lanes<T, 1> d;
+      const hn::Rebind<S, decltype(d)> to;
+      const auto scaled = hn::Set(d, y * powerOfTwo<T>(-boundedScale<T>(scaleFactor)));
+      return hn::GetLane(
+          toInteger<false>(to, scaled, std::numeric_limits<S>::min(), std::numeric_limits<S>::max()));
+    };
+    // The detour only where it is needed.
+    return currentRounding() == Rounding::nearest ? convert() : underRounding(Rounding::nearest, convert);
   }
 }
 

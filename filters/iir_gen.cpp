@@ -50,7 +50,6 @@ Pole digitalPole(Pole p, double cutOff, bool highpass) {
 }
 
 void design(bool highpass, double rFreq, double passDevDb, int order, Kvr64f* taps, int filterType) {
-  const ExtendedRoundingScope extended(Rounding::nearest);
   const double cutOff = 4 * tan(2 * kPi * rFreq * 0.5);
   const Prototype prototype = prototypeOf(filterType, order, passDevDb);
   // The product of (1 - p/z), a pair of poles or a real one at a time.
@@ -86,7 +85,8 @@ KvrStatus checkedDesign(bool highpass, double rFreq, double passDevDb, int order
              require(filterType != kvrChebyshev1 || (passDevDb > 0 && passDevDb <= kMostDeviation),
                      kvrStatusBadIirGenDeviation));
   if (filterType == kvrButterworth || filterType == kvrChebyshev1) {
-    design(highpass, rFreq, passDevDb, order, taps, filterType);
+    underExtendedRounding(Rounding::nearest,
+                          [=] { design(highpass, rFreq, passDevDb, order, taps, filterType); });
   }
   return kvrStatusOk;
 }
@@ -96,7 +96,8 @@ KvrStatus checkedDesign(bool highpass, double rFreq, double passDevDb, int order
 
 using namespace kvrs;
 
-KvrStatus kvrsIIRGenLowpass_64f(Kvr64f rFreq, Kvr64f passDevDb, int order, Kvr64f* taps, int filterType) noexcept {
+KvrStatus kvrsIIRGenLowpass_64f(Kvr64f rFreq, Kvr64f passDevDb, int order, Kvr64f* taps,
+                                int filterType) noexcept {
   return iir::checkedDesign(false, rFreq, passDevDb, order, taps, filterType);
 }
 

@@ -56,7 +56,8 @@ bool ascends(const int* positions, int n, int least) {
   return true;
 }
 
-void layOut(Carver& carver, Taps& list, const Kvr32f* taps, const int* positions, int n, const Kvr32f* dlyLine) {
+void layOut(Carver& carver, Taps& list, const Kvr32f* taps, const int* positions, int n,
+            const Kvr32f* dlyLine) {
   const auto order = static_cast<size_t>(unaligned::get(positions + (n - 1))), total = static_cast<size_t>(n);
   list.count = n;
   list.order = static_cast<int32_t>(order);
@@ -71,7 +72,8 @@ void layOut(Carver& carver, Taps& list, const Kvr32f* taps, const int* positions
     places[i] = static_cast<int32_t>(order) - unaligned::get(positions + (total - 1 - i));
   }
   memset(history, 0, 2 * order * sizeof *history);
-  for (size_t i = 0; i < order && dlyLine != nullptr; ++i) history[i] = unaligned::get(dlyLine + (order - 1 - i));
+  for (size_t i = 0; i < order && dlyLine != nullptr; ++i)
+    history[i] = unaligned::get(dlyLine + (order - 1 - i));
 }
 
 // dst[m] = sum over the taps of taps[i] * base[m + places[i]], for kVectors vectors.
@@ -85,7 +87,8 @@ KVRS_INLINE void sumVectors(D d, const Taps& list, const Kvr32f* base, Kvr32f* d
   for (int i = 0; i < list.count; ++i) {
     const auto tap = hn::Set(d, taps[i]);
     const Kvr32f* from = base + places[i];
-    unroll<kVectors>([&](auto v) KVRS_UNROLLED { sums[v] = hn::MulAdd(tap, hn::LoadU(d, from + v * N), sums[v]); });
+    unroll<kVectors>([&](auto v)
+                         KVRS_UNROLLED { sums[v] = hn::MulAdd(tap, hn::LoadU(d, from + v * N), sums[v]); });
   }
   unroll<kVectors>([&](auto v) KVRS_UNROLLED { hn::StoreU(sums[v], d, dst + v * N); });
 }
@@ -179,8 +182,8 @@ KvrStatus kvrsFIRSparseGetStateSize_32f(int nzTapsLen, int order, int* size) noe
   return kvrStatusOk;
 }
 
-KvrStatus kvrsFIRSparseInit_32f(KvrsFIRSparseState_32f** state, const Kvr32f* nzTaps, const int* nzTapsPos, int nzTapsLen,
-                                const Kvr32f* dlyLine, Kvr8u* buffer) noexcept {
+KvrStatus kvrsFIRSparseInit_32f(KvrsFIRSparseState_32f** state, const Kvr32f* nzTaps, const int* nzTapsPos,
+                                int nzTapsLen, const Kvr32f* dlyLine, Kvr8u* buffer) noexcept {
   KVRS_CHECK(pointers(state, nzTaps, nzTapsPos, buffer), tapsLength(nzTapsLen));
   KVRS_CHECK(require(sparse::ascends(nzTapsPos, nzTapsLen, 0), kvrStatusBadSparseIndex));
   Carver carver(alignUp(buffer, sparse::kAlignment));
@@ -196,7 +199,8 @@ KvrStatus kvrsFIRSparse_32f(const Kvr32f* src, Kvr32f* dst, int len, KvrsFIRSpar
   return kvrStatusOk;
 }
 
-KvrStatus kvrsIIRSparseGetStateSize_32f(int nzTapsLen1, int nzTapsLen2, int order1, int order2, int* size) noexcept {
+KvrStatus kvrsIIRSparseGetStateSize_32f(int nzTapsLen1, int nzTapsLen2, int order1, int order2,
+                                        int* size) noexcept {
   KVRS_CHECK(pointers(size), require(nzTapsLen1 >= 1 && nzTapsLen2 >= 0, kvrStatusBadIirOrder),
              require(order1 >= 0 && order2 >= 0, kvrStatusBadSparseIndex));
   const uint64_t orders = sparse::count(order1) + sparse::count(order2);
@@ -208,12 +212,13 @@ KvrStatus kvrsIIRSparseGetStateSize_32f(int nzTapsLen1, int nzTapsLen2, int orde
 }
 
 KvrStatus kvrsIIRSparseInit_32f(KvrsIIRSparseState_32f** state, const Kvr32f* nzTaps, const int* nzTapsPos,
-                                int nzTapsLen1, int nzTapsLen2, const Kvr32f* dlyLine, Kvr8u* buffer) noexcept {
+                                int nzTapsLen1, int nzTapsLen2, const Kvr32f* dlyLine,
+                                Kvr8u* buffer) noexcept {
   KVRS_CHECK(pointers(state, nzTaps, nzTapsPos, buffer),
              require(nzTapsLen1 >= 1 && nzTapsLen2 >= 1, kvrStatusBadIirOrder));
-  KVRS_CHECK(require(sparse::ascends(nzTapsPos, nzTapsLen1, 0) &&
-                         sparse::ascends(nzTapsPos + nzTapsLen1, nzTapsLen2, 1),
-                     kvrStatusBadSparseIndex));
+  KVRS_CHECK(require(
+      sparse::ascends(nzTapsPos, nzTapsLen1, 0) && sparse::ascends(nzTapsPos + nzTapsLen1, nzTapsLen2, 1),
+      kvrStatusBadSparseIndex));
   Carver carver(alignUp(buffer, sparse::kAlignment));
   auto* made = carver.take<KvrsIIRSparseState_32f>(1);
   sparse::layOut(carver, made->inputs, nzTaps, nzTapsPos, nzTapsLen1, dlyLine);

@@ -42,6 +42,7 @@
 #include "kvrs/random.h"
 
 #include "kvrs/fft.h"
+#include "kvrs/sparse.h"
 #include "kvrs/spectrum.h"
 
 #include "kvrs/fir.h"

@@ -49,15 +49,16 @@ typedef struct KvrsFIRSparseState_32f KvrsFIRSparseState_32f;
 typedef struct KvrsIIRSparseState_32f KvrsIIRSparseState_32f;
 
 KVRS_API KvrStatus kvrsFIRSparseGetStateSize_32f(int nzTapsLen, int order, int* size) KVRS_NOEXCEPT;
-KVRS_API KvrStatus kvrsFIRSparseInit_32f(KvrsFIRSparseState_32f** state, const Kvr32f* nzTaps, const int* nzTapsPos,
-                                         int nzTapsLen, const Kvr32f* dlyLine, Kvr8u* buffer) KVRS_NOEXCEPT;
+KVRS_API KvrStatus kvrsFIRSparseInit_32f(KvrsFIRSparseState_32f** state, const Kvr32f* nzTaps,
+                                         const int* nzTapsPos, int nzTapsLen, const Kvr32f* dlyLine,
+                                         Kvr8u* buffer) KVRS_NOEXCEPT;
 KVRS_API KvrStatus kvrsFIRSparse_32f(const Kvr32f* src, Kvr32f* dst, int len,
                                      KvrsFIRSparseState_32f* state) KVRS_NOEXCEPT;
 KVRS_API KvrStatus kvrsIIRSparseGetStateSize_32f(int nzTapsLen1, int nzTapsLen2, int order1, int order2,
                                                  int* size) KVRS_NOEXCEPT;
-KVRS_API KvrStatus kvrsIIRSparseInit_32f(KvrsIIRSparseState_32f** state, const Kvr32f* nzTaps, const int* nzTapsPos,
-                                         int nzTapsLen1, int nzTapsLen2, const Kvr32f* dlyLine,
-                                         Kvr8u* buffer) KVRS_NOEXCEPT;
+KVRS_API KvrStatus kvrsIIRSparseInit_32f(KvrsIIRSparseState_32f** state, const Kvr32f* nzTaps,
+                                         const int* nzTapsPos, int nzTapsLen1, int nzTapsLen2,
+                                         const Kvr32f* dlyLine, Kvr8u* buffer) KVRS_NOEXCEPT;
 KVRS_API KvrStatus kvrsIIRSparse_32f(const Kvr32f* src, Kvr32f* dst, int len,
                                      KvrsIIRSparseState_32f* state) KVRS_NOEXCEPT;
 
