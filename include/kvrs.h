@@ -42,11 +42,11 @@
 #include "kvrs/random.h"
 
 #include "kvrs/fft.h"
-#include "kvrs/sparse.h"
 #include "kvrs/spectrum.h"
 
 #include "kvrs/fir.h"
 #include "kvrs/iir.h"
 #include "kvrs/iir_gen.h"
+#include "kvrs/sparse.h"
 
 #endif
