@@ -53,22 +53,26 @@ void design(bool highpass, double rFreq, double passDevDb, int order, Kvr64f* ta
   const double cutOff = 4 * tan(2 * kPi * rFreq * 0.5);
   const Prototype prototype = prototypeOf(filterType, order, passDevDb);
   // The product of (1 - p/z), a pair of poles or a real one at a time.
-  long double a[kMostOrder + 1] = {1};
+  long double a[kMostOrder + 1] = {1}, exact = 1;
   int degree = 0;
   for (int k = 0; 2 * k < order; ++k) {
     const Pole p = digitalPole(analogPole(prototype, k, order), cutOff, highpass);
     const bool real = 2 * k + 1 == order;
     const long double c1 = real ? -p.re : -2 * p.re, c2 = real ? 0 : p.re * p.re + p.im * p.im;
+    const long double distance = highpass ? 1 + p.re : 1 - p.re;
+    exact *= real ? distance : distance * distance + p.im * p.im;
     degree += real ? 1 : 2;
     for (int i = degree; i > 0; --i) a[i] += c1 * a[i - 1] + (i > 1 ? c2 * a[i - 2] : 0);
   }
-  // Both sums are those of the polynomials at the frequency where the gain is known; that of the numerator is 2^order.
+  // Both sums are those of the polynomials at the frequency where the gain is known; that of the numerator is 2^order. Where
+  // rounding has left nothing of the denominator's, the sum is that of the exact one.
   long double sum = 0;
   for (int i = 0; i <= order; ++i) {
     const auto rounded = static_cast<Kvr64f>(a[i]);
     unaligned::put(rounded, taps + order + 1 + i);
     sum += highpass && i % 2 != 0 ? -rounded : rounded;
   }
+  if (fabsl(sum - exact) > exact / 2) sum = exact;
   long double gain = ldexpl(sum, -order);
   if (filterType == kvrChebyshev1 && order % 2 == 0) gain *= pow(10.0, (0 - passDevDb) / 20);
   long double binomial = 1;

@@ -46,10 +46,13 @@ KVRS_INLINE T minus(T a, T b) {
     return a - b;
   }
 }
+// Products are kept apart from the sums behind them: where GCC makes vectors of complex products it fuses the two, even
+// under -ffp-contract=off.
 template <class T>
 KVRS_INLINE T times(T a, T b) {
   if constexpr (kIsComplex<T>) {
-    return {a.re * b.re - a.im * b.im, a.re * b.im + a.im * b.re};
+    return {inRegister(a.re * b.re) - inRegister(a.im * b.im),
+            inRegister(a.re * b.im) + inRegister(a.im * b.re)};
   } else {
     return a * b;
   }

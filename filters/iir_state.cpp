@@ -58,8 +58,9 @@ struct WideOf<W> {
   using Type = Kvr64fc;
 };
 
-bool growsLittle(double tableSum, double tapSum) {
-  return tableSum <= kMostGrowth * (tapSum > 1 ? tapSum : 1);  // no if one is NaN
+// No if one is NaN.
+bool growsLittle(double tableSum, double tapSum, double most) {
+  return tableSum <= most * (tapSum > 1 ? tapSum : 1);
 }
 
 // 1 / A(z) = 1 / (1 - c1/z - c2/z^2).
@@ -88,7 +89,7 @@ void makeSectionTable(const Section<W>& section, W* table) {
     response = next;
     table[1 + m] = converted<W>(next);
   }
-  if (!growsLittle(worst, bulk(c1) + bulk(c2))) table[1] = W{};
+  if (!growsLittle(worst, bulk(c1) + bulk(c2), kMostGrowthOfSection)) table[1] = W{};
 }
 
 }  // namespace
@@ -214,7 +215,7 @@ void makeDirectTable(State<W>* state) {
   for (double sum : sums) {
     if (!(sum <= worst)) worst = sum;
   }
-  state->looksAhead = growsLittle(worst, tapSum) ? 1 : 0;
+  state->looksAhead = growsLittle(worst, tapSum, kMostGrowth) ? 1 : 0;
 }
 
 template <class W>

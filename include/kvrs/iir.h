@@ -110,7 +110,8 @@ KVRS_BEGIN_DECLS
  * cascade: of at most 2) are computed in this way; longer ones may be by look-ahead, which computes several outputs from
  * the block before at once (Parhi, Messerschmitt, Pipeline interleaving and parallelism in recursive digital filters,
  * 1989). The results then differ in rounding, and an infinity or NaN may show up to 15 outputs before its sample.
- * Filters whose rounding errors look-ahead would multiply by more than 32 run sample by sample. Single samples of the direct
+ * Filters whose rounding errors look-ahead would multiply, direct forms of high order with their poles close
+ * together above all, run sample by sample. Single samples of the direct
  * form 1 are y = (((b1 * x[n-1] + b2 * x[n-2]) - a2 * y[n-2]) - a1 * y[n-1]) + b0 * x[n].
  *
  * KvrsIIRState64f_32s in direct form 1 keeps outputs before they are rounded. If a2 of the last section is 0 and it was not
