@@ -13,7 +13,8 @@ namespace {
 
 constexpr int kMostOrder = 12;
 constexpr double kMostDeviation = 29;
-constexpr double kPi = 3.141592653589793;
+constexpr long double kPi = 3.14159265358979323846264L;
+constexpr long double kLn10 = 2.302585092994045684018L;
 
 struct Pole {
   long double re, im;
@@ -22,24 +23,24 @@ struct Pole {
 // Prototypes have their cut-off at 1. Pole k is on a circle, or an ellipse for Chebyshev, at an angle in the left half; that
 // in the middle of an odd order is real.
 struct Prototype {
-  double across, along;  // the half axes
+  long double across, along;  // the half axes
 };
 
 Prototype prototypeOf(int filterType, int order, double passDevDb) {
   if (filterType == kvrButterworth) return {1, 1};
-  const double ripple = sqrt(pow(10.0, 0.1 * passDevDb) - 1), inverse = 1 / ripple;
-  const double a = log(inverse + sqrt(inverse * inverse + 1)) / order;
-  return {sinh(a), cosh(a)};
+  const long double ripple = sqrtl(expm1l(passDevDb / 10.0L * kLn10));
+  const long double a = asinhl(1 / ripple) / order;
+  return {sinhl(a), coshl(a)};
 }
 
 Pole analogPole(Prototype prototype, int k, int order) {
-  const double angle = kPi * (2 * k + 1) / (2 * order) + kPi / 2;
+  const long double angle = kPi * (2 * k + 1) / (2 * order);
   if (2 * k + 1 == order) return {-prototype.across, 0};
-  return {prototype.across * cos(angle), prototype.along * sin(angle)};
+  return {-prototype.across * sinl(angle), prototype.along * cosl(angle)};
 }
 
 // To the cut-off, and through z = (1 + s/4) / (1 - s/4).
-Pole digitalPole(Pole p, double cutOff, bool highpass) {
+Pole digitalPole(Pole p, long double cutOff, bool highpass) {
   if (highpass) {
     const long double power = p.re * p.re + p.im * p.im;
     p = {p.re / power, -p.im / power};
@@ -50,7 +51,7 @@ Pole digitalPole(Pole p, double cutOff, bool highpass) {
 }
 
 void design(bool highpass, double rFreq, double passDevDb, int order, Kvr64f* taps, int filterType) {
-  const double cutOff = 4 * tan(2 * kPi * rFreq * 0.5);
+  const long double cutOff = 4 * tanl(kPi * rFreq);
   const Prototype prototype = prototypeOf(filterType, order, passDevDb);
   // The product of (1 - p/z), a pair of poles or a real one at a time.
   long double a[kMostOrder + 1] = {1}, exact = 1;
@@ -74,7 +75,7 @@ void design(bool highpass, double rFreq, double passDevDb, int order, Kvr64f* ta
   }
   if (fabsl(sum - exact) > exact / 2) sum = exact;
   long double gain = ldexpl(sum, -order);
-  if (filterType == kvrChebyshev1 && order % 2 == 0) gain *= pow(10.0, (0 - passDevDb) / 20);
+  if (filterType == kvrChebyshev1 && order % 2 == 0) gain *= expl(-passDevDb / 20.0L * kLn10);
   long double binomial = 1;
   for (int i = 0; i <= order; ++i) {
     unaligned::put(static_cast<Kvr64f>((highpass && i % 2 != 0 ? -binomial : binomial) * gain), taps + i);

@@ -87,6 +87,19 @@ const Family family{{
             {.type = "KvrsIIRState64fc_32sc",
              .make = make<kvrsIIRInit64fc_32sc, kTaps64fc, 4, KvrsIIRState64fc_32sc>},
         },
+    .contextRanks =
+        {
+            {"kvrsIIR(One|Free|GetDlyLine|SetDlyLine|SetTaps).*", Rank::afterPointers},
+            {"kvrsIIR.*", Rank::afterLength},
+        },
+    // The words of a type's other structures, and of the type that shares a function.
+    .acceptedWords =
+        {
+            {"kvrsIIR(One|Free|GetDlyLine|SetDlyLine|SetTaps)?_32f(_I)?", {0x49493032}},
+            {"kvrsIIR(Free|GetDlyLine|SetDlyLine|SetTaps)?64f_32s(_I?P?Sfs)?", {0x49493330}},
+            {"kvrsIIRSetTaps_32fc", {0x49493131}},
+            {"kvrsIIRSetTaps32sc_16sc32fc", {0x49493033}},
+        },
 }};
 
 }  // namespace

@@ -26,7 +26,8 @@ const Family family{{
              Rank::afterPointers},
             {"kvrsIIRSparseInit_32f", "nzTapsLen2", 0, kvrStatusBadIirOrder, Rank::afterPointers},
             {"kvrsIIRSparseGetStateSize_32f", "nzTapsLen2", -1, kvrStatusBadIirOrder, Rank::afterPointers},
-            {"kvrsIIRSparseGetStateSize_32f", "order[12]", -1, kvrStatusBadSparseIndex, Rank::afterPointers},
+            {"kvrsIIRSparseGetStateSize_32f", "order1", -1, kvrStatusBadSparseIndex, Rank::afterPointers},
+            {"kvrsIIRSparseGetStateSize_32f", "order2", -1, kvrStatusBadSparseIndex, Rank::afterPointers},
         },
     .badContents =
         {
@@ -61,6 +62,7 @@ const Family family{{
                return state;
              }},
         },
+    .wordless = {"kvrs(FIR|IIR)Sparse_32f"},
 }};
 
 }  // namespace
