@@ -293,8 +293,10 @@ Register iir([] {
     const auto name = nameOf("biquads_32f_16s", 2);
     add(name, "kvrs", [=] { kvrsIIR32f_16s_Sfs(src.get(), dst.get(), kLen, state.get(), 1); });
     const auto plain = std::make_shared<std::vector<Section<float>>>(plainSections<float>(2));
-    for (const auto& [who, loop] :
-         {std::pair{"samples", bySamples<float>}, std::pair{"sections", bySections<float>}}) {
+    using Loop = void (*)(Section<float>*, int, const float*, float*, int);
+    const std::pair<const char*, Loop> loops[] = {{"samples", bySamples<float>},
+                                                  {"sections", bySections<float>}};
+    for (const auto& [who, loop] : loops) {
       add(name, who, [=, run = loop] {
         kvrsConvert_16s32f(src.get(), floats.get(), kLen);
         run(plain->data(), 2, floats.get(), floats.get(), kLen);
