@@ -63,10 +63,9 @@ void expectNear(const IirType& type, const Numbers& want, const Numbers& got, lo
 TEST(Iir, RandomFilters) {
   Random random;
   forAllForms([&](const IirType& type, IirForm form) {
-    for (int n : {1, 2, 3, 4, 5, 8, 13}) {
+    for (int n : {1, 2, 3, 5, 8, 13}) {
       const int order = form == IirForm::direct ? n : 2;
-      for (int len :
-           {1, 2, 3, 4, 5, 7, 8, 15, 16, 17, 4 * n, 4 * n + 1, 4 * n + 3, 64, 100, 1024, 1025, 1026, 2100}) {
+      for (int len : {1, 3, 7, 16, 4 * n, 4 * n + 1, 4 * n + 3, 100, 1025, 2100}) {
         const auto taps = stableTaps(random, type, form, n, order > 4 ? 0.8L : 0.95L);
         const int most = type.isScaled && type.sampleBytes <= 4 ? 1000 : 30000;
         const auto signal = wholeSignal(random, type, static_cast<size_t>(len), most);
@@ -77,7 +76,7 @@ TEST(Iir, RandomFilters) {
         IirState state(type, form, n, taps, line);
         const auto want = oracle.run(signal);
         const auto got = state.run(signal, scaleFactor);
-        const long double allowed = 8 * type.eps() * oracle.sensitivity(400);
+        const long double allowed = 8 * type.eps() * oracle.sensitivity(200);
         expectNear(type, want, got, allowed, scaleFactor);
         // It goes on from there.
         const auto more = wholeSignal(random, type, 20, most);
@@ -299,7 +298,7 @@ TEST(Iir, StreamsInPieces) {
         } else {
           got = state.runSingly(signal, scaleFactor);
         }
-        expectNear(type, want, got, 8 * type.eps() * oracle.sensitivity(300), scaleFactor);
+        expectNear(type, want, got, 8 * type.eps() * oracle.sensitivity(100), scaleFactor);
         if (testing::Test::HasFailure()) return;
       }
     }
