@@ -6,6 +6,8 @@
 
 #include "frame/check.h"
 #include "frame/loop.h"
+#include "frame/loop_reversed.h"
+#include "frame/loop_two.h"
 
 namespace kvrs {
 namespace {
@@ -104,7 +106,7 @@ KvrStatus part(const C* src, T* dst, int len) {
 template <class T, class C>
 KvrStatus split(const C* src, T* dstRe, T* dstIm, int len) {
   KVRS_CHECK(pointers(src, dstRe, dstIm), length(len));
-  return mapElements(BothParts(), Planes<T>{dstRe, dstIm}, static_cast<size_t>(len), src);
+  return mapToTwo(BothParts(), dstRe, dstIm, static_cast<size_t>(len), src);
 }
 
 template <class T, class C>
@@ -127,8 +129,8 @@ template <class C>
 KvrStatus conjFlip(const C* src, C* dst, int len) {
   KVRS_CHECK(pointers(src, dst), length(len));
   using Word = typename WordOf<C>::Type;
-  return mapElements(ConjugateWords<LaneOf<C>>(), reinterpret_cast<Word*>(dst), static_cast<size_t>(len),
-                     Backward<Word>{reinterpret_cast<const Word*>(src) + len});
+  return mapReversed<ConjugateWords<LaneOf<C>>>(reinterpret_cast<const Word*>(src),
+                                                reinterpret_cast<Word*>(dst), static_cast<size_t>(len));
 }
 
 }  // namespace
