@@ -7,6 +7,7 @@
 
 #include <type_traits>
 
+#include "frame/first.h"
 #include "frame/interleave.h"
 #include "frame/simd.h"
 
@@ -18,8 +19,7 @@ struct Complex {
 };
 
 // Element<T>::Lane is the type of one lane and kSpan how many lanes of a vector an element takes. loadFirst() and
-// storeFirst(), which not all elements have, touch only the first elements of a block, at most all of them; its other
-// lanes are read as 0.
+// storeFirst() touch only the first elements of a block, fewer than all of them; its other lanes are read as 0.
 template <class T>
 struct Element {
   using Lane = T;
@@ -35,11 +35,11 @@ struct Element {
   }
   template <class Dt>
   static KVRS_INLINE hn::Vec<Dt> loadFirst(size_t count, Dt d, const T* p) {
-    return hn::MaskedLoad(firstLanes(d, count), d, p);
+    return kvrs::loadFirst(d, p, count);
   }
   template <class Dt>
   static KVRS_INLINE void storeFirst(size_t count, hn::Vec<Dt> v, Dt d, T* p) {
-    hn::BlendedStore(v, firstLanes(d, count), d, p);
+    kvrs::storeFirst(v, d, p, count);
   }
 };
 
@@ -65,17 +65,12 @@ struct ComplexElement {
   }
   template <class Dt>
   static KVRS_INLINE Complex<hn::Vec<Dt>> loadFirst(size_t count, Dt d, const T* p) {
-    constexpr size_t N = hn::MaxLanes(Dt());
-    const auto lower = hn::MaskedLoad(firstLanes(d, 2 * count < N ? 2 * count : N), d, &p->re);
-    const auto upper = hn::MaskedLoad(firstLanes(d, 2 * count < N ? 0 : 2 * count - N), d, &p->re + N);
-    return parts(d, lower, upper);
+    const auto both = loadFirstOfTwo(d, &p->re, 2 * count);
+    return parts(d, both.first, both.second);
   }
   template <class Dt>
   static KVRS_INLINE void storeFirst(size_t count, Complex<hn::Vec<Dt>> v, Dt d, T* p) {
-    constexpr size_t N = hn::MaxLanes(Dt());
-    const auto both = interleaved(d, v.re, v.im);
-    hn::BlendedStore(both.first, firstLanes(d, 2 * count < N ? 2 * count : N), d, &p->re);
-    hn::BlendedStore(both.second, firstLanes(d, 2 * count < N ? 0 : 2 * count - N), d, &p->re + N);
+    storeFirstOfTwo(interleaved(d, v.re, v.im), d, &p->re, 2 * count);
   }
 
  private:
@@ -123,11 +118,11 @@ struct Element<Pair<Part>> {
   }
   template <class Dt>
   static KVRS_INLINE hn::Vec<Dt> loadFirst(size_t count, Dt d, const Pair<Part>* p) {
-    return hn::MaskedLoad(firstLanes(d, 2 * count), d, &p->re);
+    return kvrs::loadFirst(d, &p->re, 2 * count);
   }
   template <class Dt>
   static KVRS_INLINE void storeFirst(size_t count, hn::Vec<Dt> v, Dt d, Pair<Part>* p) {
-    hn::BlendedStore(v, firstLanes(d, 2 * count), d, &p->re);
+    kvrs::storeFirst(v, d, &p->re, 2 * count);
   }
 };
 
@@ -173,17 +168,20 @@ struct Element<Wide<T>> {
     hn::StoreU(v.first, Full(), &p->value);
     hn::StoreU(v.second, Full(), &p[kLanes<T>].value);
   }
+  template <class Dt>
+  static KVRS_INLINE hn::Vec<Dt> loadFirst(size_t count, Dt d, const Wide<T>* p) {
+    return kvrs::loadFirst(d, &p->value, count);
+  }
+  template <class Dt>
+  static KVRS_INLINE void storeFirst(size_t count, hn::Vec<Dt> v, Dt d, Wide<T>* p) {
+    kvrs::storeFirst(v, d, &p->value, count);
+  }
   static KVRS_INLINE Both<hn::Vec<Full>> loadFirst(size_t count, TwoVectors<T>, const Wide<T>* p) {
-    return {hn::MaskedLoad(firstLanes(Full(), count), Full(), &p->value),
-            hn::MaskedLoad(firstLanes(Full(), behindFirst(count)), Full(), &p[kLanes<T>].value)};
+    return loadFirstOfTwo(Full(), &p->value, count);
   }
   static KVRS_INLINE void storeFirst(size_t count, Both<hn::Vec<Full>> v, TwoVectors<T>, Wide<T>* p) {
-    hn::BlendedStore(v.first, firstLanes(Full(), count), Full(), &p->value);
-    hn::BlendedStore(v.second, firstLanes(Full(), behindFirst(count)), Full(), &p[kLanes<T>].value);
+    storeFirstOfTwo(v, Full(), &p->value, count);
   }
-
- private:
-  static constexpr size_t behindFirst(size_t count) { return count > kLanes<T> ? count - kLanes<T> : 0; }
 };
 
 // Bytes of a block's vector that an element takes.

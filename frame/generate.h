@@ -13,9 +13,6 @@
 #ifndef KVRS_FRAME_GENERATE_H
 #define KVRS_FRAME_GENERATE_H
 
-#include <cstring>
-
-#include "frame/element.h"
 #include "frame/loop.h"
 
 namespace kvrs {
@@ -37,27 +34,14 @@ KVRS_INLINE void generate(const Op& op, D* dst, size_t len, Make&& make) {
   }
 }
 
-// The first elements of a block, 1 to N of them.
-template <size_t N, class D, class V>
-KVRS_INLINE void storePart(size_t count, V v, D* dst) {
-  const ElementLanes<D, N> d;
-  if constexpr (loop_detail::Masks<D, N>) {
-    Element<D>::storeFirst(count, v, d, dst);
-  } else {
-    alignas(kVectorBytes) D block[N];
-    Element<D>::store(v, d, block);
-    memcpy(static_cast<void*>(dst), block, count * sizeof(D));
-  }
-}
-
 // dst[i] for i in [0, len) in blocks of N elements: next(d), with a tag of a block's lanes, is the next block. Of the last
 // one as many elements are stored as there is room for.
 template <size_t N, class D, class Next>
 KVRS_INLINE void generateBlocks(D* dst, size_t len, Next&& next) {
   const ElementLanes<D, N> d;
-  size_t i = 0;
-  for (; len - i >= N; i += N) Element<D>::store(next(d), d, dst + i);
-  if (i < len) storePart<N>(len - i, next(d), dst + i);
+  Cursor<D> at{dst};
+  for (; len >= N; len -= N, at.move(N)) at.template store<N>(next(d), 0);
+  if (len > 0) at.template storeFirst<N>(next(d), static_cast<ptrdiff_t>(len));
 }
 
 }  // namespace kvrs

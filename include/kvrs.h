@@ -45,5 +45,8 @@
 #include "kvrs/spectrum.h"
 
 #include "kvrs/fir.h"
+#include "kvrs/iir.h"
+#include "kvrs/iir_gen.h"
+#include "kvrs/sparse.h"
 
 #endif

@@ -16,7 +16,6 @@
 #include "frame/check.h"
 #include "frame/halves.h"
 #include "frame/loop.h"
-#include "frame/loop_two.h"
 #include "frame/packed24.h"
 #include "frame/rounding.h"
 #include "frame/to_integer.h"
@@ -169,7 +168,7 @@ void joinTwo(const Kvr32f* const* src, size_t chanLen, Kvr16s* dst) {
 
 template <class Op>
 void splitTwo(const Kvr16s* src, Kvr32f* const* dst, size_t chanLen) {
-  mapToTwo(SplitWords<Op>(), dst[0], dst[1], chanLen, asPairs<Kvr16s>(src));
+  mapElements(SplitWords<Op>(), Planes<Kvr32f>{dst[0], dst[1]}, chanLen, asPairs<Kvr16s>(src));
 }
 
 // Two channels of 24 bits: through a tile of 32-bit numbers that stays in the nearest cache.
@@ -211,7 +210,7 @@ void splitTwo(const Packed24s* src, Kvr32f* const* dst, size_t chanLen) {
   alignas(64) Kvr32fc tile[kTileFrames];
   forTiles(chanLen, [&](size_t i, size_t frames) {
     mapElements(SplitOne<Op>(), &tile->re, 2 * frames, src + 2 * i);
-    mapToTwo(Deinterleave(), dst[0] + i, dst[1] + i, frames, tile);
+    mapElements(Deinterleave(), Planes<Kvr32f>{dst[0] + i, dst[1] + i}, frames, tile);
   });
 }
 

@@ -6,8 +6,6 @@
 
 #include "frame/check.h"
 #include "frame/loop.h"
-#include "frame/loop_reversed.h"
-#include "frame/loop_two.h"
 
 namespace kvrs {
 namespace {
@@ -106,7 +104,7 @@ KvrStatus part(const C* src, T* dst, int len) {
 template <class T, class C>
 KvrStatus split(const C* src, T* dstRe, T* dstIm, int len) {
   KVRS_CHECK(pointers(src, dstRe, dstIm), length(len));
-  return mapToTwo(BothParts(), dstRe, dstIm, static_cast<size_t>(len), src);
+  return mapElements(BothParts(), Planes<T>{dstRe, dstIm}, static_cast<size_t>(len), src);
 }
 
 template <class T, class C>
@@ -129,8 +127,8 @@ template <class C>
 KvrStatus conjFlip(const C* src, C* dst, int len) {
   KVRS_CHECK(pointers(src, dst), length(len));
   using Word = typename WordOf<C>::Type;
-  return mapReversed<ConjugateWords<LaneOf<C>>>(reinterpret_cast<const Word*>(src),
-                                                reinterpret_cast<Word*>(dst), static_cast<size_t>(len));
+  return mapElements(ConjugateWords<LaneOf<C>>(), reinterpret_cast<Word*>(dst), static_cast<size_t>(len),
+                     Backward<Word>{reinterpret_cast<const Word*>(src) + len});
 }
 
 }  // namespace

@@ -20,10 +20,10 @@
 #include <type_traits>
 
 #include "frame/check.h"
+#include "frame/loop.h"
 #include "frame/rounding.h"
 #include "frame/simd.h"
 #include "frame/threads.h"
-#include "frame/wide_loop.h"
 
 namespace kvrs {
 
@@ -36,7 +36,7 @@ enum class QuotientRounding {
 // The least scale factor at which single precision serves 16-bit operands.
 inline constexpr int kSingleFrom = -5;
 
-// 2^e, for |e| < 1023.
+// 2^e, for |e| < 127.
 inline double powerOfTwo(int e) {
   return std::bit_cast<double>(static_cast<uint64_t>(1023 + e) << 52);
 }
@@ -202,7 +202,7 @@ KvrStatus divideVectors(const Division& rule, const Op& op, D* dst, int len, con
   const bool met =
       runSliced(static_cast<size_t>(len), rule.threadedFrom * kThreadedLengthFactor, rule.threads,
                 [=](size_t begin, size_t count) {
-                  return mapWide<Work>(op, dst + begin, count, (src + begin)...).metZeroDivisor();
+                  return mapKeeping<Work>(op, dst + begin, count, (src + begin)...).metZeroDivisor();
                 });
   return met ? kvrStatusDivByZeroWarn : kvrStatusOk;
 }

@@ -80,7 +80,8 @@ KVRS_INLINE void fillShort(const Op& op, Word* dst, size_t len) {
   if constexpr (kMaskRegisters) return fillVectors<kVectorBytes>(op, dst, len);
   constexpr size_t N = 16 / sizeof(Word);
   if (len >= N) return fillVectors<16>(op, dst, len);
-  if constexpr (N > 1) loop_detail::shortMap<N / 2>(op, dst, static_cast<ptrdiff_t>(len));
+  const ElementLanes<Word, N> d;
+  if constexpr (N > 1) Element<Word>::storeFirst(len, op(d), d, dst);
 }
 
 // Fills under a mask; false if there is none or the vector does not fit one.

@@ -1,13 +1,12 @@
 // Order of elements. What is moved are the elements' bits, one kernel for each width.
 // SPDX-License-Identifier: MIT
 #include "frame/check.h"
-#include "frame/loop_reversed.h"
+#include "frame/loop.h"
 #include "kvrs/reorder.h"
+#include "vector/copy.h"
 
 namespace kvrs {
 namespace {
-
-using namespace loop_detail;
 
 // Elements of Word's width.
 template <class Word, class T>
@@ -16,27 +15,30 @@ KvrStatus flip(const T* src, T* dst, int len) {
   KVRS_CHECK(pointers(src, dst), length(len));
   const auto from = reinterpret_cast<const Word*>(src);
   const auto to = reinterpret_cast<Word*>(dst);
-  return mapReversed<Unchanged>(from, to, static_cast<size_t>(len));
+  return mapElements(Same(), to, static_cast<size_t>(len), Backward<Word>{from + len});
 }
 
+// From both ends to the middle, where the last blocks lie over each other.
 template <class Word, class T>
 KvrStatus flipInPlace(T* srcDst, int len) {
   static_assert(sizeof(Word) == sizeof(T));
   KVRS_CHECK(pointers(srcDst), length(len));
-  if (!fitsAddress(static_cast<size_t>(len), sizeof(T))) return kvrStatusBadLength;
-  constexpr ptrdiff_t N = kBlock<Word>;
-  const ElementLanes<Word, N> d;
-  Word* front = reinterpret_cast<Word*>(srcDst);
+  if (!loop_detail::fitsAddress(static_cast<size_t>(len), sizeof(T))) return kvrStatusBadLength;
+  constexpr ptrdiff_t N = loop_detail::kBlock<Word>;
+  Cursor<Word> front{reinterpret_cast<Word*>(srcDst)};
+  Downward<Word> back{front.p + len};
   ptrdiff_t left = len;
-  for (; left > 2 * N; left -= 2 * N) {
-    Word* const back = front + (left - N);
-    const auto a = reversedBlock<Unchanged, Word, N>(front);
-    const auto b = reversedBlock<Unchanged, Word, N>(back);
-    Element<Word>::store(b, d, front);
-    Element<Word>::store(a, d, back);
-    front += N;
+  for (; left >= N; left -= 2 * N) {
+    const auto first = Backward<Word>{front.p + N}.template load<N>(0);
+    front.template store<N>(Backward<Word>{back.end}.template load<N>(0), 0);
+    back.template store<N>(first, 0);
+    front.move(N);
+    back.move(N);
   }
-  shortReversed<Unchanged, Word, N>(front, front, left);
+  if (left > 0) {
+    const auto last = Backward<Word>{back.end}.template loadFirst<N>(left);
+    front.template storeFirst<N>(last, left);
+  }
   return kvrStatusOk;
 }
 

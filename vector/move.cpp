@@ -1,7 +1,7 @@
 // Copies between vectors that may overlap. Names of one width of elements share a symbol, see frame/aliases.def.
 //
-// The element loop goes upward and reads each block before it writes it: that is right wherever dst lies below src, or
-// at least len elements above it. What remains is moved downward here.
+// The element loop reads each block before it writes it: upward that is right wherever dst lies below src, or at least
+// len elements above it. What remains is moved downward.
 // SPDX-License-Identifier: MIT
 #include "frame/check.h"
 #include "kvrs/fill.h"
@@ -10,34 +10,8 @@
 namespace kvrs {
 namespace {
 
-// From so many bytes on the C library moves downward as well as moveDown does; below, half as fast.
+// From so many bytes on the C library moves downward as well as the element loop does; below, half as fast.
 constexpr size_t kLibraryBytesDown = kVectorBytes > 16 ? size_t{1} << 19 : kLibraryBytes;
-
-// At least a block.
-template <class Word>
-[[gnu::noinline]] KvrStatus moveDown(const Word* src, Word* dst, ptrdiff_t len) {
-  using namespace loop_detail;
-  constexpr ptrdiff_t N = kBlock<Word>;
-  const ElementLanes<Word, N> d;
-  const auto copyBlock = [&](ptrdiff_t i) {
-    Element<Word>::store(Element<Word>::load(d, src + i), d, dst + i);
-  };
-  const ptrdiff_t end = len - N;
-  const auto first = Element<Word>::load(d, src);
-  const auto last = Element<Word>::load(d, src + end);
-  const ptrdiff_t overhang = (reinterpret_cast<uintptr_t>(dst + end) & (N * sizeof(Word) - 1)) / sizeof(Word);
-  ptrdiff_t i = end - (overhang != 0 ? overhang : N);
-  for (; i > 3 * N; i -= 4 * N) {
-    copyBlock(i);
-    copyBlock(i - N);
-    copyBlock(i - 2 * N);
-    copyBlock(i - 3 * N);
-  }
-  for (; i > 0; i -= N) copyBlock(i);
-  Element<Word>::store(first, d, dst);
-  Element<Word>::store(last, d, dst + end);
-  return kvrStatusOk;
-}
 
 template <class Word>
 [[gnu::noinline]] KvrStatus moveLong(const Word* src, Word* dst, size_t len) {
@@ -63,7 +37,7 @@ KvrStatus moveVector(const T* src, T* dst, int len) {
   const bool downward = above < n * sizeof(Word);
   if (n >= (downward ? kLibraryBytesDown : kLibraryBytes) / sizeof(Word)) return moveLong(from, to, n);
   if (!downward) return mapElements(Same(), to, n, from);
-  return moveDown(from, to, static_cast<ptrdiff_t>(n));
+  return mapElements(Same(), Downward<Word>{to + n}, n, Downward<const Word>{from + n});
 }
 
 }  // namespace

@@ -8,7 +8,6 @@
 #include "frame/complex.h"
 #include "frame/loop.h"
 #include "frame/rounding.h"
-#include "frame/wide_loop.h"
 #include "kvrs/unary.h"
 
 namespace kvrs {
@@ -96,21 +95,21 @@ using namespace kvrs;
 KvrStatus kvrsNormalize_16s_Sfs(const Kvr16s* src, Kvr16s* dst, int len, Kvr16s vSub, int vDiv,
                                 int scaleFactor) noexcept {
   KVRS_CHECK(pointers(src, dst), length(len), divisor(vDiv == 0));
-  underRounding(Rounding::nearest, [=] {
+  return underRounding(Rounding::nearest, [=] {
     const NormalizeInteger op{sevenBitScale(scaleFactor), static_cast<float>(vDiv)};
-    mapWide<float>(NormalizeReal16{op, static_cast<float>(vSub)}, dst, static_cast<size_t>(len), src);
+    return mapInLanesOf<float>(NormalizeReal16{op, static_cast<float>(vSub)}, dst, static_cast<size_t>(len),
+                               src);
   });
-  return kvrStatusOk;
 }
 KvrStatus kvrsNormalize_16sc_Sfs(const Kvr16sc* src, Kvr16sc* dst, int len, Kvr16sc vSub, int vDiv,
                                  int scaleFactor) noexcept {
   KVRS_CHECK(pointers(src, dst), length(len), divisor(vDiv == 0));
-  underRounding(Rounding::nearest, [=] {
+  return underRounding(Rounding::nearest, [=] {
     const NormalizeInteger op{sevenBitScale(scaleFactor), static_cast<float>(vDiv)};
-    mapWide<float>(NormalizeComplex16{op, static_cast<float>(vSub.re), static_cast<float>(vSub.im)}, dst,
-                   static_cast<size_t>(len), src);
+    return mapInLanesOf<float>(
+        NormalizeComplex16{op, static_cast<float>(vSub.re), static_cast<float>(vSub.im)}, dst,
+        static_cast<size_t>(len), src);
   });
-  return kvrStatusOk;
 }
 KvrStatus kvrsNormalize_32f(const Kvr32f* src, Kvr32f* dst, int len, Kvr32f vSub, Kvr32f vDiv) noexcept {
   return normalize(src, dst, len, vSub, vDiv);

@@ -8,7 +8,6 @@
 #include "frame/rounding.h"
 #include "frame/scale.h"
 #include "frame/to_integer.h"
-#include "frame/wide_loop.h"
 #include "kvrs/polar.h"
 
 namespace kvrs {
@@ -96,13 +95,10 @@ constexpr int kEnough = 100;
 template <class D, class... S>
 KvrStatus scaledPhase(D* dst, int len, int scaleFactor, int signBelow, const S*... src) {
   KVRS_CHECK(pointers(src..., dst), length(len));
-  if (!loop_detail::fitsAddress(static_cast<size_t>(len), loop_detail::widest(sizeof(D), sizeof(S)...))) {
-    return kvrStatusBadLength;
-  }
   const int exponent = scaleFactor < signBelow ? kEnough : scaleFactor > kEnough ? -kEnough : -scaleFactor;
   const ScaledPhase op{powerOfTwo<double>(exponent)};
-  underRounding(Rounding::nearest, [=] { mapWide<double>(op, dst, static_cast<size_t>(len), src...); });
-  return kvrStatusOk;
+  return underRounding(Rounding::nearest,
+                       [=] { return mapInLanesOf<double>(op, dst, static_cast<size_t>(len), src...); });
 }
 
 }  // namespace

@@ -3,13 +3,12 @@
 #include <limits>
 
 #include "frame/check.h"
-#include "frame/loop_two.h"
+#include "frame/loop.h"
 #include "frame/rounding.h"
 #include "frame/scale.h"
 #include "frame/sincos.h"
 #include "frame/to_integer.h"
 #include "frame/unroll.h"
-#include "frame/wide_loop.h"
 #include "kvrs/polar.h"
 
 namespace kvrs {
@@ -138,18 +137,16 @@ template <class Op, class T>
 KvrStatus cartesianPlanes(Op op, const T* srcMag, const T* srcPhase, T* dstRe, T* dstIm, int len) {
   KVRS_CHECK(pointers(srcMag, srcPhase, dstRe, dstIm), length(len));
   return underRounding(Rounding::nearest, [=] {
-    return mapToTwo(op, dstRe, dstIm, static_cast<size_t>(len), srcMag, srcPhase);
+    return mapElements(op, Planes<T>{dstRe, dstIm}, static_cast<size_t>(len), srcMag, srcPhase);
   });
 }
 
-// In a 32-bit process a vector may be longer than the address space.
 template <SinCosFor use, class T, class C>
 KvrStatus scaledCartesian(ScaledCartesian<use> op, const T* srcMag, const T* srcPhase, C* dst, int len) {
   KVRS_CHECK(pointers(srcMag, srcPhase, dst), length(len));
-  if (!loop_detail::fitsAddress(static_cast<size_t>(len), sizeof *dst)) return kvrStatusBadLength;
-  underRounding(Rounding::nearest,
-                [=] { mapWide<double>(op, dst, static_cast<size_t>(len), srcMag, srcPhase); });
-  return kvrStatusOk;
+  return underRounding(Rounding::nearest, [=] {
+    return mapInLanesOf<double>(op, dst, static_cast<size_t>(len), srcMag, srcPhase);
+  });
 }
 
 // The farthest that a 16-bit phase may be scaled up and stay within 2^31.

@@ -61,12 +61,8 @@ KVRS_BEGIN_DECLS
  * FFT (overlap-save: Stockham, High-speed convolution and correlation, 1966) where that is faster, which
  * takes at least 64 taps and 512 samples; in place, 512 samples must remain behind the 4,096 in hand. Pieces
  * longer than 1,600 samples are shared out to the state's threads if there is enough work for them. Which of
- * this happens decides on the order of the sums, which are single precision. As they stand they are those of
- * the products alone: integers below 2^24 in magnitude come out exactly, an infinite sample or a NaN shows in
- * the tapsLen outputs that it belongs to, and the error of an output is in proportion to its own products.
- * By FFT the error is in proportion to the largest sample of the block, and an infinite sample or a NaN makes
- * NaN of the whole block. A block is N samples, N being the power of two in (2*tapsLen, 4*tapsLen], of which the
- * last N-tapsLen+1 get their outputs in it.
+ * this happens decides on no more than rounding: sums are single precision, in an order of their own. Sums of
+ * integers below 2^24 in magnitude are exact unless they run by FFT.
  *
  * Errors, in the order tested: ::kvrStatusNullPointer, ::kvrStatusBadLength for `len` below 1,
  * ::kvrStatusContextMismatch.

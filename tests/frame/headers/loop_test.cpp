@@ -1,12 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "frame/loop.h"
 
-#include <type_traits>
 #include <vector>
 
-#include "frame/loop_two.h"
-
-#include "tests/support/large.h"
+#include "tests/support/arena.h"
 #include "tests/support/sweep.h"
 
 using namespace kvrs;
@@ -64,6 +61,20 @@ struct SwapPartsOp {
   KVRS_INLINE V operator()(D d, V a) const {
     static_assert(hn::MaxLanes(D()) % 2 == 0);
     return hn::Reverse2(d, a);
+  }
+};
+
+struct AddOneOp {
+  template <class D, class V>
+  KVRS_INLINE V operator()(D d, V a) const {
+    return hn::Add(a, hn::Set(d, hn::TFromD<D>(1)));
+  }
+};
+
+struct SameOp {
+  template <class D, class V>
+  KVRS_INLINE V operator()(D, V a) const {
+    return a;
   }
 };
 
@@ -146,18 +157,7 @@ TEST(Loop, NothingToDo) {
   EXPECT_EQ(5, element);
 }
 
-// The last destination cannot be aligned to its elements.
-TEST(Loop, BeyondTheCache) {
-  for (size_t offset : {0, 4, 1}) {
-    LargeVector<Kvr32u> src, dst(offset);
-    for (int i = 0; i < src.size(); ++i) src.data()[i] = static_cast<Kvr32u>(i) * 2654435761u;
-    ASSERT_EQ(kvrStatusOk,
-              mapElements(AddOp(), dst.data(), static_cast<size_t>(dst.size()),
-                          static_cast<const Kvr32u*>(src.data()), static_cast<const Kvr32u*>(src.data())));
-    dst.expect([](size_t i) { return static_cast<Kvr32u>(i) * 2654435761u * 2; });
-  }
-}
-
+// Two planes, of which a source may be one.
 struct PartsOp {
   template <class D, class V>
   KVRS_INLINE Complex<V> operator()(D, Complex<V> z) const {
@@ -165,23 +165,113 @@ struct PartsOp {
   }
 };
 
-// From the length on that is far, with one element before and behind each destination that must stay.
-TEST(Loop, TwoResultsBeyondTheCache) {
-  const size_t far = loop_detail::kFarBytes / loop_detail::kBytesPerElement<Kvr32f, Kvr32f, Kvr32fc>;
-  for (size_t len : {far - 1, far, far + 1, far + 37}) {
-    std::vector<Kvr32fc> src(len);
-    for (size_t i = 0; i < len; ++i) src[i] = {static_cast<Kvr32f>(i), -static_cast<Kvr32f>(i)};
-    std::vector<Kvr32f> re(len + 2, 0.5f), im(len + 2, 0.5f);
-    ASSERT_EQ(kvrStatusOk, mapToTwo(PartsOp(), re.data() + 1, im.data() + 1, len,
-                                    static_cast<const Kvr32fc*>(src.data())));
-    for (size_t i = 0; i < len; ++i) {
-      ASSERT_EQ(static_cast<Kvr32f>(i), re[i + 1]) << len;
-      ASSERT_EQ(-static_cast<Kvr32f>(i), im[i + 1]) << len;
+TEST(Loop, TwoResults) {
+  for (int len : sweepLengths({4 * 64, 16 * 64, 64 * 64})) {
+    for (size_t offset : {0, 4, 36}) {
+      const size_t n = static_cast<size_t>(len);
+      std::vector<Kvr32fc> src(n);
+      for (size_t i = 0; i < n; ++i) src[i] = {static_cast<Kvr32f>(i), -static_cast<Kvr32f>(i)};
+      Arena reArena(n * sizeof(Kvr32f)), imArena(n * sizeof(Kvr32f));
+      Kvr32f* const re = reArena.place<Kvr32f>(n, Side::back, offset);
+      Kvr32f* const im = imArena.place<Kvr32f>(n, Side::front, offset);
+      ASSERT_EQ(kvrStatusOk, mapElements(PartsOp(), Planes<Kvr32f>{re, im}, n, src.data()));
+      for (size_t i = 0; i < n; ++i) {
+        ASSERT_EQ(static_cast<Kvr32f>(i), re[i]) << len;
+        ASSERT_EQ(-static_cast<Kvr32f>(i), im[i]) << len;
+      }
+      EXPECT_TRUE(reArena.intact());
+      EXPECT_TRUE(imArena.intact());
     }
-    for (size_t i : {size_t{0}, len + 1}) {
-      EXPECT_EQ(0.5f, re[i]);
-      EXPECT_EQ(0.5f, im[i]);
+  }
+}
+
+TEST(Loop, Downward) {
+  sweepMap<Kvr16u, Kvr16u>(
+      [](const Kvr16u* src, Kvr16u* dst, int len) {
+        return mapElements(AddOneOp(), Downward<Kvr16u>{dst + len}, static_cast<size_t>(len),
+                           Downward<const Kvr16u>{src + len});
+      },
+      [](Kvr16u a) { return static_cast<Kvr16u>(a + 1); }, lengths());
+  // A destination above its source, over which it lies.
+  for (int len : sweepLengths({64 * 64})) {
+    for (int above : {1, 3, 16, 33}) {
+      std::vector<Kvr8u> data(static_cast<size_t>(len + above)), want = data;
+      for (int i = 0; i < len; ++i) data[i] = static_cast<Kvr8u>(i * 7);
+      for (int i = 0; i < len; ++i) want[i + above] = static_cast<Kvr8u>(i * 7 + 1);
+      Kvr8u* const end = data.data() + len;
+      mapElements(AddOneOp(), Downward<Kvr8u>{end + above}, static_cast<size_t>(len),
+                  Downward<const Kvr8u>{end});
+      for (int i = above; i < len + above; ++i)
+        ASSERT_EQ(want[i], data[i]) << len << " " << above << " " << i;
     }
+  }
+}
+
+template <class T>
+void checkBackward() {
+  for (int len : sweepLengths({4 * 64, 64 * 64})) {
+    const size_t n = static_cast<size_t>(len);
+    Arena from(n * sizeof(T)), to(n * sizeof(T));
+    T* const src = from.place<T>(n, len % 2 ? Side::front : Side::back, 0);
+    T* const dst = to.place<T>(n, len % 2 ? Side::back : Side::front, 0);
+    for (size_t i = 0; i < n * sizeof(T); ++i)
+      reinterpret_cast<Kvr8u*>(src)[i] = static_cast<Kvr8u>(i * 11 + i / 256);
+    ASSERT_EQ(kvrStatusOk, mapElements(SameOp(), dst, n, Backward<T>{src + n}));
+    for (size_t i = 0; i < n; ++i)
+      ASSERT_EQ(0, memcmp(src + i, dst + (n - 1 - i), sizeof(T))) << len << " " << i;
+    ASSERT_TRUE(to.intact());
+  }
+}
+
+TEST(Loop, Backward) {
+  checkBackward<Kvr8u>();
+  checkBackward<Kvr16u>();
+  checkBackward<Kvr32u>();
+  checkBackward<Kvr64u>();
+  checkBackward<Pair<Kvr64u>>();
+}
+
+TEST(Loop, Counter) {
+  for (int len : sweepLengths({16 * 64})) {
+    std::vector<Kvr32s> ints(static_cast<size_t>(len) + 1, -1);
+    std::vector<Kvr64f> floats(static_cast<size_t>(len) + 1, -1);
+    const size_t n = static_cast<size_t>(len);
+    ASSERT_EQ(kvrStatusOk, mapElements(SameOp(), ints.data(), n, Counter<Kvr32s>{5}));
+    ASSERT_EQ(kvrStatusOk, mapElements(SameOp(), floats.data(), n, Counter<Kvr64f>{0.5}));
+    for (int i = 0; i < len; ++i) {
+      ASSERT_EQ(5 + i, ints[i]) << len;
+      ASSERT_EQ(0.5 + i, floats[i]) << len;
+    }
+    EXPECT_EQ(-1, ints[n]);
+    EXPECT_EQ(-1, floats[n]);
+  }
+}
+
+// Each element once and in order, and lanes without an element as copies of one: sums of blocks, as they come.
+struct SumOp {
+  double sum = 0;
+  int lanes = 0;
+  bool foreign = false;
+
+  template <class D, class V>
+  KVRS_INLINE V operator()(D d, V a) {
+    const hn::Rebind<double, D> wide;
+    sum += hn::GetLane(hn::SumOfLanes(wide, hn::PromoteTo(wide, a)));
+    lanes += static_cast<int>(hn::MaxLanes(D()));
+    foreign |= !hn::AllFalse(d, hn::Eq(a, hn::Zero(d)));
+    return hn::Add(a, a);
+  }
+};
+
+TEST(Loop, KeepsSomethingFromBlockToBlock) {
+  for (int len : sweepLengths()) {
+    std::vector<Kvr32f> data(static_cast<size_t>(len), 3);
+    const SumOp op = mapKeeping<double>(SumOp(), data.data(), data.size(), data.data());
+    // The lanes without an element are counted as the first of their block, which is 3 too.
+    EXPECT_EQ(3.0 * op.lanes, op.sum);
+    EXPECT_LT(op.lanes - len, static_cast<int>(kLanes<double>));
+    EXPECT_FALSE(op.foreign) << len;
+    for (Kvr32f x : data) ASSERT_EQ(6, x) << len;
   }
 }
 
@@ -199,24 +289,27 @@ TEST(Loop, MoreBytesThanAnAddressCounts) {
 // How often, and with how many lanes, the functor runs.
 struct CountingOp {
   int* calls;
-  size_t* mostLanes;
   template <class D, class V>
   KVRS_INLINE V operator()(D, V a) const {
+    static_assert(hn::MaxLanes(D()) == kLanes<Kvr32u>, "full vectors only");
     ++*calls;
-    *mostLanes = std::max(*mostLanes, hn::MaxLanes(D()));
     return a;
   }
 };
+struct HeavyCountingOp : CountingOp {
+  static constexpr bool kIsHeavy = true;
+};
 
-TEST(Loop, FewCallsOfFullVectors) {
+TEST(Loop, FewCalls) {
   constexpr size_t N = kLanes<Kvr32u>;
-  alignas(64) Kvr32u data[64 * N] = {};
-  for (size_t len : {N, 2 * N, 4 * N, 5 * N, 32 * N, 33 * N + 1}) {
+  alignas(64) Kvr32u data[128 * N] = {};
+  for (size_t len : {size_t{1}, N - 1, N, 2 * N, 4 * N, 5 * N, 32 * N, 33 * N + 1, 100 * N}) {
     int calls = 0;
-    size_t mostLanes = 0;
-    mapElements(CountingOp{&calls, &mostLanes}, data, len, static_cast<const Kvr32u*>(data));
-    EXPECT_EQ(N, mostLanes);
-    EXPECT_LE(calls, static_cast<int>((len + N - 1) / N) + 1) << len;
+    mapElements(CountingOp{&calls}, data, len, data);
+    EXPECT_EQ(static_cast<int>((len + N - 1) / N), calls) << len;
+    calls = 0;
+    mapElements(HeavyCountingOp{{&calls}}, data, len, data);
+    EXPECT_EQ(static_cast<int>((len + N - 1) / N), calls) << len;
   }
 }
 

@@ -1,0 +1,425 @@
+// The engines of recursive filters, for the sources that instantiate them.
+//
+// A recursion is as slow as the additions that each output needs of the one before. Look-ahead lets a whole block of
+// outputs depend on the block before instead (Parhi, Messerschmitt, 1989): with g the impulse response of 1 / A(z) and h
+// that of the section, M outputs are M columns of one product,
+//
+//   (y[n], y[n+1], y[n+2], ...) = x[n]   (h0, h1, h2, ...)       + x[n-1] (b1 g0, b1 g1 + b2 g0, b1 g2 + b2 g1, ...)
+//                               + x[n+1] ( 0, h0, h1, ...)       + x[n-2] (b2 g0, b2 g1, b2 g2, ...)
+//                               + x[n+2] ( 0,  0, h0, ...) + ... + y[n-1] (g1, g2, g3, ...) + y[n-2] (c2 g0, c2 g1, ...)
+//
+// in which all terms but the last two are known long before. Complex numbers lie in vectors as pairs. A product with a
+// complex number x is one with x.re and another with x.im that is turned by a quarter at the end, for a whole sum at once.
+// SPDX-License-Identifier: MIT
+#ifndef KVRS_FILTERS_IIR_ENGINE_INL_H
+#define KVRS_FILTERS_IIR_ENGINE_INL_H
+
+#include "filters/iir_engine.h"
+#include "frame/complex.h"
+#include "frame/unroll.h"
+
+namespace kvrs::iir {
+
+template <class W>
+using Tag = Lanes<Part<W>, kLanes<Part<W>>>;
+template <class W>
+using Vec = hn::Vec<Tag<W>>;
+
+// Numbers in a vector.
+template <class W>
+inline constexpr size_t kWide = kVectorBytes / sizeof(W);
+
+template <class W>
+KVRS_INLINE Vec<W> loadVector(const W* from) {
+  return hn::LoadU(Tag<W>(), reinterpret_cast<const Part<W>*>(from));
+}
+template <class W>
+KVRS_INLINE void storeVector(Vec<W> v, W* to) {
+  hn::StoreU(v, Tag<W>(), reinterpret_cast<Part<W>*>(to));
+}
+
+// One number in all lanes, part by part.
+template <class W>
+struct Everywhere {
+  Vec<W> parts[kParts<W>];
+};
+
+template <class W>
+KVRS_INLINE Everywhere<W> everywhere(W x) {
+  const Tag<W> d;
+  if constexpr (kIsComplex<W>) {
+    return {{hn::Set(d, x.re), hn::Set(d, x.im)}};
+  } else {
+    return {{hn::Set(d, x)}};
+  }
+}
+template <int lane, class V>
+KVRS_INLINE V lanesOfOne(V v) {
+  if constexpr (sizeof(v.raw) == 16) {
+    return hn::Broadcast<lane>(v);
+  } else {
+    const hn::DFromV<V> d;
+    const hn::RebindToSigned<decltype(d)> di;
+    return hn::TableLookupLanes(v, hn::IndicesFromVec(d, hn::Set(di, lane)));
+  }
+}
+template <class W, int i>
+KVRS_INLINE Everywhere<W> everywhereOf(Vec<W> v) {
+  if constexpr (kIsComplex<W>) {
+    return {{lanesOfOne<2 * i>(v), lanesOfOne<2 * i + 1>(v)}};
+  } else {
+    return {{lanesOfOne<i>(v)}};
+  }
+}
+template <class W>
+KVRS_INLINE W one(Everywhere<W> x) {
+  if constexpr (kIsComplex<W>) {
+    return {hn::GetLane(x.parts[0]), hn::GetLane(x.parts[1])};
+  } else {
+    return hn::GetLane(x.parts[0]);
+  }
+}
+
+// A sum of products of rows and single numbers.
+template <class W>
+struct Sum {
+  Vec<W> parts[kParts<W>];
+
+  KVRS_INLINE void add(Vec<W> row, Everywhere<W> x) {
+    parts[0] = hn::MulAdd(x.parts[0], row, parts[0]);
+    if constexpr (kIsComplex<W>) parts[1] = hn::MulAdd(x.parts[1], row, parts[1]);
+  }
+  KVRS_INLINE void add(Vec<W> row, W x) { add(row, everywhere(x)); }
+  KVRS_INLINE void add(const Sum& other) {
+    for (size_t i = 0; i < kParts<W>; ++i) parts[i] = hn::Add(parts[i], other.parts[i]);
+  }
+  KVRS_INLINE Vec<W> total() const {
+    if constexpr (kIsComplex<W>) {
+      const Tag<W> d;
+      return subAdd(d, parts[0], swapParts(d, parts[1]));
+    } else {
+      return parts[0];
+    }
+  }
+};
+template <class W>
+KVRS_INLINE Sum<W> nothing() {
+  Sum<W> sum;
+  for (size_t i = 0; i < kParts<W>; ++i) sum.parts[i] = hn::Zero(Tag<W>());
+  return sum;
+}
+
+// response[m - shift] for m from 0 on, with zeros before the response: the rows that a block's own numbers meet. As blocks
+// may be two vectors, shifts begin below 0.
+template <class W>
+struct ShiftedRows {
+  static constexpr int kFirst = static_cast<int>(kWide<W>) - static_cast<int>(kBlock<W>);
+
+  // `response` has kBlock numbers.
+  KVRS_INLINE explicit ShiftedRows(const W* response) {
+    alignas(64) W padded[kWide<W> + kBlock<W>] = {};
+    memcpy(static_cast<void*>(padded + kWide<W>), response, kBlock<W> * sizeof(W));
+    for (int i = 0; i < static_cast<int>(kBlock<W>); ++i) {
+      rows[i] = loadVector(padded + (static_cast<int>(kWide<W>) - kFirst - i));
+    }
+  }
+  template <int shift>
+  KVRS_INLINE Vec<W> row() const {
+    return rows[shift - kFirst];
+  }
+
+  Vec<W> rows[kBlock<W>];
+};
+
+// Adds what the numbers x(i), i from 0 to kBlock - 1, do to the block.
+template <class W, class X>
+KVRS_INLINE void addOwn(const ShiftedRows<W>& rows, X x, Sum<W> (&sums)[kBlockVectors]) {
+  unroll<static_cast<int>(kBlock<W>)>([&](auto i) KVRS_UNROLLED {
+    const auto number = everywhere<W>(x(i));
+    unroll<static_cast<int>(kBlockVectors)>([&](auto v) KVRS_UNROLLED {
+      constexpr int shift = decltype(i)::value - decltype(v)::value * static_cast<int>(kWide<W>);
+      if constexpr (shift < static_cast<int>(kWide<W>)) {
+        sums[v].add(rows.template row<shift>(), number);
+      }
+    });
+  });
+}
+
+// The last inputs and outputs of a section, in the order of a df1 delay line.
+template <class W>
+struct Past {
+  W x2, x1, y2, y1;
+};
+
+// A section by look-ahead, on at least kBlock samples, with what `past` and the transposed delay line d0, d1 hand over, one
+// of which is 0. Leaves the new past.
+template <class W>
+void sectionByBlocks(const Section<W>& section, const W* table, Past<W>& past, W d0, W d1, const W* in,
+                     W* out, size_t len) {
+  constexpr size_t M = kBlock<W>, kLast = kWide<W> - 1;
+  constexpr int P = static_cast<int>(kBlockVectors);
+  const W c2 = negative(section.a2);
+  // h and the rows of the past.
+  alignas(64) W h[M];
+  Vec<W> x1Row[P], x2Row[P], y1Row[P], y2Row[P];
+  Sum<W> start[P];
+  {
+    // g from two places before its beginning on.
+    alignas(64) W g[M + 2];
+    g[0] = W{};
+    memcpy(static_cast<void*>(g + 1), table, (M + 1) * sizeof(W));
+    for (int v = 0; v < P; ++v) {
+      const W* at0 = table + 1 + static_cast<size_t>(v) * kWide<W>;
+      const Vec<W> g0 = loadVector(at0), g1 = loadVector(at0 - 1);
+      const Vec<W> g2 = loadVector(g + static_cast<size_t>(v) * kWide<W>);
+      auto sum = nothing<W>();
+      sum.add(g0, section.b2);
+      x2Row[v] = sum.total();
+      sum = nothing<W>();
+      sum.add(g0, section.b1);
+      sum.add(g1, section.b2);
+      x1Row[v] = sum.total();
+      sum = nothing<W>();
+      sum.add(g0, section.b0);
+      sum.add(g1, section.b1);
+      sum.add(g2, section.b2);
+      storeVector(sum.total(), h + static_cast<size_t>(v) * kWide<W>);
+      sum = nothing<W>();
+      sum.add(g0, c2);
+      y2Row[v] = sum.total();
+      y1Row[v] = loadVector(at0 + 1);
+      start[v] = nothing<W>();
+      start[v].add(g0, d0);
+      start[v].add(g1, d1);
+    }
+  }
+  const ShiftedRows<W> rows(h);
+  auto x2 = everywhere(past.x2), x1 = everywhere(past.x1);
+  auto y2 = everywhere(past.y2), y1 = everywhere(past.y1);
+
+  Vec<W> y[P];
+  const auto block = [&](const W* xs) KVRS_UNROLLED {
+    addOwn<W>(
+        rows, [&](int i) KVRS_UNROLLED { return at(xs, static_cast<size_t>(i)); }, start);
+    unroll<P>([&](auto v) KVRS_UNROLLED {
+      start[v].add(x2Row[v], x2);
+      start[v].add(x1Row[v], x1);
+      start[v].add(y2Row[v], y2);
+      start[v].add(y1Row[v], y1);
+      y[v] = start[v].total();
+      start[v] = nothing<W>();
+    });
+  };
+  size_t n = 0;
+  for (; n + M <= len; n += M) {
+    block(in + n);
+    x2 = everywhere(at(in, n + M - 2));
+    x1 = everywhere(at(in, n + M - 1));
+    unroll<P>([&](auto v) KVRS_UNROLLED { storeVector(y[v], out + n + v * kWide<W>); });
+    y1 = everywhereOf<W, kLast>(y[P - 1]);
+    if constexpr (kWide<W> == 1) {
+      y2 = everywhereOf<W, 0>(y[P - 2]);
+    } else {
+      y2 = everywhereOf<W, kLast - 1>(y[P - 1]);
+    }
+  }
+  past = {one(x2), one(x1), one(y2), one(y1)};
+  const size_t rest = len - n;
+  if (rest == 0) return;
+  // The last block, with zeros for the inputs that it has not.
+  alignas(64) W xs[M] = {}, ys[M];
+  memcpy(static_cast<void*>(xs), reinterpret_cast<const char*>(in) + n * sizeof(W), rest * sizeof(W));
+  block(xs);
+  unroll<P>([&](auto v) KVRS_UNROLLED { storeVector(y[v], ys + v * kWide<W>); });
+  memcpy(reinterpret_cast<char*>(out) + n * sizeof(W), static_cast<const void*>(ys), rest * sizeof(W));
+  past = {rest > 1 ? xs[rest - 2] : past.x1, xs[rest - 1], rest > 1 ? ys[rest - 2] : past.y1, ys[rest - 1]};
+}
+
+// The same sample by sample, in the stated order.
+template <class W>
+void transposedBySamples(const Section<W>& section, W& d0, W& d1, const W* in, W* out, size_t len) {
+  W s0 = d0, s1 = d1;
+  for (size_t n = 0; n < len; ++n) {
+    const W x = at(in, n), y = plus(times(section.b0, x), s0);
+    s0 = minus(plus(times(section.b1, x), s1), times(section.a1, y));
+    s1 = minus(times(section.b2, x), times(section.a2, y));
+    setAt(out, n, y);
+  }
+  d0 = s0;
+  d1 = s1;
+}
+template <class W>
+void df1BySamples(const Section<W>& section, Past<W>& past, const W* in, W* out, size_t len) {
+  Past<W> p = past;
+  for (size_t n = 0; n < len; ++n) {
+    const W x = at(in, n), inputs = plus(times(section.b1, p.x1), times(section.b2, p.x2));
+    const W y =
+        plus(minus(minus(inputs, times(section.a2, p.y2)), times(section.a1, p.y1)), times(section.b0, x));
+    p = {p.x1, x, p.y1, y};
+    setAt(out, n, y);
+  }
+  past = p;
+}
+
+template <class W>
+bool looksAhead(const W* sectionTable) {
+  return !isZero(sectionTable[1]);
+}
+
+template <class W>
+void transposedByBlocks(const Section<W>& section, const W* table, W& d0, W& d1, const W* in, W* out,
+                        size_t len) {
+  Past<W> past{};
+  sectionByBlocks(section, table, past, d0, d1, in, out, len);
+  d0 = minus(minus(plus(times(section.b1, past.x1), times(section.b2, past.x2)), times(section.a1, past.y1)),
+             times(section.a2, past.y2));
+  d1 = minus(times(section.b2, past.x1), times(section.a2, past.y1));
+}
+
+template <class W>
+void filterDf1(State<W>& state, const W* in, W* out, size_t len) {
+  auto* past = reinterpret_cast<Past<W>*>(state.dlyLine.get());
+  const W* table = state.table.get();
+  for (int i = 0; i < state.numBq; ++i, table += kSectionTable<W>, in = out) {
+    const Section<W>& section = state.sections()[i];
+    if (len >= kBlock<W> && looksAhead(table)) {
+      sectionByBlocks(section, table, past[i], W{}, W{}, in, out, len);
+    } else {
+      df1BySamples(section, past[i], in, out, len);
+    }
+  }
+}
+
+// A df1 delay line on top of the transposed one follows the last samples of each section.
+template <class W>
+void filterCascade(State<W>& state, const W* in, W* out, size_t len, Past<W>* past) {
+  const auto sections = static_cast<size_t>(state.numBq);
+  const bool isLong = state.idWord == wordOf<KvrsIIRState_32f>(Form::cascade) || len > 4 * sections;
+  const bool byBlocks = isLong && len >= kBlock<W>;
+  if (!byBlocks && sections > 1 && past == nullptr) {
+    for (size_t n = 0; n < len; ++n) setAt(out, n, filterSample(state, at(in, n)));
+    return;
+  }
+  W* d = state.dlyLine.get();
+  const W* table = state.table.get();
+  for (size_t i = 0; i < sections; ++i, d += 2, table += kSectionTable<W>, in = out) {
+    const Section<W>& section = state.sections()[i];
+    Past<W> next{};
+    if (past != nullptr) next = {len > 1 ? at(in, len - 2) : past[i].x1, at(in, len - 1), W{}, W{}};
+    if (byBlocks && looksAhead(table)) {
+      transposedByBlocks(section, table, d[0], d[1], in, out, len);
+    } else {
+      transposedBySamples(section, d[0], d[1], in, out, len);
+    }
+    if (past == nullptr) continue;
+    next.y2 = len > 1 ? at(out, len - 2) : past[i].y1;
+    next.y1 = at(out, len - 1);
+    past[i] = next;
+  }
+}
+
+// Samples that a direct form filters at a time.
+inline constexpr size_t kDirectChunk = 512;
+// What may be written behind an array: four vectors.
+template <class W>
+inline constexpr size_t kOverrun = 4 * kWide<W>;
+
+// out[i] = sum over k below n of taps[k] * x[i-k], for i below count and some beyond.
+template <class W>
+void sumProducts(const W* x, W* out, size_t count, const W* taps, size_t n) {
+  for (size_t i = 0; i < count; i += 4 * kWide<W>) {
+    Sum<W> sums[4];
+    unroll<4>([&](auto v) KVRS_UNROLLED { sums[v] = nothing<W>(); });
+    for (size_t k = 0; k < n; ++k) {
+      const auto tap = everywhere(taps[k]);
+      const W* from = x + i - k;
+      unroll<4>([&](auto v) KVRS_UNROLLED { sums[v].add(loadVector(from + v * kWide<W>), tap); });
+    }
+    unroll<4>([&](auto v) KVRS_UNROLLED { storeVector(sums[v].total(), out + i + v * kWide<W>); });
+  }
+}
+
+// y[n] = w[n] + sum over k of c[k] * y[n-k], with zeros before y[0], which has room for them.
+template <class W>
+void recursion(const W* w, W* y, size_t len, const W* table, size_t order) {
+  constexpr size_t M = kBlock<W>;
+  constexpr int P = static_cast<int>(kBlockVectors);
+  const ShiftedRows<W> rows(table);
+  for (size_t n = 0; n < len; n += M) {
+    Sum<W> sums[P], others[P];
+    unroll<P>([&](auto v) KVRS_UNROLLED { sums[v] = others[v] = nothing<W>(); });
+    addOwn<W>(
+        rows, [&](int i) KVRS_UNROLLED { return w[n + static_cast<size_t>(i)]; }, sums);
+    size_t k = order;
+    for (; k > 1; k -= 2) {
+      const auto older = everywhere(y[n - k]), newer = everywhere(y[n - k + 1]);
+      const W* row = table + k * M;
+      unroll<P>([&](auto v) KVRS_UNROLLED {
+        sums[v].add(loadVector(row + v * kWide<W>), older);
+        others[v].add(loadVector(row - M + v * kWide<W>), newer);
+      });
+    }
+    if (k == 1) {
+      const auto newest = everywhere(y[n - 1]);
+      unroll<P>([&](auto v) KVRS_UNROLLED { sums[v].add(loadVector(table + M + v * kWide<W>), newest); });
+    }
+    unroll<P>([&](auto v) KVRS_UNROLLED {
+      sums[v].add(others[v]);
+      storeVector(sums[v].total(), y + n + v * kWide<W>);
+    });
+  }
+}
+
+// With d the transposed delay line, of N numbers, on L samples:
+//
+//   w[i] = d[i] + sum of b[k] * x[i-k]          for i from 0 to L + N-1, x and d being 0 outside
+//   y[n] = w[n] + sum of c[k] * y[n-k]          for n from 0 to L-1
+//   d[i] = w[L+i] + sum of c[k] * y[L+i-k]      with y 0 from L on
+template <class W>
+void directByBlocks(State<W>& state, const W* in, W* out, size_t len) {
+  const auto order = static_cast<size_t>(state.dlyLen);
+  const W* taps = state.taps.get();
+  W* d = state.dlyLine.get();
+  constexpr size_t kRoom = kDirectChunk + kMostBlockOrder + kOverrun<W>;
+  alignas(64) W buffer[kMostBlockOrder + kRoom], w[kRoom], left[kMostBlockOrder + kOverrun<W>];
+  W* signal = buffer + order;
+  const auto silence = [=](W* from, size_t count) { memset(static_cast<void*>(from), 0, count * sizeof(W)); };
+  silence(buffer, order);
+  memcpy(static_cast<void*>(signal), in, len * sizeof(W));
+  silence(signal + len, order + kOverrun<W>);
+  sumProducts<W>(signal, w, len + order, taps, order + 1);
+  for (size_t i = 0; i < order; ++i) w[i] = plus(w[i], d[i]);
+  recursion<W>(w, signal, len, state.table.get(), order);
+  memcpy(static_cast<void*>(out), signal, len * sizeof(W));
+  silence(signal + len, order + kOverrun<W>);
+  sumProducts<W>(signal + len - 1, left, order, taps + order + 1, order);
+  for (size_t i = 0; i < order; ++i) d[i] = minus(w[len + i], left[i]);
+}
+
+template <class W>
+void filterDirect(State<W>& state, const W* in, W* out, size_t len) {
+  if (state.looksAhead == 0 || len <= 4 * static_cast<size_t>(state.dlyLen)) {
+    for (size_t n = 0; n < len; ++n) setAt(out, n, filterSample(state, at(in, n)));
+    return;
+  }
+  for (size_t begin = 0; begin < len; begin += kDirectChunk) {
+    directByBlocks(state, in + begin, out + begin, len - begin < kDirectChunk ? len - begin : kDirectChunk);
+  }
+}
+
+template <class W>
+void filterTile(State<W>& state, const W* in, W* out, size_t len) {
+  if (state.form == Form::direct) {
+    filterDirect(state, in, out, len);
+  } else if (state.form == Form::cascade) {
+    filterCascade<W>(state, in, out, len, nullptr);
+  } else if (auto* past = reinterpret_cast<Past<W>*>(state.df1DlyLine.get()); past != nullptr) {
+    filterCascade(state, in, out, len, past);
+  } else {
+    filterDf1(state, in, out, len);
+  }
+}
+
+}  // namespace kvrs::iir
+
+#endif
