@@ -1,4 +1,4 @@
-// The angle of points in the plane, for vectors of single and double precision.
+// The angle of points in the plane, and the arctangent of a number, for vectors of single and double precision.
 //
 // 1. With the coordinates' magnitudes, t = smaller / larger is in [0, 1], correctly rounded.
 // 2. atan t = t + t^3 * P(t^2), P a minimax polynomial (Remez) of 9 coefficients in single and 20 in double precision.
@@ -85,6 +85,28 @@ KVRS_INLINE V arctangent2(D d, V y, V x) {
   const V high = base(C::kHalfPi), sum = hn::Add(high, signedT);
   const V lost = hn::Sub(signedT, hn::Sub(sum, high));
   return hn::CopySignToAbs(hn::Add(sum, hn::Add(lost, low)), y);
+}
+
+// The arctangent of x. One quotient as above would cost half a unit between 1 and 2, where the angle has no more digits than
+// t: there t = (|x| - 1) / (|x| + 1) and the base is pi/4; beyond 2, t = -1 / |x|.
+template <class D, class V = hn::Vec<D>>
+KVRS_INLINE V arctangent(D d, V x) {
+  using T = hn::TFromD<D>;
+  using C = ArctangentConstants<T>;
+  const V one = hn::Set(d, T{1}), a = hn::Abs(x);
+  const auto above1 = hn::Gt(a, one), above2 = hn::Gt(a, hn::Set(d, T{2}));
+  const auto choose = [&](V beyond2, V beyond1, V otherwise) __attribute__((always_inline)) {
+    return hn::IfThenElse(above2, beyond2, hn::IfThenElse(above1, beyond1, otherwise));
+  };
+  const V t = hn::Div(choose(hn::Set(d, T{-1}), hn::Sub(a, one), a), choose(a, hn::Add(a, one), one));
+  const auto base = [&](T half) __attribute__((always_inline)) {
+    return choose(hn::Set(d, half), hn::Set(d, half / 2), hn::Zero(d));
+  };
+  const V z = hn::Mul(t, t);
+  const V low = hn::MulAdd(hn::Mul(t, z), arctangentPolynomial(d, z), base(C::kHalfPiLow));
+  const V high = base(C::kHalfPi), sum = hn::Add(high, t);
+  const V lost = hn::Sub(t, hn::Sub(sum, high));
+  return hn::CopySignToAbs(hn::Add(sum, hn::Add(lost, low)), x);
 }
 
 }  // namespace kvrs

@@ -25,18 +25,23 @@
 
 #include "kvrs/frame.h"
 
+#include "kvrs/arctan.h"
 #include "kvrs/arith_float.h"
 #include "kvrs/arith_scaled.h"
 #include "kvrs/channels.h"
+#include "kvrs/companding.h"
 #include "kvrs/complex_parts.h"
 #include "kvrs/convert.h"
 #include "kvrs/divide.h"
+#include "kvrs/exponential.h"
 #include "kvrs/fill.h"
 #include "kvrs/logic.h"
 #include "kvrs/mixed.h"
+#include "kvrs/nearest.h"
 #include "kvrs/polar.h"
 #include "kvrs/reorder.h"
 #include "kvrs/shift.h"
+#include "kvrs/threshold.h"
 #include "kvrs/unary.h"
 
 #include "kvrs/random.h"
