@@ -21,6 +21,7 @@ KVRS_BEGIN_DECLS
  * | GTAbs       | level with the sign of x where \|x\| > level                   |                                        |
  * | LTAbs       | level with the sign bit of x where \|x\| < level               |                                        |
  * | LTValGTVal  | valueLT where x < levelLT, valueGT where x > levelGT           |                                        |
+ * | LTInv       | 1 / (the larger of \|x\| and level, with the sign bit of x)    | 1 / x, or 1 / (x * (level / \|x\|)) where \|x\| < level |
  *
  * and x elsewhere. Threshold itself is GT for a `relOp` of ::kvrCmpGreater and LT for ::kvrCmpLess.
  *
@@ -29,6 +30,7 @@ KVRS_BEGIN_DECLS
  * | Threshold, GTVal, LTVal              | 16s 32f 64f      | 16sc 32fc 64fc  |
  * | GT, LT                               | 16s 32s 32f 64f  | 16sc 32fc 64fc  |
  * | GTAbs, LTAbs, LTValGTVal             | 16s 32s 32f 64f  |                 |
+ * | LTInv                                | 32f 64f          | 32fc 64fc       |
  *
  * **Real elements.** The lowest integer has a magnitude of one more than the highest: GTAbs stores -level for it. A NaN is
  * not beyond any level. LTAbs stores -level for -0.0, unless level is 0.
@@ -38,12 +40,26 @@ KVRS_BEGIN_DECLS
  * The factor level / |x| is level over the root of that sum, in single precision for 16sc, and both parts are multiplied
  * by it; 16sc parts are then rounded to nearest, ties to even. LT keeps elements whose sum is 0.
  *
- * `dst` is `src` or does not overlap it. Results are the same at any alignment and in every module, in the caller's rounding
+ * **Inverses.** Elements of zero do not occur where `level` is above 0; a complex zero counts as a positive real one. With a
+ * `level` of 0 a zero stores infinity with its sign bit, a complex zero (+infinity, 0), and the call warns. Complex inverses
+ * are computed as (re, -im) / s, with s = re^2 + im^2, or sqrt(s) * level where s is below level^2; a sum that underflows to
+ * 0 counts as zero. Divisions and roots are rounded correctly, each by itself.
+ *
+ * `dst` is `src` or does not overlap it. Inverses of long vectors are shared among threads where the core library allows more
+ * than one. Results are the same on any number of threads, at any alignment and in every module, in the caller's rounding
  * mode; 16sc is independent of it.
  *
  * Errors, in the order tested: ::kvrStatusNullPointer for a null pointer; ::kvrStatusBadLength for `len` below 1;
  * ::kvrStatusBadArg for a `relOp` that is neither; ::kvrStatusNegativeThreshold for a `level` below 0 of complex elements
- * and in GTAbs and LTAbs; ::kvrStatusThresholdOrder for `levelLT` above `levelGT`.
+ * and in GTAbs, LTAbs and LTInv; ::kvrStatusThresholdOrder for `levelLT` above `levelGT`.
+ *
+ * Warnings, of LTInv with a `level` of 0 that has met a zero: ::kvrStatusInvZeroWarn for vectors shorter than
+ *
+ * | 32f   | 32fc, 64f | 64fc |
+ * |------:|----------:|-----:|
+ * | 8,192 | 2,048     | 512  |
+ *
+ * and ::kvrStatusDivByZeroWarn from that length on.
  * @{
  */
 
@@ -194,6 +210,19 @@ KVRS_API KvrStatus kvrsThreshold_LTValGTVal_64f(const Kvr64f* src, Kvr64f* dst, 
                                                 Kvr64f valueLT, Kvr64f levelGT, Kvr64f valueGT) KVRS_NOEXCEPT;
 KVRS_API KvrStatus kvrsThreshold_LTValGTVal_64f_I(Kvr64f* srcDst, int len, Kvr64f levelLT, Kvr64f valueLT,
                                                   Kvr64f levelGT, Kvr64f valueGT) KVRS_NOEXCEPT;
+
+KVRS_API KvrStatus kvrsThreshold_LTInv_32f(const Kvr32f* src, Kvr32f* dst, int len,
+                                           Kvr32f level) KVRS_NOEXCEPT;
+KVRS_API KvrStatus kvrsThreshold_LTInv_32f_I(Kvr32f* srcDst, int len, Kvr32f level) KVRS_NOEXCEPT;
+KVRS_API KvrStatus kvrsThreshold_LTInv_32fc(const Kvr32fc* src, Kvr32fc* dst, int len,
+                                            Kvr32f level) KVRS_NOEXCEPT;
+KVRS_API KvrStatus kvrsThreshold_LTInv_32fc_I(Kvr32fc* srcDst, int len, Kvr32f level) KVRS_NOEXCEPT;
+KVRS_API KvrStatus kvrsThreshold_LTInv_64f(const Kvr64f* src, Kvr64f* dst, int len,
+                                           Kvr64f level) KVRS_NOEXCEPT;
+KVRS_API KvrStatus kvrsThreshold_LTInv_64f_I(Kvr64f* srcDst, int len, Kvr64f level) KVRS_NOEXCEPT;
+KVRS_API KvrStatus kvrsThreshold_LTInv_64fc(const Kvr64fc* src, Kvr64fc* dst, int len,
+                                            Kvr64f level) KVRS_NOEXCEPT;
+KVRS_API KvrStatus kvrsThreshold_LTInv_64fc_I(Kvr64fc* srcDst, int len, Kvr64f level) KVRS_NOEXCEPT;
 
 /** @} */
 
