@@ -1,116 +1,135 @@
 // The FIR kernel's body, for the sources that instantiate it (fir_kernel.h has the declarations).
 //
-// Vectors of N outputs are computed in tiles of kBlocks vectors, all in registers:
+// Blocks of O outputs are computed in tiles of kBlocks blocks, all in registers:
 //
-//   y(b) = sum over k of x(N*b + k) * tap[k]      y(b): outputs N*b .. N*b + N-1;  x(i): inputs i .. i + N-1
+//   y(b) = sum over k of x(O*b + k) * tap[k]      y(b): outputs O*b .. O*b + O-1;  x(i): inputs i .. i + O-1
 //
-// With k = N*q + s the inputs of block b and tap N*q + s are x(N*(b+q) + s): the vector that serves tap s in
-// block b serves tap N + s in block b-1, tap 2N + s in block b-2, and so on. So the kernel runs over s, holds
-// kDepth of the taps s, N + s, 2N + s ... and loads each of the kBlocks + kDepth - 1 vectors of inputs once
+// With k = O*q + s the inputs of block b and tap O*q + s are x(O*(b+q) + s): the vector that serves tap s in
+// block b serves tap O + s in block b-1, tap 2O + s in block b-2, and so on. So the kernel runs over s, holds
+// kDepth of the taps s, O + s, 2O + s ... and loads each of the kBlocks + kDepth - 1 vectors of inputs once
 // for kBlocks * kDepth multiply-adds. Nearly every load of a long vector crosses a cache line and takes the
 // time of two; this way the multipliers are the bound, and not the loads:
 //
-//   kBlocks = 3, kDepth = 2     x(s)   x(s+N)   x(s+2N)   x(s+3N)
+//   kBlocks = 3, kDepth = 2     x(s)   x(s+O)   x(s+2O)   x(s+3O)
 //   tap s                       y(0)   y(1)     y(2)
-//   tap s+N                            y(0)     y(1)      y(2)
+//   tap s+O                            y(0)     y(1)      y(2)
 //
 // SPDX-License-Identifier: MIT
 #ifndef KVRS_FILTERS_FIR_KERNEL_INL_H
 #define KVRS_FILTERS_FIR_KERNEL_INL_H
 
-#include "filters/fir_kernel.h"
-#include "frame/unroll.h"
+#include "filters/fir_arith-inl.h"
+#include "filters/fir_dot-inl.h"
 
 namespace kvrs {
 namespace fir_detail {
 
-// Tile sizes by what the registers hold: kBlocks sums, kDepth taps, one or two inputs. With 128-bit vectors a
-// multiply and an add are two instructions, which keep the processor busier than the loads do; there is
-// nothing to gain from depth.
-inline constexpr int kBlocks = kVectorBytes == 64      ? 16
-                               : kVectorBytes == 32    ? 8
-                               : kVectorRegisters == 8 ? 5
-                                                       : 8;
-inline constexpr int kDepth = kVectorBytes >= 32 ? 4 : 1;
+// Tile sizes by what the registers hold: the sums of kBlocks blocks, kDepth taps, one or two inputs. With 128-bit vectors a
+// multiply and an add are two instructions, which keep the processor busier than the loads do; there is nothing to gain
+// from depth. Nor is there for integers, which two taps at a time have little use for.
+template <class T>
+inline constexpr int kBlocks = (kVectorBytes == 64      ? 16
+                                : kVectorBytes == 32    ? 8
+                                : kVectorRegisters == 8 ? 5
+                                                        : 8) /
+                               Arith<T, kFirLanes<T>>::kVectorsOfSum;
+template <class T>
+inline constexpr int kDepth = FirElement<T>::kInteger || kVectorBytes < 32      ? 1
+                              : FirElement<T>::kComplex&& kVectorRegisters < 32 ? 2
+                                                                                : 4;
 
-// Blocks of a whole tile of 64-byte vectors whose inputs for fewer than N taps come out of registers (Tile::runHeld).
-inline constexpr int kHeld = kVectorBytes == 64 ? 6 : 0;
+// Blocks of a whole tile of 64-byte vectors whose inputs for fewer than O taps come out of registers (Tile::runHeld).
+template <class T>
+inline constexpr int kHeld = kVectorBytes == 64 && sizeof(T) == 4 && !FirElement<T>::kInteger ? 6 : 0;
 
-template <class D, class T, size_t N, int kTileBlocks>
+template <class T, size_t O, int kTileBlocks>
 class Tile {
+  using A = Arith<T, O>;
+  using Lane = FirLane<T>;
+  using Sum = typename A::Sum;
+
  public:
   KVRS_INLINE Tile() {
-    unroll<kTileBlocks * kSplit>([&](auto i) KVRS_UNROLLED { sum_[i] = hn::Zero(Tag()); });
+    unroll<kTileBlocks * kSplit>([&](auto i) KVRS_UNROLLED { sum_[i] = A::zero(); });
   }
 
-  KVRS_INLINE void accumulate(const D* in, const T* taps, size_t tapsLen) {
-    if constexpr (kDepth == 1) return run<1>(in, taps, 0, tapsLen);
-    for (size_t k = 0; k < tapsLen; k += N * kDepth) {
+  KVRS_INLINE void accumulate(const T* in, const Lane* taps, size_t tapsLen) {
+    if constexpr (A::kGroup == 2) {
+      run<1>(in, taps, 0, tapsLen / 2 * 2);
+      if (tapsLen % 2 != 0) {
+        // With an input of weight 0 before the last one, as there may be none behind it.
+        const T* last = in + tapsLen - 2;
+        const auto tap = A::lastTap(taps + (tapsLen - 1));
+        unroll<kTileBlocks>([&](auto b) KVRS_UNROLLED {
+          sum_[b * kSplit] = A::add(sum_[b * kSplit], A::load(last + O * b), tap);
+        });
+      }
+      return;
+    }
+    if constexpr (kDepth<T> == 1) return run<1>(in, taps, 0, tapsLen);
+    for (size_t k = 0; k < tapsLen; k += O * kDepth<T>) {
       const size_t rest = tapsLen - k;
-      if (rest >= N * kDepth) {
-        run<kDepth>(in + k, taps + kTapCopies<T> * k, 0, N);
+      if (rest >= O * kDepth<T>) {
+        run<kDepth<T>>(in + k, taps + kTapLanes<T> * k, 0, O);
         continue;
       }
-      // The last taps: rest / N for every s, and one more for the first rest % N.
-      const size_t depth = rest / N, more = rest % N;
-      unroll<kDepth>([&](auto below) KVRS_UNROLLED {
+      // The last taps: rest / O for every s, and one more for the first rest % O.
+      const size_t depth = rest / O, more = rest % O;
+      unroll<kDepth<T>>([&](auto below) KVRS_UNROLLED {
         constexpr int kBelow = below;
         if (depth == kBelow) {
-          run<kBelow + 1>(in + k, taps + kTapCopies<T> * k, 0, more);
-          run<kBelow>(in + k, taps + kTapCopies<T> * k, more, N);
+          run<kBelow + 1>(in + k, taps + kTapLanes<T> * k, 0, more);
+          run<kBelow>(in + k, taps + kTapLanes<T> * k, more, O);
         }
       });
     }
   }
 
-  KVRS_INLINE void store(T* out) {
-    unroll<kTileBlocks>([&](auto b)
-                            KVRS_UNROLLED { hn::StoreU(total<kSplit>(b * kSplit), Tag(), out + N * b); });
+  KVRS_INLINE void store(FirSum<T>* out) {
+    unroll<kTileBlocks>([&](auto b) KVRS_UNROLLED { A::store(total<kSplit>(b * kSplit), out + O * b); });
   }
 
  private:
-  using Tag = Lanes<T, N>;
-  using V = hn::Vec<Tag>;
-
   // A sum takes a multiply-add every four cycles at most, so small tiles spread the taps of a block over
   // several: as many as the registers of a whole tile allow.
-  static constexpr int kSplit = kBlocks / kTileBlocks >= 4 ? 4 : kBlocks / kTileBlocks >= 2 ? 2 : 1;
+  static constexpr int kSplit = kBlocks<T> / kTileBlocks >= 4 ? 4 : kBlocks<T> / kTileBlocks >= 2 ? 2 : 1;
 
   // Taps s of the groups from `taps` on, for s in [first, end).
   template <int kTileDepth>
-  KVRS_INLINE void run(const D* in, const T* taps, size_t first, size_t end) {
-    if constexpr (kTileDepth == 1 && kHeld > 0 && kTileBlocks == kBlocks) {
+  KVRS_INLINE void run(const T* in, const Lane* taps, size_t first, size_t end) {
+    if constexpr (kTileDepth == 1 && kHeld < T >> 0 && kTileBlocks == kBlocks<T>) {
       runHeld(in, taps, first, end);
     } else if constexpr (kTileDepth > 0) {
-      constexpr int kTurns = kTileDepth >= kSplit ? 1 : kSplit / kTileDepth;  // values of s at a time
+      constexpr int kTurns = kTileDepth >= kSplit ? 1 : kSplit / kTileDepth;  // steps at a time
+      constexpr size_t kTaps = A::kGroup;
       size_t s = first;
-      for (; s + kTurns <= end; s += kTurns) {
+      for (; s + kTurns * kTaps <= end; s += kTurns * kTaps) {
         unroll<kTurns>([&](auto turn) KVRS_UNROLLED {
-          step<kTileDepth, turn * kTileDepth>(in + s + turn, taps, s + turn);
+          step<kTileDepth, turn * kTileDepth>(in + s + turn * kTaps, taps, s + turn * kTaps);
         });
       }
       if constexpr (kTurns > 1) {
-        for (; s < end; ++s) step<kTileDepth, 0>(in + s, taps, s);
+        for (; s < end; s += kTaps) step<kTileDepth, 0>(in + s, taps, s);
       }
     }
   }
 
-  // Taps s in [first, end), up to N of them, in a whole tile. Each vector of inputs serves one tap only, so that the
+  // Taps s in [first, end), up to O of them, in a whole tile. Each vector of inputs serves one tap only, so that the
   // loads would be the bound by far. With kHeld of the blocks taking theirs out of two vectors that stay in registers,
   // loads and permutations, which keep a multiplier busy, take about the same time: 10 loads of two lines and 22
   // operations of the two multipliers for a tap, against 16 and 16.
-  KVRS_INLINE void runHeld(const D* in, const T* taps, size_t first, size_t end) {
-    V held[kHeld + 1];
-    unroll<kHeld + 1>([&](auto b) KVRS_UNROLLED { held[b] = inRegister(load(in + N * b)); });
-    const hn::RebindToSigned<Tag> di;
+  KVRS_INLINE void runHeld(const T* in, const Lane* taps, size_t first, size_t end) {
+    typename A::Input held[kHeld<T> + 1];
+    unroll<kHeld<T> + 1>([&](auto b) KVRS_UNROLLED { held[b] = A::held(A::load(in + O * b)); });
+    const hn::RebindToSigned<typename A::D> di;
     auto from = hn::Iota(di, static_cast<int32_t>(first));
     for (size_t s = first; s < end; ++s) {
-      const V tap = inRegister(loadTap(taps + s));
+      const auto tap = A::held(A::tap(taps + s));
       unroll<kTileBlocks>([&](auto b) KVRS_UNROLLED {
-        if constexpr (b < kHeld) {
-          sum_[b] = hn::MulAdd(lanesOf(held[b + 1], held[b], from), tap, sum_[b]);
+        if constexpr (b < kHeld<T>) {
+          sum_[b] = A::add(sum_[b], lanesOf(held[b + 1], held[b], from), tap);
         } else {
-          sum_[b] = hn::MulAdd(load(in + s + N * b), tap, sum_[b]);
+          sum_[b] = A::add(sum_[b], A::load(in + s + O * b), tap);
         }
       });
       from = hn::Add(from, hn::Set(di, 1));
@@ -118,50 +137,41 @@ class Tile {
   }
 
   template <int kTileDepth, int kFirstSum>
-  KVRS_INLINE void step(const D* in, const T* taps, size_t s) {
-    V tap[kTileDepth];
-    unroll<kTileDepth>([&](auto q) KVRS_UNROLLED { tap[q] = loadTap(taps + kTapCopies<T> * (N * q + s)); });
+  KVRS_INLINE void step(const T* in, const Lane* taps, size_t s) {
+    typename A::Tap tap[kTileDepth];
+    unroll<kTileDepth>([&](auto q) KVRS_UNROLLED { tap[q] = A::tap(taps + kTapLanes<T> * (O * q + s)); });
     unroll<kTileBlocks + kTileDepth - 1>([&](auto m) KVRS_UNROLLED {
-      const V x = kTileDepth == 1 ? load(in + N * m) : inRegister(load(in + N * m));
+      const auto x = kTileDepth == 1 ? A::load(in + O * m) : A::held(A::load(in + O * m));
       unroll<kTileDepth>([&](auto q) KVRS_UNROLLED {
         constexpr int b = m - q;
         if constexpr (0 <= b && b < kTileBlocks) {
-          V& sum = sum_[b * kSplit + (kFirstSum + q) % kSplit];
-          sum = hn::MulAdd(x, tap[q], sum);
+          Sum& sum = sum_[b * kSplit + (kFirstSum + q) % kSplit];
+          sum = A::add(sum, x, tap[q]);
         }
       });
     });
   }
 
   template <int kCount>
-  KVRS_INLINE V total(int first) const {
+  KVRS_INLINE Sum total(int first) const {
     if constexpr (kCount == 1) {
       return sum_[first];
     } else {
-      return hn::Add(total<kCount / 2>(first), total<kCount / 2>(first + kCount / 2));
+      return A::join(total<kCount / 2>(first), total<kCount / 2>(first + kCount / 2));
     }
   }
 
-  static KVRS_INLINE V load(const T* p) { return hn::LoadU(Tag(), p); }
-
-  static KVRS_INLINE V loadTap(const T* p) {
-    if constexpr (kTapCopies<T> == 1) {
-      return hn::Set(Tag(), *p);
-    } else {
-      return hn::Load(Tag(), p);
-    }
-  }
-
-  V sum_[kTileBlocks * kSplit];
+  Sum sum_[kTileBlocks * kSplit];
 };
 
 // out[n] for n in [done, count): whole tiles, then halves, quarters ... of one. A rest that nearly fills a tile
-// is faster as one, with some outputs before it computed again, than in pieces. Wants N <= count.
-template <class D, class T, size_t N, int kTileBlocks>
-KVRS_INLINE void tiles(const D* in, T* out, size_t done, size_t count, const T* taps, size_t tapsLen) {
-  constexpr size_t kOutputs = N * kTileBlocks;
+// is faster as one, with some outputs before it computed again, than in pieces. Wants O <= count.
+template <class T, size_t O, int kTileBlocks>
+KVRS_INLINE void tiles(const T* in, FirSum<T>* out, size_t done, size_t count, const FirLane<T>* taps,
+                       size_t tapsLen) {
+  constexpr size_t kOutputs = O * kTileBlocks;
   const auto run = [=](size_t first) KVRS_UNROLLED {
-    Tile<D, T, N, kTileBlocks> tile;
+    Tile<T, O, kTileBlocks> tile;
     tile.accumulate(in + first, taps, tapsLen);
     tile.store(out + first);
   };
@@ -170,105 +180,55 @@ KVRS_INLINE void tiles(const D* in, T* out, size_t done, size_t count, const T* 
   if (rest > (kTileBlocks == 1 ? 0 : kOutputs * 3 / 4) && count >= kOutputs) {
     run(count - kOutputs);
   } else if constexpr (kTileBlocks > 1) {
-    tiles<D, T, N, kTileBlocks / 2>(in, out, done, count, taps, tapsLen);
+    tiles<T, O, kTileBlocks / 2>(in, out, done, count, taps, tapsLen);
   }
 }
+
+// The fewest outputs that a vector takes.
+template <class T>
+inline constexpr size_t kFewestOutputs = Arith<T, kFirLanes<T>>::kGroup;
 
 // Fewer outputs than a vector has.
-template <class D, class T, size_t N>
-KVRS_INLINE void fewOutputs(const D* in, T* out, size_t count, const T* taps, size_t tapsLen) {
-  if (count >= N) {
-    tiles<D, T, N, 1>(in, out, 0, count, taps, tapsLen);
-  } else if constexpr (N > 1) {
-    fewOutputs<D, T, N / 2>(in, out, count, taps, tapsLen);
+template <class T, size_t O>
+KVRS_INLINE void fewOutputs(const T* in, FirSum<T>* out, size_t count, const FirLane<T>* taps,
+                            size_t tapsLen) {
+  if (count >= O) {
+    tiles<T, O, 1>(in, out, 0, count, taps, tapsLen);
+  } else if constexpr (O > kFewestOutputs<T>) {
+    fewOutputs<T, O / 2>(in, out, count, taps, tapsLen);
+  } else if constexpr (kFewestOutputs<T> > 1) {
+    *out = dot(in, taps, tapsLen);
   }
 }
 
-// The lanes of `sum`, and fewer than N products besides: those of the first N/2, N/4 ... elements that are left
-// come in when the sum has been folded to as many lanes.
-template <class T, size_t N>
-KVRS_INLINE T foldedSum(hn::Vec<Lanes<T, N>> sum, const T* in, const T* taps, size_t len) {
-  if constexpr (N == 1) {
-    return hn::GetLane(sum);
-  } else {
-    const Lanes<T, N / 2> half;
-    // s8 would take a constant for the upper of two lanes.
-    const auto upper =
-        N == 2 ? hn::LowerHalf(half, hn::Reverse2(Lanes<T, N>(), sum)) : hn::UpperHalf(half, sum);
-    auto folded = hn::Add(hn::LowerHalf(half, sum), upper);
-    if (len & (N / 2)) {
-      folded = hn::MulAdd(hn::LoadU(half, in), hn::LoadU(half, taps), folded);
-      in += N / 2;
-      taps += N / 2;
+}  // namespace fir_detail
+
+template <class T>
+void firKernel(const T* in, FirSum<T>* out, size_t count, const FirLane<T>* table, size_t tapsLen) {
+  constexpr size_t O = kFirLanes<T>;
+  if constexpr (fir_detail::kFewestOutputs < T >> 1) {
+    if (tapsLen < 2) {
+      for (size_t n = 0; n < count; ++n) out[n] = fir_detail::dot(in + n, table, tapsLen);
+      return;
     }
-    return foldedSum<T, N / 2>(folded, in, taps, len);
+  }
+  if (count >= 2 * O) {
+    fir_detail::tiles<T, O, fir_detail::kBlocks<T>>(in, out, 0, count, table, tapsLen);
+  } else if (count >= O) {
+    fir_detail::tiles<T, O, 1>(in, out, 0, count, table, tapsLen);
+  } else if constexpr (O > 1) {
+    fir_detail::fewOutputs<T, O / 2>(in, out, count, table, tapsLen);
   }
 }
 
-}  // namespace fir_detail
-
-template <class D, class T>
-void firKernel(const D* in, T* out, size_t count, const T* taps, size_t tapsLen) {
-  constexpr size_t N = kLanes<T>;
-  if (count >= 2 * N) {
-    fir_detail::tiles<D, T, N, fir_detail::kBlocks>(in, out, 0, count, taps, tapsLen);
-  } else if (count >= N) {
-    fir_detail::tiles<D, T, N, 1>(in, out, 0, count, taps, tapsLen);
-  } else {
-    fir_detail::fewOutputs<D, T, N / 2>(in, out, count, taps, tapsLen);
-  }
-}
-
-// in[0]*taps[0] + ... + in[len-1]*taps[len-1].
 template <class T>
-KVRS_INLINE T firDot(const T* in, const T* taps, size_t len) {
-  constexpr size_t N = kLanes<T>;
-  const Lanes<T, N> d;
-  auto sum0 = hn::Zero(d), sum1 = sum0, sum2 = sum0, sum3 = sum0;
-  size_t i = 0;
-  for (; i + 4 * N <= len; i += 4 * N) {
-    sum0 = hn::MulAdd(hn::LoadU(d, in + i), hn::LoadU(d, taps + i), sum0);
-    sum1 = hn::MulAdd(hn::LoadU(d, in + i + N), hn::LoadU(d, taps + i + N), sum1);
-    sum2 = hn::MulAdd(hn::LoadU(d, in + i + 2 * N), hn::LoadU(d, taps + i + 2 * N), sum2);
-    sum3 = hn::MulAdd(hn::LoadU(d, in + i + 3 * N), hn::LoadU(d, taps + i + 3 * N), sum3);
-  }
-  for (; i + N <= len; i += N) sum0 = hn::MulAdd(hn::LoadU(d, in + i), hn::LoadU(d, taps + i), sum0);
-  const auto sum = hn::Add(hn::Add(sum0, sum1), hn::Add(sum2, sum3));
-  return fir_detail::foldedSum<T, N>(sum, in + i, taps + i, len - i);
+size_t firTileOutputs() {
+  return kFirLanes<T> * fir_detail::kBlocks<T>;
 }
 
-namespace fir_detail {
-
-// firShift by vectors of N.
-template <class T, size_t N>
-KVRS_INLINE T shift(T* window, const T* taps, const T* keep, size_t len, T newest) {
-  const Lanes<T, N> d;
-  auto sum = hn::Zero(d);
-  auto upper = hn::Set(d, newest);
-  const auto step = [&](auto lower) KVRS_UNROLLED {
-    auto next = upper;  // of each 16 bytes of `lower`, what comes behind
-    if constexpr (N * sizeof(T) == 32) next = hn::ConcatLowerUpper(d, upper, lower);
-    const auto moved = hn::CombineShiftRightBytes<sizeof(T)>(d, next, lower);
-    hn::StoreU(moved, d, window);
-    sum = hn::MulAdd(moved, hn::LoadU(d, taps), sum);
-    upper = lower;
-  };
-  // From the end on, where both arrays have whole vectors.
-  window += len - N;
-  taps += len - N;
-  for (; len > N; len -= N, window -= N, taps -= N) step(hn::LoadU(d, window));
-  step(hn::And(hn::LoadU(d, window), hn::LoadU(d, keep)));
-  return hn::GetLane(hn::SumOfLanes(d, sum));
-}
-
-}  // namespace fir_detail
-
-// Puts `newest` behind a window of `len` samples, moves them all by one to the front, and returns their sum of products.
-// `keep` has all bits of the lanes of the first vector that are neither before the window nor its oldest sample.
 template <class T>
-KVRS_INLINE T firShift(T* window, const T* taps, const T* keep, size_t len, T newest) {
-  if (shiftsByFew<T>(len)) return fir_detail::shift<T, kFewShiftLanes<T>>(window, taps, keep, len, newest);
-  return fir_detail::shift<T, kShiftLanes<T>>(window, taps, keep, len, newest);
+FirSum<T> firDot(const T* in, const T* taps, size_t len) {
+  return fir_detail::dot(in, taps, len);
 }
 
 }  // namespace kvrs

@@ -7,41 +7,117 @@
 #include <cstddef>
 
 #include "frame/simd.h"
+#include "frame/unroll.h"
 
 namespace kvrs {
 
-// How often a tap stands in the kernel's table. From AVX on a load can spread one number over a vector;
-// before, a table of whole vectors saves the shuffle.
+// Filters are told apart by the element T of their taps and inputs: 32f, 64f, 32fc, 64fc, and 16s and 16sc, whose
+// products are added up in 32 bits, modulo 2^32.
 template <class T>
-inline constexpr size_t kTapCopies = kVectorBytes == 16 ? kLanes<T> : 1;
+struct FirElement {
+  using Lane = T;
+  using Sum = T;
+  static constexpr bool kComplex = false, kInteger = false;
+};
+template <>
+struct FirElement<Kvr32fc> {
+  using Lane = Kvr32f;
+  using Sum = Kvr32fc;
+  static constexpr bool kComplex = true, kInteger = false;
+};
+template <>
+struct FirElement<Kvr64fc> {
+  using Lane = Kvr64f;
+  using Sum = Kvr64fc;
+  static constexpr bool kComplex = true, kInteger = false;
+};
+template <>
+struct FirElement<Kvr16s> {
+  using Lane = Kvr16s;
+  using Sum = Kvr32s;
+  static constexpr bool kComplex = false, kInteger = true;
+};
+template <>
+struct FirElement<Kvr16sc> {
+  using Lane = Kvr16s;
+  using Sum = Kvr32sc;
+  static constexpr bool kComplex = true, kInteger = true;
+};
 
-// Up to kShiftTaps taps, single samples shift the whole window by vectors: the next call loads the very vectors that
-// this one stores, which the processor hands through without waiting for the cache. A few taps are faster by short
-// vectors, which take less to shift and to fold.
 template <class T>
-inline constexpr size_t kFewShiftLanes = 16 / sizeof(T);
+using FirLane = typename FirElement<T>::Lane;
 template <class T>
-inline constexpr size_t kShiftLanes = kVectorBytes < 32 ? kLanes<T> : 32 / sizeof(T);
-template <class T>
-inline constexpr size_t kShiftTaps = 16 * kShiftLanes<T>;
+using FirSum = typename FirElement<T>::Sum;
 
+// The elements that a full vector holds.
 template <class T>
-constexpr bool shiftsByFew(size_t tapsLen) {
-  return kFewShiftLanes<T> < kShiftLanes<T> && tapsLen <= 2 * kFewShiftLanes<T>;
+inline constexpr size_t kFirLanes = kVectorBytes / sizeof(T);
+
+// How often a part of a tap stands in the kernel's table. From AVX on, and for double precision before, a load can
+// spread one number over a vector; else a table of whole vectors saves the shuffle.
+template <class Part>
+inline constexpr size_t kTapCopies = kVectorBytes == 16 && sizeof(Part) == 4 ? 4 : 1;
+
+// The lanes of a tap in the kernel's table. Complex integers stand there as (re, -im) and (im, re), the partners of an
+// input's parts in the two parts of a product.
+template <class T>
+inline constexpr size_t kTapLanes = FirElement<T>::kInteger
+                                        ? (FirElement<T>::kComplex ? 4 : 1)
+                                        : (FirElement<T>::kComplex ? 2 : 1) * kTapCopies<FirLane<T>>;
+
+// Whether the table is more than the taps themselves.
+template <class T>
+inline constexpr bool kHasTapTable = kTapLanes<T> * sizeof(FirLane<T>) > sizeof(T);
+
+// Fills the kernel's table of `tapsLen` taps.
+template <class T>
+void fillTapTable(const T* taps, FirLane<T>* table, size_t tapsLen) {
+  for (size_t k = 0; k < tapsLen; ++k, table += kTapLanes<T>) {
+    if constexpr (!FirElement<T>::kComplex) {
+      for (size_t i = 0; i < kTapLanes<T>; ++i) table[i] = taps[k];
+    } else if constexpr (FirElement<T>::kInteger) {
+      table[0] = table[3] = taps[k].re;
+      table[1] = static_cast<FirLane<T>>(-taps[k].im);
+      table[2] = taps[k].im;
+    } else {
+      constexpr size_t kCopies = kTapLanes<T> / 2;
+      for (size_t i = 0; i < kCopies; ++i) {
+        table[i] = taps[k].re;
+        table[kCopies + i] = taps[k].im;
+      }
+    }
+  }
 }
 
-// The window and the taps end with such a vector; these elements are before them in their first one.
+// out[n] for n in [0, count). `table` begins with the tap of the oldest input. Reads in[0 .. count + tapsLen - 2].
+// `out` does not overlap `in`.
 template <class T>
-constexpr size_t shiftPadding(size_t tapsLen) {
-  return (0 - tapsLen) % (shiftsByFew<T>(tapsLen) ? kFewShiftLanes<T> : kShiftLanes<T>);
-}
+void firKernel(const T* in, FirSum<T>* out, size_t count, const FirLane<T>* table, size_t tapsLen);
 
-// out[n] for n in [0, count), from inputs of a type D that converts to that of the sums. `taps` begins with the tap of
-// the oldest input and has kTapCopies of each. Reads in[0 .. count + tapsLen - 2]. `out` does not overlap `in`.
-template <class D, class T>
-void firKernel(const D* in, T* out, size_t count, const T* taps, size_t tapsLen);
+// Outputs of whole tiles: work that is cut at multiples of it gives the same sums as in one piece.
+template <class T>
+size_t firTileOutputs();
 
-extern template void firKernel<Kvr32f, Kvr32f>(const Kvr32f*, Kvr32f*, size_t, const Kvr32f*, size_t);
+// in[0]*taps[0] + ... + in[len-1]*taps[len-1], the taps as they stand.
+template <class T>
+FirSum<T> firDot(const T* in, const T* taps, size_t len);
+
+extern template void firKernel<Kvr32f>(const Kvr32f*, Kvr32f*, size_t, const Kvr32f*, size_t);
+extern template void firKernel<Kvr64f>(const Kvr64f*, Kvr64f*, size_t, const Kvr64f*, size_t);
+extern template void firKernel<Kvr32fc>(const Kvr32fc*, Kvr32fc*, size_t, const Kvr32f*, size_t);
+extern template void firKernel<Kvr64fc>(const Kvr64fc*, Kvr64fc*, size_t, const Kvr64f*, size_t);
+extern template void firKernel<Kvr16s>(const Kvr16s*, Kvr32s*, size_t, const Kvr16s*, size_t);
+extern template void firKernel<Kvr16sc>(const Kvr16sc*, Kvr32sc*, size_t, const Kvr16s*, size_t);
+extern template size_t firTileOutputs<Kvr32f>();
+extern template size_t firTileOutputs<Kvr64f>();
+extern template size_t firTileOutputs<Kvr32fc>();
+extern template size_t firTileOutputs<Kvr64fc>();
+extern template Kvr32f firDot(const Kvr32f*, const Kvr32f*, size_t);
+extern template Kvr64f firDot(const Kvr64f*, const Kvr64f*, size_t);
+extern template Kvr32fc firDot(const Kvr32fc*, const Kvr32fc*, size_t);
+extern template Kvr64fc firDot(const Kvr64fc*, const Kvr64fc*, size_t);
+extern template Kvr32s firDot(const Kvr16s*, const Kvr16s*, size_t);
+extern template Kvr32sc firDot(const Kvr16sc*, const Kvr16sc*, size_t);
 
 }  // namespace kvrs
 

@@ -121,7 +121,7 @@ inline bool spoilFft(KvrsFIRState_32f* state, int tapsLen) {
     memset(at, 0, 4);
     ++found;
   }
-  return found == 1;
+  return found >= 1;  // more, where memory that was used before holds one
 }
 
 }  // namespace kvrs::test

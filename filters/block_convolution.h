@@ -1,0 +1,176 @@
+// Convolution by blocks: overlap-save (Stockham, High-speed convolution and correlation, 1966). With M samples of overlap,
+// N points and B = N - M, block b takes the N samples from b*B - M on, multiplies their transform by that of the other
+// signal and gets outputs b*B .. b*B + B-1 behind M that are wrapped around:
+//
+//   samples  |--M--|-------B-------|
+//                            |--M--|-------B-------|
+//   outputs        |---block 0-----|---block 1-----|
+//
+// SPDX-License-Identifier: MIT
+#ifndef KVRS_FILTERS_BLOCK_CONVOLUTION_H
+#define KVRS_FILTERS_BLOCK_CONVOLUTION_H
+
+#include "frame/threads.h"
+#include "kvrs/arith_float.h"
+#include "kvrs/fft.h"
+#include "kvrs/spectrum.h"
+
+namespace kvrs {
+
+// The transforms that blocks of elements T run through. kThere: whether they can be had at all.
+template <class T>
+struct BlockTransform {
+  struct Spec;
+  static constexpr bool kThere = false;
+};
+
+template <>
+struct BlockTransform<Kvr32f> {
+  using Spec = KvrsFFTSpec_R_32f;
+  static constexpr bool kThere = true;
+
+  static KvrStatus getSize(int order, int* specSize, int* initBufSize, int* workSize) {
+    return kvrsFFTGetSize_R_32f(order, kvrFftDivInvByN, kvrHintNone, specSize, initBufSize, workSize);
+  }
+  static KvrStatus init(Spec** spec, int order, Kvr8u* specMem, Kvr8u* initBuf) {
+    return kvrsFFTInit_R_32f(spec, order, kvrFftDivInvByN, kvrHintNone, specMem, initBuf);
+  }
+  static KvrStatus free(Spec* spec) { return kvrsFFTFree_R_32f(spec); }
+  static KvrStatus forward(const Kvr32f* src, Kvr32f* dst, const Spec* spec, Kvr8u* buffer) {
+    return kvrsFFTFwd_RToPerm_32f(src, dst, spec, buffer);
+  }
+  static KvrStatus multiply(const Kvr32f* spectrum, Kvr32f* frame, int fftLen) {
+    return kvrsMulPerm_32f_I(spectrum, frame, fftLen);
+  }
+  static KvrStatus inverse(Kvr32f* frame, const Spec* spec, Kvr8u* buffer) {
+    return kvrsFFTInv_PermToR_32f_I(frame, spec, buffer);
+  }
+};
+
+template <>
+struct BlockTransform<Kvr64f> {
+  using Spec = KvrsFFTSpec_R_64f;
+  static constexpr bool kThere = true;
+
+  static KvrStatus getSize(int order, int* specSize, int* initBufSize, int* workSize) {
+    return kvrsFFTGetSize_R_64f(order, kvrFftDivInvByN, kvrHintNone, specSize, initBufSize, workSize);
+  }
+  static KvrStatus init(Spec** spec, int order, Kvr8u* specMem, Kvr8u* initBuf) {
+    return kvrsFFTInit_R_64f(spec, order, kvrFftDivInvByN, kvrHintNone, specMem, initBuf);
+  }
+  static KvrStatus free(Spec* spec) { return kvrsFFTFree_R_64f(spec); }
+  static KvrStatus forward(const Kvr64f* src, Kvr64f* dst, const Spec* spec, Kvr8u* buffer) {
+    return kvrsFFTFwd_RToPerm_64f(src, dst, spec, buffer);
+  }
+  static KvrStatus multiply(const Kvr64f* spectrum, Kvr64f* frame, int fftLen) {
+    return kvrsMulPerm_64f_I(spectrum, frame, fftLen);
+  }
+  static KvrStatus inverse(Kvr64f* frame, const Spec* spec, Kvr8u* buffer) {
+    return kvrsFFTInv_PermToR_64f_I(frame, spec, buffer);
+  }
+};
+
+template <>
+struct BlockTransform<Kvr32fc> {
+  using Spec = KvrsFFTSpec_C_32fc;
+  static constexpr bool kThere = true;
+
+  static KvrStatus getSize(int order, int* specSize, int* initBufSize, int* workSize) {
+    return kvrsFFTGetSize_C_32fc(order, kvrFftDivInvByN, kvrHintNone, specSize, initBufSize, workSize);
+  }
+  static KvrStatus init(Spec** spec, int order, Kvr8u* specMem, Kvr8u* initBuf) {
+    return kvrsFFTInit_C_32fc(spec, order, kvrFftDivInvByN, kvrHintNone, specMem, initBuf);
+  }
+  static KvrStatus free(Spec* spec) { return kvrsFFTFree_C_32fc(spec); }
+  static KvrStatus forward(const Kvr32fc* src, Kvr32fc* dst, const Spec* spec, Kvr8u* buffer) {
+    return kvrsFFTFwd_CToC_32fc(src, dst, spec, buffer);
+  }
+  static KvrStatus multiply(const Kvr32fc* spectrum, Kvr32fc* frame, int fftLen) {
+    return kvrsMul_32fc_I(spectrum, frame, fftLen);
+  }
+  static KvrStatus inverse(Kvr32fc* frame, const Spec* spec, Kvr8u* buffer) {
+    return kvrsFFTInv_CToC_32fc_I(frame, spec, buffer);
+  }
+};
+
+template <>
+struct BlockTransform<Kvr64fc> {
+  using Spec = KvrsFFTSpec_C_64fc;
+  static constexpr bool kThere = true;
+
+  static KvrStatus getSize(int order, int* specSize, int* initBufSize, int* workSize) {
+    return kvrsFFTGetSize_C_64fc(order, kvrFftDivInvByN, kvrHintNone, specSize, initBufSize, workSize);
+  }
+  static KvrStatus init(Spec** spec, int order, Kvr8u* specMem, Kvr8u* initBuf) {
+    return kvrsFFTInit_C_64fc(spec, order, kvrFftDivInvByN, kvrHintNone, specMem, initBuf);
+  }
+  static KvrStatus free(Spec* spec) { return kvrsFFTFree_C_64fc(spec); }
+  static KvrStatus forward(const Kvr64fc* src, Kvr64fc* dst, const Spec* spec, Kvr8u* buffer) {
+    return kvrsFFTFwd_CToC_64fc(src, dst, spec, buffer);
+  }
+  static KvrStatus multiply(const Kvr64fc* spectrum, Kvr64fc* frame, int fftLen) {
+    return kvrsMul_64fc_I(spectrum, frame, fftLen);
+  }
+  static KvrStatus inverse(Kvr64fc* frame, const Spec* spec, Kvr8u* buffer) {
+    return kvrsFFTInv_CToC_64fc_I(frame, spec, buffer);
+  }
+};
+
+// A signal that blocks are convolved with, and the memory that it takes.
+template <class T>
+struct BlockConvolution {
+  using Transform = BlockTransform<T>;
+
+  const typename Transform::Spec* spec;
+  const T* spectrum;  // of the signal
+  size_t fftLen;
+  size_t overlap;  // its length less 1
+  T* frames;       // fftLen elements for each thread
+  Kvr8u* buffers;  // bufferSize bytes for each thread, or null
+  size_t bufferSize;
+  KvrStatus* statuses;  // one for each thread
+
+  size_t step() const { return fftLen - overlap; }
+  size_t blocks(size_t len) const { return (len + step() - 1) / step(); }
+
+  // `len` outputs, by at most `team` threads. fetch(begin, count, frame) returns the fftLen samples of the block of
+  // outputs begin .. begin+count-1, `overlap` samples before them and silence behind, in `frame` or anywhere else.
+  // store(results, begin, count) takes the outputs.
+  template <class Fetch, class Store>
+  KvrStatus run(size_t len, int team, Fetch fetch, Store store) const {
+    const size_t count = blocks(len);
+    if (static_cast<size_t>(team) > count) team = static_cast<int>(count);
+    int granted = 1;
+    runTeam(team, [&](int thread, int threads) {
+      if (thread == 0) granted = threads;
+      statuses[thread] = runEach(len, thread, threads, fetch, store);
+    });
+    KvrStatus worst = kvrStatusOk;
+    for (int thread = 0; thread < granted; ++thread) {
+      if (statuses[thread] < worst) worst = statuses[thread];
+    }
+    return worst;
+  }
+
+ private:
+  template <class Fetch, class Store>
+  KvrStatus runEach(size_t len, int thread, int threads, Fetch fetch, Store store) const {
+    T* frame = frames + fftLen * static_cast<size_t>(thread);
+    Kvr8u* buffer = buffers == nullptr ? nullptr : buffers + bufferSize * static_cast<size_t>(thread);
+    for (size_t block = static_cast<size_t>(thread); block < blocks(len);
+         block += static_cast<size_t>(threads)) {
+      const size_t begin = block * step(), count = len - begin < step() ? len - begin : step();
+      const T* samples = fetch(begin, count, frame);
+      KvrStatus status = Transform::forward(samples, frame, spec, buffer);
+      if (status == kvrStatusOk) status = Transform::multiply(spectrum, frame, static_cast<int>(fftLen));
+      if (status == kvrStatusOk) status = Transform::inverse(frame, spec, buffer);
+      if (status != kvrStatusOk) return status;
+      store(frame + overlap, begin, count);
+    }
+    return kvrStatusOk;
+  }
+};
+
+}  // namespace kvrs
+
+#endif

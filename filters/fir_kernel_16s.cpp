@@ -1,0 +1,11 @@
+// FIR sums of 16-bit integers.
+// SPDX-License-Identifier: MIT
+#include "filters/fir_kernel-inl.h"
+
+namespace kvrs {
+
+template void firKernel<Kvr16s>(const Kvr16s*, Kvr32s*, size_t, const Kvr16s*, size_t);
+
+template Kvr32s firDot(const Kvr16s*, const Kvr16s*, size_t);
+
+}  // namespace kvrs

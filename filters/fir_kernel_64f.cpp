@@ -1,0 +1,11 @@
+// FIR sums of double precision.
+// SPDX-License-Identifier: MIT
+#include "filters/fir_kernel-inl.h"
+
+namespace kvrs {
+
+template void firKernel<Kvr64f>(const Kvr64f*, Kvr64f*, size_t, const Kvr64f*, size_t);
+template size_t firTileOutputs<Kvr64f>();
+template Kvr64f firDot(const Kvr64f*, const Kvr64f*, size_t);
+
+}  // namespace kvrs
