@@ -53,12 +53,12 @@
 #include "kvrs/spectrum.h"
 
 #include "kvrs/fir.h"
-#include "kvrs/iir.h"
-#include "kvrs/iir_gen.h"
-#include "kvrs/sparse.h"
 #include "kvrs/fir_direct.h"
 #include "kvrs/fir_multirate.h"
 #include "kvrs/fir_stream.h"
 #include "kvrs/sampling.h"
+#include "kvrs/iir.h"
+#include "kvrs/iir_gen.h"
+#include "kvrs/sparse.h"
 
 #endif
