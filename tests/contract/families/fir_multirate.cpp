@@ -9,6 +9,7 @@ namespace {
 
 const char* const kMakers = "kvrsFIRMR(GetStateSize|Init|InitAlloc)(_|32|64).*";
 const char* const kInits = "kvrsFIRMR(Init|InitAlloc)(_|32|64).*";
+const char* const kRated = "kvrsFIRMR((GetStateSize|Init|InitAlloc)(_|32|64).*|.*_Direct_.*)";
 const char* const kDirect = "kvrsFIRMR.*_Direct_.*";
 
 // The stateless forms test samples, the number of iterations, the taps, numbers, and then the delay line.
@@ -19,10 +20,10 @@ const Family family{{
     .freeLengths = {{kDirect, "numIters"}},
     .validValues =
         {
-            {"kvrsFIRMR.*", "upFactor", 3},
-            {"kvrsFIRMR.*", "upPhase", 2},
-            {"kvrsFIRMR.*", "downFactor", 2},
-            {"kvrsFIRMR.*", "downPhase", 1},
+            {kRated, "upFactor", 3},
+            {kRated, "upPhase", 2},
+            {kRated, "downFactor", 2},
+            {kRated, "downPhase", 1},
         },
     .badValues =
         {
