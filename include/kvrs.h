@@ -56,9 +56,9 @@
 #include "kvrs/fir_direct.h"
 #include "kvrs/fir_multirate.h"
 #include "kvrs/fir_stream.h"
-#include "kvrs/sampling.h"
 #include "kvrs/iir.h"
 #include "kvrs/iir_gen.h"
+#include "kvrs/sampling.h"
 #include "kvrs/sparse.h"
 
 #endif

@@ -174,7 +174,7 @@ TEST(FirTypes, EveryShortLength) {
 TEST(FirTypes, LengthsAboutTheGates) {
   Random random;
   forKinds([&](const FirKind& kind) {
-    for (int tapsLen : {15, 16, 32, 64, 300}) {
+    for (int tapsLen : {16, 64, 200}) {
       Pair pair(kind, random, tapsLen);
       for (size_t gate : {256, 512, 801, 1601, 2048, 4608}) {
         for (size_t len : {gate - 1, gate}) {
@@ -274,10 +274,10 @@ TEST(FirTypes, StayInTheirBlock) {
   forKinds([&](const FirKind& kind) {
     for (int threads : {1, 3}) {
       ThreadCount count(threads);
-      for (int tapsLen : {1, 2, 3, 4, 5, 7, 8, 9, 15, 16, 17, 31, 32, 33, 63, 64, 65, 128, 400}) {
+      for (int tapsLen : {1, 2, 3, 4, 5, 8, 9, 16, 17, 31, 33, 64, 65, 400}) {
         int size = 0;
         ASSERT_EQ(kvrStatusOk, kind.getStateSize(tapsLen, &size));
-        for (size_t offset : {0, 1, 15, 16, 33, 63}) {
+        for (size_t offset : {0, 1, 33, 63}) {
           SCOPED_TRACE(testing::Message() << tapsLen << " taps, offset " << offset);
           auto* buffer = arena.place<Kvr8u>(static_cast<size_t>(size), Side::back, offset);
           const Wholes taps = tapsFor(random, kind, tapsLen);
@@ -289,8 +289,7 @@ TEST(FirTypes, StayInTheirBlock) {
                     kind.init(&state, bytesOf(*kind.taps, taps).data(), tapsLen, 0, nullptr, buffer));
           const auto address = reinterpret_cast<uintptr_t>(buffer);
           EXPECT_EQ((address + 15) / 16 * 16, reinterpret_cast<uintptr_t>(state));
-          for (size_t len :
-               {static_cast<size_t>(tapsLen) * 2 + 14, size_t{5000}, static_cast<size_t>(tapsLen)}) {
+          for (size_t len : {static_cast<size_t>(tapsLen) * 2 + 14, size_t{4700}}) {
             const auto src = bytesOf(*kind.data, samplesFor(random, kind, len));
             auto dst = src;
             ASSERT_EQ(kvrStatusOk, kind.run(src.data(), dst.data(), static_cast<int>(len), state, 0));
