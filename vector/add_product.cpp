@@ -3,6 +3,8 @@
 #include "frame/check.h"
 #include "frame/complex.h"
 #include "frame/loop.h"
+#include "frame/overlap.h"
+#include "frame/unroll.h"
 #include "kvrs/mixed.h"
 
 namespace kvrs {
@@ -32,23 +34,12 @@ struct AddScaled {
   }
 };
 
-// Whether elements of src are stored before they are read when elements are computed one after the other: it
-// begins below dst and reaches into it.
-template <class T>
-bool readsResults(const T* src, const T* dst, int len) {
-  const uintptr_t from = reinterpret_cast<uintptr_t>(src), to = reinterpret_cast<uintptr_t>(dst);
-  return from < to && to - from < static_cast<size_t>(len) * sizeof(T);
-}
-
-// srcDst[i] = op(src[i]..., srcDst[i]) in the order of the elements. The element loop may run over vectors as
-// long as no source reads results: what lies above is read before it is stored.
+// srcDst[i] = op(src[i]..., srcDst[i])
 template <class T, class Op, class... S>
 KvrStatus accumulate(const Op& op, T* srcDst, int len, const S*... src) {
-  if (__builtin_expect((readsResults(src, static_cast<const T*>(srcDst), len) || ...), false)) {
-    for (int i = 0; i < len; ++i) mapElements(op, srcDst + i, 1, (src + i)..., srcDst + i);
-    return kvrStatusOk;
-  }
-  return mapElements(op, srcDst, static_cast<size_t>(len), src..., srcDst);
+  const auto map = [&](T* to, size_t n, const S*... from)
+                       KVRS_UNROLLED { return mapElements(op, to, n, from..., static_cast<const T*>(to)); };
+  return inElementOrder(map, srcDst, static_cast<size_t>(len), src...);
 }
 
 template <class T>

@@ -40,23 +40,6 @@ class ComplexQuotient {
   bool met_ = false;
 };
 
-// The same by one divisor.
-class ComplexQuotientBy {
- public:
-  ComplexQuotientBy(Kvr16sc divisor, double scale) : op_(scale), divisor_(divisor) {}
-
-  template <class D, class V>
-  KVRS_INLINE Complex<hn::Vec<D>> operator()(D d, Complex<V> dividend) {
-    return op_(d, Complex<V>{hn::Set(d, divisor_.re), hn::Set(d, divisor_.im)}, dividend);
-  }
-
-  bool metZeroDivisor() const { return false; }
-
- private:
-  ComplexQuotient op_;
-  Kvr16sc divisor_;
-};
-
 // (0, 0), whatever the dividend.
 class ComplexZeroQuotient {
  public:

@@ -36,7 +36,7 @@ enum class QuotientRounding {
 // The least scale factor at which single precision serves 16-bit operands.
 inline constexpr int kSingleFrom = -5;
 
-// 2^e, for |e| < 127.
+// 2^e, for |e| < 1023.
 inline double powerOfTwo(int e) {
   return std::bit_cast<double>(static_cast<uint64_t>(1023 + e) << 52);
 }

@@ -19,7 +19,9 @@ namespace {
 constexpr Division kC8u{-15, 8, kNeverThreaded};
 constexpr Division kC16u{-31, 16, kNeverThreaded};
 constexpr Division kC16s{-30, 15, kNeverThreaded};
-constexpr Division kC16sc{-16, 64, 1024};  // nothing is left long before 64
+// Complex quotients by way of the inverse: nothing is left of any long before 2^-64, and what rounding errors leave
+// of a part that is 0 has saturated long before 2^1000.
+constexpr int kC16scLeast = -1000, kC16scMost = 64;
 constexpr Division kCRev16u{-31, 16, 2048};
 
 // Full vectors of narrow integers by way of `op` on 32-bit ones, which signed 16-bit elements are the upper halves of.
@@ -142,7 +144,8 @@ KvrStatus divideByScalar(const Kvr16s* src, Kvr16s val, Kvr16s* dst, int len, in
   return mapElements(Widened<Product>{{bounded * 0x1p-16f}}, dst, static_cast<size_t>(len), src);
 }
 
-// Pairs times an inverse: a product for every element in place of two divisions. Its rounding errors may turn a tie.
+// Pairs times an inverse: a product for every element in place of two divisions. Its rounding errors may turn a tie, and
+// show where they are scaled up.
 class ComplexProduct {
  public:
   ComplexProduct(double re, double im) : re_(re * 0x1p-16), im_(im * 0x1p-16) {}
@@ -165,12 +168,10 @@ class ComplexProduct {
 KvrStatus divideByScalar(const Kvr16sc* src, Kvr16sc val, Kvr16sc* dst, int len, int scaleFactor) {
   KVRS_CHECK(pointers(src, dst), length(len), divisor(val.re == 0 && val.im == 0));
   return underRounding(Rounding::nearest, [=] {
-    if (scaleFactor < kC16sc.signBelow) {
-      // Scaled up so far, the errors of a product with the inverse would show.
-      const ComplexQuotientBy op(val, powerOfTwo(scaleFactor < -64 ? -64 : scaleFactor));
-      return divideVectors<double>(kC16sc, op, dst, len, src);
-    }
-    const double scale = powerOfTwo(-(scaleFactor > kC16sc.zeroAbove ? kC16sc.zeroAbove : scaleFactor));
+    const int exponent = scaleFactor < kC16scLeast  ? kC16scLeast
+                         : scaleFactor > kC16scMost ? kC16scMost
+                                                    : scaleFactor;
+    const double scale = powerOfTwo(-exponent);
     const double re = val.re, im = val.im;
     const double square = re * re + im * im;
     const Widened<ComplexProduct> op{{re / square * scale, -im / square * scale}};

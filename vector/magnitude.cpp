@@ -164,17 +164,35 @@ struct SumShiftedLeft {
   }
 };
 
-// 32-bit parts, in double precision throughout.
+// 32-bit parts.
 template <bool root>
 struct ScaledOf32s {
   double scale;
   template <class D, class V>
   KVRS_INLINE V operator()(D d, Complex<V> z) const {
     const hn::Rebind<double, D> df;
-    auto x = squaredMagnitude(hn::PromoteTo(df, z.re), hn::PromoteTo(df, z.im));
-    if constexpr (root) x = hn::Sqrt(x);
-    const auto scaled = hn::Mul(x, hn::Set(df, scale));
+    const auto scaled = hn::Mul(value(df, z), hn::Set(df, scale));
     return nearestInt32(d, hn::Min(scaled, hn::Set(df, 2147483647.0)));
+  }
+
+ private:
+  template <class Df, class V>
+  static KVRS_INLINE hn::Vec<Df> value(Df df, Complex<V> z) {
+    if constexpr (root) {
+      // The sum is exact in integers, up to 2^63, and rounded once.
+      const hn::Rebind<uint64_t, Df> du;
+      return hn::Sqrt(hn::ConvertTo(df, hn::Add(square(du, z.re), square(du, z.im))));
+    } else {
+      return squaredMagnitude(hn::PromoteTo(df, z.re), hn::PromoteTo(df, z.im));
+    }
+  }
+  template <class Du, class V>
+  static KVRS_INLINE hn::Vec<Du> square(Du du, V part) {
+    // 2^31, which has no positive counterpart among signed numbers, is right as an unsigned one.
+    const hn::Rebind<uint32_t, Du> narrow;
+    const auto magnitude =
+        hn::BitCast(hn::Repartition<uint32_t, Du>(), hn::PromoteTo(du, hn::BitCast(narrow, hn::Abs(part))));
+    return hn::MulEven(magnitude, magnitude);
   }
 };
 

@@ -1,6 +1,8 @@
 // Scaled integer multiplication of real numbers in 32 bits, and by complex ones: in double precision.
 // SPDX-License-Identifier: MIT
+#include "frame/overlap.h"
 #include "frame/rounding.h"
+#include "frame/unroll.h"
 #include "kvrs/arith_scaled.h"
 #include "vector/scaled_form.h"
 
@@ -204,12 +206,16 @@ KvrStatus kvrsMulC_32s_ISfs(Kvr32s val, Kvr32s* srcDst, int len, int scaleFactor
 KvrStatus kvrsMul_Low_32s_Sfs(const Kvr32s* src1, const Kvr32s* src2, Kvr32s* dst, int len,
                               int scaleFactor) noexcept {
   KVRS_CHECK(pointers(src1, src2, dst), length(len));
-  const size_t n = static_cast<size_t>(len);
   if (scaleFactor > kMulLow32s.zeroAbove) return zeroInstead(dst, len);
-  if (scaleFactor <= kMulLow32s.signAtOrBelow) return mapSaturated(SignOfProduct(), dst, n, src1, src2);
-  if (scaleFactor <= 0) return mapSaturated(LowShiftedLeft{-scaleFactor}, dst, n, src1, src2);
-  if (scaleFactor < 32) return mapSaturated(LowOfShiftedRight{scaleFactor}, dst, n, src1, src2);
-  return mapSaturated(HighShiftedRight{scaleFactor - 32}, dst, n, src1, src2);
+  const auto map = [&](const auto& op) {
+    const auto loop = [&](Kvr32s* to, size_t n, const Kvr32s* a, const Kvr32s* b)
+                          KVRS_UNROLLED { return mapSaturated(op, to, n, a, b); };
+    return inElementOrder(loop, dst, static_cast<size_t>(len), src1, src2);
+  };
+  if (scaleFactor <= kMulLow32s.signAtOrBelow) return map(SignOfProduct());
+  if (scaleFactor <= 0) return map(LowShiftedLeft{-scaleFactor});
+  if (scaleFactor < 32) return map(LowOfShiftedRight{scaleFactor});
+  return map(HighShiftedRight{scaleFactor - 32});
 }
 KvrStatus kvrsAddProduct_32s_Sfs(const Kvr32s* src1, const Kvr32s* src2, Kvr32s* srcDst, int len,
                                  int scaleFactor) noexcept {

@@ -129,7 +129,11 @@ class Denoise(unittest.TestCase):
     def test_silence(self):
         path = self.dir / "silence.wav"
         write_wav(path, 8000, 2, lambda c: [0.0] * 4000)
-        self.assertEqual(self.denoise("--notch", 1000, path).returncode, 0)
+        for disturbed in ([], ["--whistle", 1000], ["--hiss", -50]):
+            run = self.denoise("--notch", 1000, *disturbed, path)
+            self.assertEqual(run.returncode, 0, run.stderr)
+            self.assertNotRegex(run.stdout, r"\b(nan|inf)\b")
+            self.assertTrue(disturbed or "there is none" in run.stdout)
 
     @unittest.skipUnless(shutil.which("gnuplot"), "there is no gnuplot")
     def test_picture(self):

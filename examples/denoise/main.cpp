@@ -167,6 +167,15 @@ double decibels(double power) {
   return 10.0 * std::log10(power);
 }
 
+// How much weaker a power is than before; silence has nothing that could be.
+std::string attenuation(double before, double after) {
+  if (before <= 0) return "there is none in the recording";
+  if (after <= 0) return "removed altogether";
+  char text[64];
+  snprintf(text, sizeof text, "attenuated by %.1f dB", decibels(before) - decibels(after));
+  return text;
+}
+
 double energy(const Recording& recording) {
   double sum = 0;
   for (const Samples& channel : recording.channels) {
@@ -241,26 +250,34 @@ void run(const Options& options) {
   std::string subtitle;
   char text[256];
   if (design.notchHz) {
-    const double levelBefore = decibels(powerAt(before, *design.notchHz)),
-                 levelAfter = decibels(powerAt(after, *design.notchHz));
-    report.line("whistle", "%.4g Hz: %.1f dB of full scale before, %.1f dB after: attenuated by %.1f dB",
-                *design.notchHz, levelBefore, levelAfter, levelBefore - levelAfter);
-    snprintf(text, sizeof text, "whistle at %.4g Hz: -%.0f dB    ", *design.notchHz,
-             levelBefore - levelAfter);
-    subtitle += text;
+    const double powerBefore = powerAt(before, *design.notchHz), powerAfter = powerAt(after, *design.notchHz);
+    const std::string change = attenuation(powerBefore, powerAfter);
+    if (powerBefore > 0 && powerAfter > 0) {
+      const double levelBefore = decibels(powerBefore), levelAfter = decibels(powerAfter);
+      report.line("whistle", "%.4g Hz: %.1f dB of full scale before, %.1f dB after: %s", *design.notchHz,
+                  levelBefore, levelAfter, change.c_str());
+      snprintf(text, sizeof text, "whistle at %.4g Hz: -%.0f dB    ", *design.notchHz,
+               levelBefore - levelAfter);
+      subtitle += text;
+    } else {
+      report.line("whistle", "%.4g Hz: %s", *design.notchHz, change.c_str());
+    }
   }
   if (design.lowPassHz) {
     const double from = *design.lowPassHz + design.transitionHz;
     const double top = std::numeric_limits<double>::infinity();
-    const double cut =
-        decibels(meanSpectrum(before).band(from, top)) - decibels(meanSpectrum(after).band(from, top));
-    report.line("hiss", "above %.5g Hz: attenuated by %.1f dB", from, cut);
-    snprintf(text, sizeof text, "hiss above %.5g Hz: -%.0f dB    ", from, cut);
-    subtitle += text;
+    const double powerBefore = meanSpectrum(before).band(from, top),
+                 powerAfter = meanSpectrum(after).band(from, top);
+    report.line("hiss", "above %.5g Hz: %s", from, attenuation(powerBefore, powerAfter).c_str());
+    if (powerBefore > 0 && powerAfter > 0) {
+      snprintf(text, sizeof text, "hiss above %.5g Hz: -%.0f dB    ", from,
+               decibels(powerBefore) - decibels(powerAfter));
+      subtitle += text;
+    }
   } else {
     report.line("hiss", "the filter reaches up to half the sample rate: no band is cut off");
   }
-  if (disturbed) {
+  if (disturbed && energy(clean) > 0) {
     const double snrBefore = signalToNoise(clean, before), snrAfter = signalToNoise(clean, after);
     report.line("signal to noise", "%.1f dB before, %.1f dB after, against the clean original", snrBefore,
                 snrAfter);

@@ -75,7 +75,8 @@ KVRS_BEGIN_DECLS
  * - DivC_64s: `(srcDst[i] * 2^(-scaleFactor)) / val` likewise. A `val` of 0 stores the maximum for positive
  *   elements, the minimum for negative ones and 0 for 0, with the warning ::kvrStatusDivByZeroWarn.
  *
- * `dst` may be one of the sources of its own element type; otherwise arrays do not overlap.
+ * `dst` may be one of the sources of its own element type; otherwise arrays do not overlap. Sources of Mul_Low_32s
+ * may overlap `dst` in any way: the result is that of elements computed one after the other.
  *
  * Errors, in the order tested: ::kvrStatusNullPointer for a null pointer, ::kvrStatusBadLength for `len`
  * below 1. Exceptions:

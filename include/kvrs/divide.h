@@ -48,7 +48,8 @@ KVRS_BEGIN_DECLS
  * - DivC 16s rounds 2^(-scaleFactor) / `val` to single precision and then its product with the element,
  *   before it rounds that to an integer: where the exact quotient is a tie, either neighbour may come out.
  * - DivC 16sc multiplies by conj(val) / |val|^2 * 2^(-scaleFactor) in double precision, each product and sum
- *   rounded by itself. Below scaleFactor -16, where these errors could show, it rounds the exact quotient.
+ *   rounded by itself. Far below scaleFactor -16 these errors show: what is left of a part that should be 0
+ *   is scaled up with all others, down to scaleFactor -1000.
  *
  * Division by zero, the other elements being computed as usual:
  *
@@ -59,8 +60,7 @@ KVRS_BEGIN_DECLS
  * | 16sc            | (0, 0) | (0, 0)              | (0, 0)              |
  *
  * `dst` may be one of the sources; otherwise they do not overlap. Long vectors are shared among threads where
- * the core library allows more than one (Div 16u is not, and of DivC only 16sc is, where its scale factor is below
- * -16); that changes no result.
+ * the core library allows more than one (Div 16u and DivC are not); that changes no result.
  *
  * Warning: ::kvrStatusDivByZeroWarn when an element of the divisor was zero.
  *

@@ -17,7 +17,7 @@ KVRS_BEGIN_DECLS
  * | Move     | `dst[i] = src[i]`, with every source element as it was before the call | any               |
  *
  * Element types: 8u, 16s, 16sc, 32s, 32f, 32sc, 32fc, 64s, 64f, 64sc, 64fc. Values go over bit by bit, so a
- * NaN keeps its bits. Long vectors are written past the cache when they would not fit in it.
+ * NaN keeps its bits.
  *
  * Errors, in the order tested: ::kvrStatusNullPointer for a null pointer, ::kvrStatusBadLength for `len`
  * below 1 and, in a 32-bit process, for a `len` of more bytes than an address can count.

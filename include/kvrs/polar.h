@@ -22,8 +22,8 @@ KVRS_BEGIN_DECLS
  * |-------------------------|-----------------------------------------------------------|--------------|--------|
  * | Magnitude 16sc 16s      | exact sum in integers, rounded to single precision; its   | -14          | 16     |
  * |                         | root in single precision, scaled; to an integer           |              |        |
- * | Magnitude 32sc          | squares, their sum and its root in double precision,      | -30          | 32     |
- * |                         | scaled; to an integer                                     |              |        |
+ * | Magnitude 32sc          | exact sum in integers, rounded to double precision; its   | -30          | 32     |
+ * |                         | root in double precision, scaled; to an integer           |              |        |
  * | MagSquared 32sc32s      | squares and sum in double precision, scaled; to an integer| -30          | 63     |
  * | PowerSpectr 16sc 16s    | exact sum, scaled, ties to even                           | -14          | 31     |
  * | 16sc32f 16s32f          | exact sum in integers, rounded to single precision; its   |              |        |

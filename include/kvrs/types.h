@@ -70,8 +70,8 @@ typedef struct {
   Kvr64f re, im;
 } Kvr64fc;
 
-/** How a call ended: 0 is success; a negative status is an error, and nothing was written; a positive one is
- * a warning, and the whole result was written, with the replacements that the function's contract states. */
+/** How a call ended: 0 is success; a negative status is an error, and nothing was written but what the contract
+ * says; a positive one is a warning, and the whole result was written, with the contract's replacements. */
 typedef int32_t KvrStatus;
 
 enum {
@@ -88,7 +88,7 @@ enum {
 
   /* Errors. */
   kvrStatusBadArg = -5,                /**< a comparison or a delay index that the function does not know */
-  kvrStatusBadLength = -6,             /**< a length below 1 */
+  kvrStatusBadLength = -6,             /**< a length below 1, or of an array that no address space holds */
   kvrStatusBadFlag = -7,               /**< a flag that the function does not know */
   kvrStatusNullPointer = -8,           /**< a pointer argument is null */
   kvrStatusOutOfMemory = -9,           /**< an allocation failed */

@@ -38,19 +38,10 @@ Kvr16s quotient(Kvr16s n, Kvr16s d, int s, To to) {
   return result;
 }
 
-// n / m * 2^(-s) for s below -16, |n| and m up to 2^31. What does not fit into 64 bits saturates.
-Kvr16s scaledUp(int64_t n, int64_t m, int s) {
-  if (n == 0 || s < -48 || (s < -32 && std::abs(n) >= 1 << 15)) return extreme<Kvr16s>(n);
-  return exactQuotient<Kvr16s>(n, m, s, To::nearestEven);
-}
-
 Kvr16sc quotient(Kvr16sc n, Kvr16sc d, int s, To) {
   const int64_t m = int64_t{d.re} * d.re + int64_t{d.im} * d.im;
-  if (s < -16) {
-    return {scaledUp(int64_t{n.re} * d.re + int64_t{n.im} * d.im, m, s),
-            scaledUp(int64_t{n.im} * d.re - int64_t{n.re} * d.im, m, s)};
-  }
   if (s > 64) s = 64;
+  if (s < -1000) s = -1000;
   const double re = std::ldexp(d.re / static_cast<double>(m), -s);
   const double im = std::ldexp(-d.im / static_cast<double>(m), -s);
   return {rounded(n.re * re - n.im * im), rounded(n.re * im + n.im * re)};
@@ -113,6 +104,38 @@ TEST(DivideScalar, DivC16sc) {
   check<Kvr16sc>(
       kvrsDivC_16sc_Sfs, kvrsDivC_16sc_ISfs,
       {{1, 0}, {0, -1}, {3, 7}, {-5, 2}, {100, 100}, {-32768, -32768}, {32767, -32768}, {0, 32767}}, 1024);
+}
+
+// What the inverse and the products round off shows where it is scaled up.
+TEST(DivideScalar, DivC16scFollowsTheStatedArithmetic) {
+  struct Case {
+    Kvr16sc n, d;
+    int scaleFactor;
+    Kvr16sc want;
+  };
+  for (const Case& c : {Case{{32766, 32767}, {-32767, -32768}, -45, {-32768, -16384}},
+                        Case{{-1, 3}, {3, 1}, -54, {1, 32767}}}) {
+    Kvr16sc got;
+    ASSERT_EQ(kvrStatusOk, kvrsDivC_16sc_Sfs(&c.n, c.d, &got, 1, c.scaleFactor));
+    EXPECT_EQ(c.want.re, got.re);
+    EXPECT_EQ(c.want.im, got.im);
+  }
+  // Multiples of the divisor by numbers that leave zeros, at every scale factor.
+  Random random;
+  for (int turn = 0; turn < 60; ++turn) {
+    const Kvr16sc d = {static_cast<Kvr16s>(1 + random.below(180)),
+                       static_cast<Kvr16s>(1 + random.below(180))};
+    std::vector<Kvr16sc> src;
+    for (int k = -90; k < 90; ++k) {
+      src.push_back({static_cast<Kvr16s>(k * d.re), static_cast<Kvr16s>(k * d.im)});
+      src.push_back({static_cast<Kvr16s>(-k * d.im), static_cast<Kvr16s>(k * d.re)});
+    }
+    for (int s = -90; s < -10; ++s) checkVector(kvrsDivC_16sc_Sfs, src, d, s, kModes[0]);
+    for (int s : {-999, -1000, -1001, -5000, std::numeric_limits<int>::min()}) {
+      checkVector(kvrsDivC_16sc_Sfs, src, d, s, kModes[0]);
+    }
+    if (testing::Test::HasFailure()) return;
+  }
 }
 
 TEST(DivideScalar, DivC8uAllPairs) {

@@ -37,6 +37,14 @@ uint32_t sumOfSquares(int re, int im) {
   return static_cast<float>(static_cast<int64_t>(x));
 }
 
+// The exact sum of squares, up to 2^63, rounded once.
+[[gnu::noinline]] double toDouble(Kvr32sc z) {
+  asm volatile("");
+  const auto square = [](int64_t part) { return static_cast<uint64_t>(part * part); };
+  const uint64_t sum = square(z.re) + square(z.im);
+  return sum >> 63 != 0 ? 0x1p63 : static_cast<double>(static_cast<int64_t>(sum));
+}
+
 template <class T>
 [[gnu::noinline]] T toInteger(double scaled) {
   asm volatile("");
@@ -54,7 +62,7 @@ Kvr16s magnitude16s(int re, int im, int scaleFactor) {
 Kvr32s magnitude32s(Kvr32sc z, int scaleFactor) {
   if (scaleFactor < -30) return z.re == 0 && z.im == 0 ? 0 : INT_MAX;
   if (scaleFactor > 32) return 0;
-  return toInteger<Kvr32s>(std::ldexp(magnitude<double>(z.re, z.im), -scaleFactor));
+  return toInteger<Kvr32s>(std::ldexp(root(toDouble(z)), -scaleFactor));
 }
 Kvr32s squared32s(Kvr32sc z, int scaleFactor) {
   if (scaleFactor < -30) return z.re == 0 && z.im == 0 ? 0 : INT_MAX;
@@ -138,6 +146,34 @@ TEST(Magnitude, ScaleFactors16s) {
   const auto oracle = [](Kvr16sc z, int scaleFactor) { return magnitude16s(z.re, z.im, scaleFactor); };
   checkScaleFactors<Kvr16sc, Kvr16s>(kvrsMagnitude_16sc_Sfs, oracle);
   checkScaleFactors<Kvr16sc, Kvr16s>(onPlanes<Kvr16s>(kvrsMagnitude_16s_Sfs), oracle);
+}
+// Squares that are rounded before they are added turn the halves of odd magnitudes.
+TEST(Magnitude, SumOfSquaresIsExact) {
+  const Kvr32sc known = {411737480, 772007775};  // magnitude 874942145
+  Kvr32s got = 0;
+  ASSERT_EQ(kvrStatusOk, kvrsMagnitude_32sc_Sfs(&known, &got, 1, 1));
+  EXPECT_EQ(437471072, got);
+  const Kvr32sc extreme = {INT_MIN, INT_MIN};
+  ASSERT_EQ(kvrStatusOk, kvrsMagnitude_32sc_Sfs(&extreme, &got, 1, 1));
+  EXPECT_EQ(1518500250, got);  // 2^30.5
+  // Whole magnitudes: (m^2 - n^2, 2mn, m^2 + n^2) times k.
+  Random random;
+  std::vector<Kvr32sc> src;
+  std::vector<int64_t> magnitude;
+  while (src.size() < 100000) {
+    const int64_t m = 1 + random.below(32768), n = 1 + random.below(32768);
+    const int64_t k = 1 + random.below(1u << random.below(12));
+    const int64_t a = k * (m * m - n * n), b = k * 2 * m * n;
+    if (std::max(std::abs(a), b) > INT_MAX) continue;
+    src.push_back({static_cast<Kvr32s>(a), static_cast<Kvr32s>(-b)});
+    magnitude.push_back(k * (m * m + n * n));
+  }
+  std::vector<Kvr32s> dst(src.size());
+  ASSERT_EQ(kvrStatusOk, kvrsMagnitude_32sc_Sfs(src.data(), dst.data(), static_cast<int>(src.size()), 1));
+  for (size_t i = 0; i < src.size(); ++i) {
+    const int64_t floor = magnitude[i] >> 1, up = magnitude[i] & 1 & floor;
+    ASSERT_EQ(std::min<int64_t>(floor + up, INT_MAX), dst[i]) << show(src[i]);
+  }
 }
 TEST(Magnitude, ScaleFactors32sc) {
   checkScaleFactors<Kvr32sc, Kvr32s>(kvrsMagnitude_32sc_Sfs, magnitude32s);

@@ -89,6 +89,32 @@ TEST(ScaledMulLow, Vectors) {
       "Low_32s", kvrsMul_Low_32s_Sfs, lowProduct, {0, 5, -2, 40, -40, 70}});
 }
 
+// Sources anywhere in the same memory: elements are computed one after the other.
+TEST(ScaledMulLow, SourcesOverlapInAnyWay) {
+  Random random(5);
+  std::vector<Kvr32s> fresh(700);
+  for (Kvr32s& x : fresh) x = random.value<Kvr32s>();
+  for (int scaleFactor : {0, -3, 7, 33, -40}) {
+    for (ptrdiff_t by1 : {0, 4, -4, 20, -20, 2, -2, 256, -256, 600, -600}) {
+      for (ptrdiff_t by2 : {0, 12, -8, 400, -160}) {
+        for (int len : {1, 2, 3, 8, 17, 33, 64, 100, 200}) {
+          auto want = fresh, got = fresh;
+          const auto at = [](std::vector<Kvr32s>& v, ptrdiff_t by) {
+            return reinterpret_cast<Kvr32s*>(reinterpret_cast<uint8_t*>(v.data() + 250) + by);
+          };
+          for (size_t i = 0; i < static_cast<size_t>(len); ++i) {
+            put(at(want, 0), i, lowProduct(scaleFactor, get(at(want, by1), i), get(at(want, by2), i)));
+          }
+          ASSERT_EQ(kvrStatusOk,
+                    kvrsMul_Low_32s_Sfs(at(got, by1), at(got, by2), at(got, 0), len, scaleFactor));
+          ASSERT_TRUE(want == got) << "sources " << by1 << " and " << by2 << " bytes behind dst, len " << len
+                                   << ", scale factor " << scaleFactor;
+        }
+      }
+    }
+  }
+}
+
 TEST(ScaledMulLow, DoesNotRoundNorSaturate) {
   const Kvr32s a[] = {3, -3, 0x10000, 0x7FFFFFFF, 0x7FFFFFFF}, b[] = {1, 1, 0x10000, 2, 0x7FFFFFFF};
   Kvr32s dst[5];

@@ -50,45 +50,6 @@ T clamped(long double r) {
 }
 
 template <class T>
-class SaturatingTest : public testing::Test {};
-using AllLanes = testing::Types<uint8_t, int8_t, uint16_t, int16_t, uint32_t, int32_t, uint64_t, int64_t>;
-TYPED_TEST_SUITE(SaturatingTest, AllLanes);
-
-TYPED_TEST(SaturatingTest, AddAndSub) {
-  using T = TypeParam;
-  Random random(1);
-  const Full<T> d;
-  for (int turn = 0; turn < 500; ++turn) {
-    const auto a = randomRow<T>(random), b = randomRow<T>(random);
-    const auto sum = store(saturatedAdd(d, load(a), load(b)));
-    const auto difference = store(saturatedSub(d, load(a), load(b)));
-    for (size_t i = 0; i < kLanes<T>; ++i) {
-      const long double x = a.at[i], y = b.at[i];
-      ASSERT_EQ(+clamped<T>(x + y), +sum.at[i]) << +a.at[i] << " + " << +b.at[i];
-      ASSERT_EQ(+clamped<T>(x - y), +difference.at[i]) << +a.at[i] << " - " << +b.at[i];
-    }
-  }
-}
-
-TYPED_TEST(SaturatingTest, ShiftLeftAndSign) {
-  using T = TypeParam;
-  Random random(2);
-  const Full<T> d;
-  for (int n = 0; n < int{8 * sizeof(T)}; ++n) {
-    for (int turn = 0; turn < 20; ++turn) {
-      auto a = randomRow<T>(random);
-      for (T& value : a.at) value = static_cast<T>(value >> random.below(8 * sizeof(T)));
-      const auto shifted = store(saturatedShiftLeft(d, load(a), n));
-      const auto sign = store(saturatedBySign(d, load(a)));
-      for (size_t i = 0; i < kLanes<T>; ++i) {
-        ASSERT_EQ(+clamped<T>(ldexpl(a.at[i], n)), +shifted.at[i]) << +a.at[i] << " << " << n;
-        ASSERT_EQ(+saturateBySign<T>(a.at[i]), +sign.at[i]);
-      }
-    }
-  }
-}
-
-template <class T>
 class ShiftRightEvenTest : public testing::Test {};
 using ShiftedLanes = testing::Types<uint8_t, uint16_t, int16_t, uint32_t, int32_t, int64_t>;
 TYPED_TEST_SUITE(ShiftRightEvenTest, ShiftedLanes);
@@ -119,39 +80,6 @@ TYPED_TEST(ShiftRightEvenTest, RoundsToEven) {
             (sticky.at[i] & 1) && tie ? floorl(ldexpl(x, -k)) + 1 : rintl(ldexpl(x, -k));
         ASSERT_EQ(+clamped<T>(above), +sticking.at[i]) << +v.at[i] << " >> " << k;
       }
-    }
-  }
-}
-
-TEST(Widen, NeighboursAreMultipliedAndAdded) {
-  Random random(4);
-  const Full<int32_t> d;
-  for (int turn = 0; turn < 500; ++turn) {
-    const auto a = randomRow<int16_t>(random), b = randomRow<int16_t>(random);
-    const auto sums = store(mulAddNeighbours(d, load(a), load(b)));
-    for (size_t i = 0; i < kLanes<int32_t>; ++i) {
-      const int64_t want = int64_t{a.at[2 * i]} * b.at[2 * i] + int64_t{a.at[2 * i + 1]} * b.at[2 * i + 1];
-      ASSERT_EQ(static_cast<int32_t>(want), sums.at[i]);
-    }
-  }
-}
-
-TEST(Widen, EvenAndOddProducts) {
-  Random random(5);
-  const Full<int32_t> d;
-  for (int turn = 0; turn < 500; ++turn) {
-    const auto a = randomRow<int32_t>(random), b = randomRow<int32_t>(random);
-    const auto products = mulEvenOdd(d, load(a), load(b));
-    const auto even = store(products.even), odd = store(products.odd);
-    const auto low = store(lowHalves(d, products.even, products.odd));
-    const auto high = store(highHalves(d, products.even, products.odd));
-    const auto saturated = store(saturatedHalves(d, products.even, products.odd));
-    for (size_t i = 0; i < kLanes<int32_t>; ++i) {
-      const int64_t want = int64_t{a.at[i]} * b.at[i];
-      ASSERT_EQ(want, i % 2 ? odd.at[i / 2] : even.at[i / 2]);
-      ASSERT_EQ(static_cast<int32_t>(want), low.at[i]);
-      ASSERT_EQ(static_cast<int32_t>(want >> 32), high.at[i]);
-      ASSERT_EQ(clamped<int32_t>(static_cast<long double>(want)), saturated.at[i]);
     }
   }
 }
