@@ -90,6 +90,10 @@ struct Sum {
     if constexpr (kIsComplex<W>) parts[1] = hn::MulAdd(x.parts[1], row, parts[1]);
   }
   KVRS_INLINE void add(Vec<W> row, W x) { add(row, everywhere(x)); }
+  KVRS_INLINE void begin(Vec<W> row, Everywhere<W> x) {
+    parts[0] = hn::Mul(x.parts[0], row);
+    if constexpr (kIsComplex<W>) parts[1] = hn::Mul(x.parts[1], row);
+  }
   KVRS_INLINE void add(const Sum& other) {
     for (size_t i = 0; i < kParts<W>; ++i) parts[i] = hn::Add(parts[i], other.parts[i]);
   }
@@ -131,19 +135,53 @@ struct ShiftedRows {
   Vec<W> rows[kBlock<W>];
 };
 
-// Adds what the numbers x(i), i from 0 to kBlock - 1, do to the block.
-template <class W, class X>
-KVRS_INLINE void addOwn(const ShiftedRows<W>& rows, X x, Sum<W> (&sums)[kBlockVectors]) {
-  unroll<static_cast<int>(kBlock<W>)>([&](auto i) KVRS_UNROLLED {
-    const auto number = everywhere<W>(x(i));
-    unroll<static_cast<int>(kBlockVectors)>([&](auto v) KVRS_UNROLLED {
-      constexpr int shift = decltype(i)::value - decltype(v)::value * static_cast<int>(kWide<W>);
-      if constexpr (shift < static_cast<int>(kWide<W>)) {
-        sums[v].add(rows.template row<shift>(), number);
-      }
+// Sums that a block is added up in, side by side: a product waits for the sum before it, and of the operations that wait a
+// processor holds about a hundred, which in one chain is too little for the blocks that it takes to be busy.
+inline constexpr int kChains = kVectorRegisters == 8 ? 1 : kVectorRegisters == 32 ? 4 : 2;
+
+template <class W>
+struct Chains {
+  static constexpr int kVectors = static_cast<int>(kBlockVectors);
+  static constexpr int kWidth = static_cast<int>(kWide<W>);
+
+  // Begins with what the numbers x(i), i from 0 to kBlock - 1, do to the block.
+  template <class X>
+  KVRS_INLINE explicit Chains(const ShiftedRows<W>& rows, X x) {
+    unroll<static_cast<int>(kBlock<W>)>([&](auto index) KVRS_UNROLLED {
+      constexpr int i = decltype(index)::value;
+      const auto number = everywhere<W>(x(i));
+      unroll<kVectors>([&](auto vector) KVRS_UNROLLED {
+        constexpr int v = decltype(vector)::value, shift = i - v * kWidth;
+        if constexpr (shift < kWidth) {
+          Sum<W>& sum = sums[i % kChains][v];
+          if constexpr (i < kChains) {
+            sum.begin(rows.template row<shift>(), number);
+          } else {
+            sum.add(rows.template row<shift>(), number);
+          }
+        }
+      });
     });
-  });
-}
+  }
+
+  // `row(v)` is the vector that a number's row has for vector v of the block.
+  template <int chain, class Row>
+  KVRS_INLINE void add(Row row, W x) {
+    const auto number = everywhere(x);
+    unroll<kVectors>([&](auto v) KVRS_UNROLLED { sums[chain][v].add(row(v), number); });
+  }
+
+  // All in the first.
+  KVRS_INLINE void join() {
+    unroll<kVectors>([&](auto v) KVRS_UNROLLED {
+      unroll<kChains / 2>([&](auto i) KVRS_UNROLLED { sums[i][v].add(sums[i + kChains / 2][v]); });
+      unroll<kChains / 4>([&](auto i) KVRS_UNROLLED { sums[i][v].add(sums[i + 1][v]); });
+    });
+  }
+
+  Sum<W> sums[kChains][kBlockVectors];
+};
+static_assert(static_cast<int>(kBlock<Kvr64fc>) >= kChains || kChains == 1);
 
 // The last inputs and outputs of a section, in the order of a df1 delay line.
 template <class W>
@@ -199,14 +237,16 @@ void sectionByBlocks(const Section<W>& section, const W* table, Past<W>& past, W
 
   Vec<W> y[P];
   const auto block = [&](const W* xs) KVRS_UNROLLED {
-    addOwn<W>(
-        rows, [&](int i) KVRS_UNROLLED { return at(xs, static_cast<size_t>(i)); }, start);
+    Chains<W> chains(rows, [&](int i) KVRS_UNROLLED { return at(xs, static_cast<size_t>(i)); });
+    chains.join();
     unroll<P>([&](auto v) KVRS_UNROLLED {
+      Sum<W>& sum = chains.sums[0][v];
       start[v].add(x2Row[v], x2);
       start[v].add(x1Row[v], x1);
-      start[v].add(y2Row[v], y2);
-      start[v].add(y1Row[v], y1);
-      y[v] = start[v].total();
+      sum.add(start[v]);
+      sum.add(y2Row[v], y2);
+      sum.add(y1Row[v], y1);
+      y[v] = sum.total();
       start[v] = nothing<W>();
     });
   };
@@ -345,28 +385,21 @@ void recursion(const W* w, W* y, size_t len, const W* table, size_t order) {
   constexpr size_t M = kBlock<W>;
   constexpr int P = static_cast<int>(kBlockVectors);
   const ShiftedRows<W> rows(table);
+  const auto rowOf = [=](size_t k) KVRS_UNROLLED {
+    return [from = table + k * M](auto v) KVRS_UNROLLED { return loadVector(from + v * kWide<W>); };
+  };
   for (size_t n = 0; n < len; n += M) {
-    Sum<W> sums[P], others[P];
-    unroll<P>([&](auto v) KVRS_UNROLLED { sums[v] = others[v] = nothing<W>(); });
-    addOwn<W>(
-        rows, [&](int i) KVRS_UNROLLED { return w[n + static_cast<size_t>(i)]; }, sums);
+    Chains<W> chains(rows, [&](int i) KVRS_UNROLLED { return w[n + static_cast<size_t>(i)]; });
     size_t k = order;
-    for (; k > 1; k -= 2) {
-      const auto older = everywhere(y[n - k]), newer = everywhere(y[n - k + 1]);
-      const W* row = table + k * M;
-      unroll<P>([&](auto v) KVRS_UNROLLED {
-        sums[v].add(loadVector(row + v * kWide<W>), older);
-        others[v].add(loadVector(row - M + v * kWide<W>), newer);
-      });
+    for (; k >= kChains; k -= kChains) {
+      unroll<kChains>(
+          [&](auto c) KVRS_UNROLLED { chains.template add<decltype(c)::value>(rowOf(k - c), y[n - k + c]); });
     }
-    if (k == 1) {
-      const auto newest = everywhere(y[n - 1]);
-      unroll<P>([&](auto v) KVRS_UNROLLED { sums[v].add(loadVector(table + M + v * kWide<W>), newest); });
-    }
-    unroll<P>([&](auto v) KVRS_UNROLLED {
-      sums[v].add(others[v]);
-      storeVector(sums[v].total(), y + n + v * kWide<W>);
+    unroll<kChains - 1>([&](auto c) KVRS_UNROLLED {
+      if (k > c) chains.template add<decltype(c)::value>(rowOf(k - c), y[n - k + c]);
     });
+    chains.join();
+    unroll<P>([&](auto v) KVRS_UNROLLED { storeVector(chains.sums[0][v].total(), y + n + v * kWide<W>); });
   }
 }
 
