@@ -316,6 +316,136 @@ void transposedByBlocks(const Section<W>& section, const W* table, W& d0, W& d1,
   d1 = minus(times(section.b2, past.x1), times(section.a2, past.y1));
 }
 
+// Short vectors leave the processor waiting for one section's last outputs; so all sections take a block by turns, which has
+// work for it while it waits. Blocks are one vector then, which saves products. What a section hands on, spread over
+// vectors, is the next one's input, its own past and the next one's.
+template <class W>
+inline constexpr bool kTakesTurns = kVectorBytes == 16 && kWide<W> > 1;
+inline constexpr size_t kMostTurns = 8;
+
+template <class W>
+class SectionsByTurns {
+ public:
+  static constexpr int M = static_cast<int>(kWide<W>);
+
+  // `count` sections, at most kMostTurns, with their tables and their transposed delay lines.
+  SectionsByTurns(const Section<W>* sections, const W* table, const W* d, size_t count) : count_(count) {
+    for (size_t i = 0; i < count; ++i) rows_[i].make(sections[i], table + i * kSectionTable<W>, d + 2 * i);
+    for (size_t i = 0; i <= count; ++i) past_[i][0] = past_[i][1] = everywhere(W{});
+  }
+
+  // A multiple of M samples, at least M.
+  void run(const W* in, W* out, size_t len) {
+    turn<true>(in, out);
+    for (size_t n = kWide<W>; n < len; n += kWide<W>) turn<false>(in + n, out + n);
+  }
+
+  // The delay lines after that.
+  void leave(const Section<W>* sections, W* d) const {
+    for (size_t i = 0; i < count_; ++i, ++sections, d += 2) {
+      const W x1 = one(past_[i][0]), x2 = one(past_[i][1]), y1 = one(past_[i + 1][0]),
+              y2 = one(past_[i + 1][1]);
+      d[0] = minus(minus(plus(times(sections->b1, x1), times(sections->b2, x2)), times(sections->a1, y1)),
+                   times(sections->a2, y2));
+      d[1] = minus(times(sections->b2, x1), times(sections->a2, y1));
+    }
+  }
+
+ private:
+  struct Rows {
+    Vec<W> own[kWide<W>], x1, x2, y1, y2, start;
+
+    void make(const Section<W>& section, const W* table, const W* d) {
+      alignas(64) W g[kWide<W> + 2], padded[2 * kWide<W>] = {};
+      g[0] = W{};
+      memcpy(static_cast<void*>(g + 1), table, (kWide<W> + 1) * sizeof(W));
+      const Vec<W> g0 = loadVector(table + 1), g1 = loadVector(table), g2 = loadVector(g);
+      const auto row = [](auto... terms) {
+        auto sum = nothing<W>();
+        (sum.add(terms.row, terms.x), ...);
+        return sum.total();
+      };
+      struct Term {
+        Vec<W> row;
+        W x;
+      };
+      storeVector(row(Term{g0, section.b0}, Term{g1, section.b1}, Term{g2, section.b2}), padded + kWide<W>);
+      for (size_t i = 0; i < kWide<W>; ++i) own[i] = loadVector(padded + kWide<W> - i);
+      x1 = row(Term{g0, section.b1}, Term{g1, section.b2});
+      x2 = row(Term{g0, section.b2});
+      y1 = loadVector(table + 2);
+      y2 = row(Term{g0, negative(section.a2)});
+      start = row(Term{g0, d[0]}, Term{g1, d[1]});
+    }
+  };
+
+  template <bool isFirst>
+  KVRS_INLINE void turn(const W* in, W* out) {
+    Vec<W> v = loadVector(in);
+    for (size_t i = 0; i < count_; ++i) {
+      const Rows& rows = rows_[i];
+      auto* const past = past_[i];
+      // What is known already comes first, so that a section's input waits for as few sums as can be: they all wait in one
+      // row, from the first section to the last.
+      Sum<W> sum;
+      if constexpr (!isFirst) {
+        sum.begin(rows.x2, past[1]);
+        sum.add(rows.x1, past[0]);
+        sum.add(rows.y2, past_[i + 1][1]);
+        sum.add(rows.y1, past_[i + 1][0]);
+      }
+      Everywhere<W> x2, x1;
+      Sum<W> halves[2];
+      unroll<M>([&](auto index) KVRS_UNROLLED {
+        constexpr int k = decltype(index)::value;
+        const auto x = everywhereOf<W, k>(v);
+        if constexpr (k == M - 2) x2 = x;
+        if constexpr (k == M - 1) x1 = x;
+        Sum<W>& half = halves[2 * k / M];
+        if constexpr (k % ((M + 1) / 2) == 0) {
+          half.begin(rows.own[k], x);
+        } else {
+          half.add(rows.own[k], x);
+        }
+      });
+      halves[0].add(halves[1]);
+      if constexpr (!isFirst) halves[0].add(sum);
+      past[0] = x1;
+      past[1] = x2;
+      v = halves[0].total();
+      if constexpr (isFirst) v = hn::Add(v, rows.start);
+    }
+    storeVector(v, out);
+    past_[count_][0] = everywhereOf<W, M - 1>(v);
+    past_[count_][1] = everywhereOf<W, M - 2>(v);
+  }
+
+  size_t count_;
+  Rows rows_[kMostTurns];
+  Everywhere<W> past_[kMostTurns + 1]
+                     [2];  // the last number and the one before it, on the way into each section
+};
+
+// The longest part of a block that takes turns; what is left is for single samples.
+template <class W>
+size_t cascadeByTurns(State<W>& state, const W* in, W* out, size_t len) {
+  const auto sections = static_cast<size_t>(state.numBq);
+  const size_t whole = len - len % kWide<W>;
+  const W* table = state.table.get();
+  for (size_t i = 0; i < sections; ++i) {
+    if (isZero(table[i * kSectionTable<W> + 1])) return 0;
+  }
+  W* d = state.dlyLine.get();
+  for (size_t i = 0; i < sections; i += kMostTurns, in = out) {
+    const size_t count = sections - i < kMostTurns ? sections - i : kMostTurns;
+    const Section<W>* group = state.sections() + i;
+    SectionsByTurns<W> turns(group, table + i * kSectionTable<W>, d + 2 * i, count);
+    turns.run(in, out, whole);
+    turns.leave(group, d + 2 * i);
+  }
+  return whole;
+}
+
 template <class W>
 void filterDf1(State<W>& state, const W* in, W* out, size_t len) {
   auto* past = reinterpret_cast<Past<W>*>(state.dlyLine.get());
@@ -339,6 +469,13 @@ void filterCascade(State<W>& state, const W* in, W* out, size_t len, Past<W>* pa
   if (!byBlocks && sections > 1 && past == nullptr) {
     for (size_t n = 0; n < len; ++n) setAt(out, n, filterSample(state, at(in, n)));
     return;
+  }
+  if constexpr (kTakesTurns<W>) {
+    if (byBlocks && sections > 1 && past == nullptr) {
+      const size_t done = cascadeByTurns(state, in, out, len);
+      for (size_t n = done; n < len && done > 0; ++n) setAt(out, n, filterSample(state, at(in, n)));
+      if (done > 0) return;
+    }
   }
   W* d = state.dlyLine.get();
   const W* table = state.table.get();
