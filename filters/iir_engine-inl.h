@@ -14,6 +14,8 @@
 #ifndef KVRS_FILTERS_IIR_ENGINE_INL_H
 #define KVRS_FILTERS_IIR_ENGINE_INL_H
 
+#include <initializer_list>
+
 #include "filters/iir_engine.h"
 #include "frame/complex.h"
 #include "frame/unroll.h"
@@ -113,6 +115,23 @@ KVRS_INLINE Sum<W> nothing() {
   return sum;
 }
 
+// A sum of a few products, and its value.
+template <class W>
+struct Term {
+  Vec<W> row;
+  W x;
+};
+template <class W>
+Sum<W> sumOf(std::initializer_list<Term<W>> terms) {
+  auto sum = nothing<W>();
+  for (const Term<W>& term : terms) sum.add(term.row, term.x);
+  return sum;
+}
+template <class W>
+Vec<W> rowOf(std::initializer_list<Term<W>> terms) {
+  return sumOf<W>(terms).total();
+}
+
 // response[m - shift] for m from 0 on, with zeros before the response: the rows that a block's own numbers meet. As blocks
 // may be two vectors, shifts begin below 0.
 template <class W>
@@ -189,6 +208,11 @@ struct Past {
   W x2, x1, y2, y1;
 };
 
+template <class W>
+bool looksAhead(const W* sectionTable) {
+  return !isZero(sectionTable[0]);
+}
+
 // A section by look-ahead, on at least kBlock samples, with what `past` and the transposed delay line d0, d1 hand over, one
 // of which is 0. Leaves the new past.
 template <class W>
@@ -196,56 +220,45 @@ void sectionByBlocks(const Section<W>& section, const W* table, Past<W>& past, W
                      W* out, size_t len) {
   constexpr size_t M = kBlock<W>, kLast = kWide<W> - 1;
   constexpr int P = static_cast<int>(kBlockVectors);
-  const W c2 = negative(section.a2);
   // h and the rows of the past.
   alignas(64) W h[M];
   Vec<W> x1Row[P], x2Row[P], y1Row[P], y2Row[P];
   Sum<W> start[P];
   {
-    // g from two places before its beginning on.
-    alignas(64) W g[M + 2];
-    g[0] = W{};
-    memcpy(static_cast<void*>(g + 1), table, (M + 1) * sizeof(W));
+    // From two zeros before g on.
+    alignas(64) W g[M + 2] = {};
+    memcpy(static_cast<void*>(g + 2), table, M * sizeof(W));
     for (int v = 0; v < P; ++v) {
-      const W* at0 = table + 1 + static_cast<size_t>(v) * kWide<W>;
-      const Vec<W> g0 = loadVector(at0), g1 = loadVector(at0 - 1);
-      const Vec<W> g2 = loadVector(g + static_cast<size_t>(v) * kWide<W>);
-      auto sum = nothing<W>();
-      sum.add(g0, section.b2);
-      x2Row[v] = sum.total();
-      sum = nothing<W>();
-      sum.add(g0, section.b1);
-      sum.add(g1, section.b2);
-      x1Row[v] = sum.total();
-      sum = nothing<W>();
-      sum.add(g0, section.b0);
-      sum.add(g1, section.b1);
-      sum.add(g2, section.b2);
-      storeVector(sum.total(), h + static_cast<size_t>(v) * kWide<W>);
-      sum = nothing<W>();
-      sum.add(g0, c2);
-      y2Row[v] = sum.total();
-      y1Row[v] = loadVector(at0 + 1);
-      start[v] = nothing<W>();
-      start[v].add(g0, d0);
-      start[v].add(g1, d1);
+      const W* from = g + static_cast<size_t>(v) * kWide<W>;
+      const Vec<W> g2 = loadVector(from), g1 = loadVector(from + 1), g0 = loadVector(from + 2);
+      x2Row[v] = rowOf<W>({{g0, section.b2}});
+      x1Row[v] = rowOf<W>({{g0, section.b1}, {g1, section.b2}});
+      storeVector(rowOf<W>({{g0, section.b0}, {g1, section.b1}, {g2, section.b2}}),
+                  h + static_cast<size_t>(v) * kWide<W>);
+      y2Row[v] = rowOf<W>({{g0, negative(section.a2)}});
+      y1Row[v] = loadVector(table + M + static_cast<size_t>(v) * kWide<W>);
+      start[v] = sumOf<W>({{g0, d0}, {g1, d1}});
     }
   }
   const ShiftedRows<W> rows(h);
   auto x2 = everywhere(past.x2), x1 = everywhere(past.x1);
   auto y2 = everywhere(past.y2), y1 = everywhere(past.y1);
+  const auto steadiness = hn::Set(Tag<W>(), steadinessOf(section));
 
   Vec<W> y[P];
   const auto block = [&](const W* xs) KVRS_UNROLLED {
     Chains<W> chains(rows, [&](int i) KVRS_UNROLLED { return at(xs, static_cast<size_t>(i)); });
     chains.join();
+    Everywhere<W> slope;
+    unroll<static_cast<int>(kParts<W>)>(
+        [&](auto i) KVRS_UNROLLED { slope.parts[i] = hn::NegMulAdd(steadiness, y1.parts[i], y2.parts[i]); });
     unroll<P>([&](auto v) KVRS_UNROLLED {
       Sum<W>& sum = chains.sums[0][v];
       start[v].add(x2Row[v], x2);
       start[v].add(x1Row[v], x1);
       sum.add(start[v]);
-      sum.add(y2Row[v], y2);
       sum.add(y1Row[v], y1);
+      sum.add(y2Row[v], slope);
       y[v] = sum.total();
       start[v] = nothing<W>();
     });
@@ -302,11 +315,6 @@ void df1BySamples(const Section<W>& section, Past<W>& past, const W* in, W* out,
 }
 
 template <class W>
-bool looksAhead(const W* sectionTable) {
-  return !isZero(sectionTable[1]);
-}
-
-template <class W>
 void transposedByBlocks(const Section<W>& section, const W* table, W& d0, W& d1, const W* in, W* out,
                         size_t len) {
   Past<W> past{};
@@ -356,26 +364,16 @@ class SectionsByTurns {
     Vec<W> own[kWide<W>], x1, x2, y1, y2, start;
 
     void make(const Section<W>& section, const W* table, const W* d) {
-      alignas(64) W g[kWide<W> + 2], padded[2 * kWide<W>] = {};
-      g[0] = W{};
-      memcpy(static_cast<void*>(g + 1), table, (kWide<W> + 1) * sizeof(W));
-      const Vec<W> g0 = loadVector(table + 1), g1 = loadVector(table), g2 = loadVector(g);
-      const auto row = [](auto... terms) {
-        auto sum = nothing<W>();
-        (sum.add(terms.row, terms.x), ...);
-        return sum.total();
-      };
-      struct Term {
-        Vec<W> row;
-        W x;
-      };
-      storeVector(row(Term{g0, section.b0}, Term{g1, section.b1}, Term{g2, section.b2}), padded + kWide<W>);
+      alignas(64) W g[kWide<W> + 2] = {}, padded[2 * kWide<W>] = {};
+      memcpy(static_cast<void*>(g + 2), table, kWide<W> * sizeof(W));
+      const Vec<W> g2 = loadVector(g), g1 = loadVector(g + 1), g0 = loadVector(g + 2);
+      storeVector(rowOf<W>({{g0, section.b0}, {g1, section.b1}, {g2, section.b2}}), padded + kWide<W>);
       for (size_t i = 0; i < kWide<W>; ++i) own[i] = loadVector(padded + kWide<W> - i);
-      x1 = row(Term{g0, section.b1}, Term{g1, section.b2});
-      x2 = row(Term{g0, section.b2});
-      y1 = loadVector(table + 2);
-      y2 = row(Term{g0, negative(section.a2)});
-      start = row(Term{g0, d[0]}, Term{g1, d[1]});
+      x1 = rowOf<W>({{g0, section.b1}, {g1, section.b2}});
+      x2 = rowOf<W>({{g0, section.b2}});
+      y1 = loadVector(table + 1);
+      y2 = rowOf<W>({{g0, negative(section.a2)}});
+      start = rowOf<W>({{g0, d[0]}, {g1, d[1]}});
     }
   };
 
@@ -433,7 +431,7 @@ size_t cascadeByTurns(State<W>& state, const W* in, W* out, size_t len) {
   const size_t whole = len - len % kWide<W>;
   const W* table = state.table.get();
   for (size_t i = 0; i < sections; ++i) {
-    if (isZero(table[i * kSectionTable<W> + 1])) return 0;
+    if (!looksAhead(table + i * kSectionTable<W>)) return 0;
   }
   W* d = state.dlyLine.get();
   for (size_t i = 0; i < sections; i += kMostTurns, in = out) {

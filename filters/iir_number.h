@@ -9,6 +9,7 @@
 
 #include "frame/simd.h"
 #include "frame/unaligned.h"
+#include "frame/unroll.h"
 
 namespace kvrs::iir {
 
@@ -51,8 +52,11 @@ KVRS_INLINE T minus(T a, T b) {
 template <class T>
 KVRS_INLINE T times(T a, T b) {
   if constexpr (kIsComplex<T>) {
-    return {inRegister(a.re * b.re) - inRegister(a.im * b.im),
-            inRegister(a.re * b.im) + inRegister(a.im * b.re)};
+    const auto apart = [](auto product) KVRS_UNROLLED {
+      if constexpr (sizeof product <= 8) product = inRegister(product);  // vectors have no more
+      return product;
+    };
+    return {apart(a.re * b.re) - apart(a.im * b.im), apart(a.re * b.im) + apart(a.im * b.re)};
   } else {
     return a * b;
   }
@@ -95,9 +99,9 @@ T reciprocal(T a) {
 template <class T>
 double bulk(T a) {
   if constexpr (kIsComplex<T>) {
-    return __builtin_fabs(a.re) + __builtin_fabs(a.im);
+    return bulk(a.re) + bulk(a.im);
   } else {
-    return __builtin_fabs(a);
+    return __builtin_fabs(static_cast<double>(a));
   }
 }
 

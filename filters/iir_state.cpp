@@ -47,15 +47,24 @@ constexpr uint64_t sizeOf64fc(Form form, bool converts, uint64_t n) {
   return 1024 * n + (converts ? 32768 : 16384) + 48 + up16(80 * n) + 32 * n + 32;
 }
 
-// The precision that tables are computed in.
+// The precision that tables are computed in: steps of a recursion lose a little each.
 template <class W>
 struct WideOf {
   using Type = Kvr64f;
 };
-template <class W>
-requires kIsComplex<W>
-struct WideOf<W> {
+template <>
+struct WideOf<Kvr32fc> {
   using Type = Kvr64fc;
+};
+template <>
+struct WideOf<Kvr64f> {
+  using Type = long double;
+};
+template <>
+struct WideOf<Kvr64fc> {
+  struct Type {
+    long double re, im;
+  };
 };
 
 // No if one is NaN.
@@ -63,33 +72,44 @@ bool growsLittle(double tableSum, double tapSum, double most) {
   return tableSum <= most * (tapSum > 1 ? tapSum : 1);
 }
 
-// 1 / A(z) = 1 / (1 - c1/z - c2/z^2).
+template <class T>
+T unit() {
+  if constexpr (kIsComplex<T>) {
+    return {1, 0};
+  } else {
+    return 1;
+  }
+}
+
+// 1 / A(z) = 1 / (1 - c1/z - c2/z^2). The table's second half obeys the same recursion, from which it is more exact than
+// from differences of the first.
 template <class W>
 void makeSectionTable(const Section<W>& section, W* table) {
   using Wide = typename WideOf<W>::Type;
   const auto c1 = negative(converted<Wide>(section.a1)), c2 = negative(converted<Wide>(section.a2));
-  Wide before{}, response = converted<Wide>(W{});
-  double worst = 0;
-  table[0] = W{};
-  for (size_t m = 0; m <= kBlock<W>; ++m) {
-    Wide next;
-    if (m == 0) {
-      if constexpr (kIsComplex<W>) {
-        next = {1, 0};
-      } else {
-        next = 1;
-      }
-    } else {
-      next = plus(times(c1, response), times(c2, before));
-      // What the two outputs before do to the m-th one behind them; a NaN must not get lost.
-      const double sum = bulk(next) + bulk(times(c2, response));
-      if (!(sum <= worst)) worst = sum;
-    }
-    before = response;
-    response = next;
-    table[1 + m] = converted<W>(next);
+  Wide steady = unit<Wide>();
+  const double p = steadinessOf(section);
+  if constexpr (kIsComplex<Wide>) {
+    steady.re = p;
+  } else {
+    steady = p;
   }
-  if (!growsLittle(worst, bulk(c1) + bulk(c2), kMostGrowthOfSection)) table[1] = W{};
+  // g[m-1] and g[m], s[m-1] and s[m].
+  Wide g1{}, g0 = unit<Wide>(), s1 = g0, s0 = plus(c1, times(steady, c2));
+  double worst = 0;
+  for (size_t m = 0; m < kBlock<W>; ++m) {
+    table[m] = converted<W>(g0);
+    table[kBlock<W> + m] = converted<W>(s0);
+    const Wide g = plus(times(c1, g0), times(c2, g1)), s = plus(times(c1, s0), times(c2, s1));
+    // What the two outputs before do to the m-th one behind them; a NaN must not get lost.
+    const double sum = bulk(g) + bulk(times(c2, g0));
+    if (!(sum <= worst)) worst = sum;
+    g1 = g0;
+    g0 = g;
+    s1 = s0;
+    s0 = s;
+  }
+  if (!growsLittle(worst, bulk(c1) + bulk(c2), kMostGrowthOfSection)) table[0] = W{};
 }
 
 }  // namespace
@@ -189,13 +209,7 @@ void makeDirectTable(State<W>* state) {
     for (size_t m = 0; m < M; ++m) {
       Wide sum{};
       if (k + m <= order && k > 0) sum = negative(converted<Wide>(a[k + m]));
-      if (k == 0 && m == 0) {
-        if constexpr (kIsComplex<W>) {
-          sum = {1, 0};
-        } else {
-          sum = 1;
-        }
-      }
+      if (k == 0 && m == 0) sum = unit<Wide>();
       for (size_t j = 1; j <= m && j <= order; ++j) {
         sum = minus(sum, times(converted<Wide>(a[j]), row[m - j]));
       }

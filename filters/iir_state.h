@@ -42,10 +42,25 @@ struct Section {
   W b0, b1, b2, a1, a2;
 };
 
-// Behind a section with a look-ahead table, the impulse response of 1 / A(z) for kBlock + 1 samples, stands a zero before
-// it and its first value, 1; 0 in place of the latter says that there is none.
+// The look-ahead table of a section: the impulse response g of 1 / A(z) for kBlock samples, 0 in the place of the leading 1
+// telling that there is none; and g[m+1] + p * c2 * g[m] with the section's steadiness p.
 template <class W>
-inline constexpr size_t kSectionTable = kBlock<W> + 2;
+inline constexpr size_t kSectionTable = 2 * kBlock<W>;
+
+// What an output that goes on as it was would be multiplied by from sample to sample: 1 where poles are near 1, -1 where
+// they are near -1, 0 elsewhere. There the last two outputs go into look-ahead as y1 and y2 - p * y1, of which the latter is
+// small and exact. Otherwise their large products would leave errors in neighbouring outputs that do not fit to each
+// other, which such filters take for a slope and follow.
+template <class W>
+constexpr Part<W> steadinessOf(const Section<W>& section) {
+  Part<W> a1;
+  if constexpr (kIsComplex<W>) {
+    a1 = section.a1.re;
+  } else {
+    a1 = section.a1;
+  }
+  return static_cast<Part<W>>(a1 < -1 ? 1 : a1 > 1 ? -1 : 0);
+}
 
 template <class W>
 struct State {
