@@ -291,15 +291,11 @@ void sectionByBlocks(const Section<W>& section, const W* table, Past<W>& past, W
 // The same sample by sample, in the stated order.
 template <class W>
 void transposedBySamples(const Section<W>& section, W& d0, W& d1, const W* in, W* out, size_t len) {
-  W s0 = d0, s1 = d1;
-  for (size_t n = 0; n < len; ++n) {
-    const W x = at(in, n), y = plus(times(section.b0, x), s0);
-    s0 = minus(plus(times(section.b1, x), s1), times(section.a1, y));
-    s1 = minus(times(section.b2, x), times(section.a2, y));
-    setAt(out, n, y);
-  }
-  d0 = s0;
-  d1 = s1;
+  const Section<W> taps = section;
+  W d[2] = {d0, d1};
+  for (size_t n = 0; n < len; ++n) setAt(out, n, transposedStep(taps, d, at(in, n)));
+  d0 = d[0];
+  d1 = d[1];
 }
 template <class W>
 void df1BySamples(const Section<W>& section, Past<W>& past, const W* in, W* out, size_t len) {
@@ -324,124 +320,91 @@ void transposedByBlocks(const Section<W>& section, const W* table, W& d0, W& d1,
   d1 = minus(times(section.b2, past.x1), times(section.a2, past.y1));
 }
 
-// Short vectors leave the processor waiting for one section's last outputs; so all sections take a block by turns, which has
-// work for it while it waits. Blocks are one vector then, which saves products. What a section hands on, spread over
-// vectors, is the next one's input, its own past and the next one's.
+// Where vectors are short, look-ahead gains less than it takes once there are many sections. Those can stand in the lanes of
+// kGroups vectors instead, each at a sample that lies one behind that of the section before it:
+//
+//   lane       0      1      2      3
+//   takes in   x[n]   y0     y1     y2       y being the outputs of the lanes in the step before
+//
+// No order of operations changes, so results are those of single samples to the bit. The triangles at both ends, where not
+// all sections have a sample, are run one by one. Takes at least as many samples as sections.
+template <int kGroups, class W>
+void sectionsInLanes(const Section<W>* sections, W* d, const W* in, W* out, size_t len) {
+  const Tag<W> tag;
+  constexpr size_t N = kWide<W>, S = N * kGroups;
+  alignas(64) W y[S], taps[5][S], d0[S], d1[S];
+  for (size_t n = 0; n + 1 < S; ++n) {
+    W x = at(in, n);
+    for (size_t s = 0; s + 1 < S - n; ++s) x = transposedStep(sections[s], d + 2 * s, x);
+    y[S - 2 - n] = x;
+  }
+  y[S - 1] = W{};
+  for (size_t s = 0; s < S; ++s) {
+    const Section<W>& from = sections[s];
+    taps[0][s] = from.b0;
+    taps[1][s] = from.b1;
+    taps[2][s] = from.b2;
+    taps[3][s] = from.a1;
+    taps[4][s] = from.a2;
+    d0[s] = d[2 * s];
+    d1[s] = d[2 * s + 1];
+  }
+  Vec<W> ys[kGroups], d0s[kGroups], d1s[kGroups];
+  unroll<kGroups>([&](auto g) KVRS_UNROLLED {
+    ys[g] = hn::Load(tag, y + g * N);
+    d0s[g] = hn::Load(tag, d0 + g * N);
+    d1s[g] = hn::Load(tag, d1 + g * N);
+  });
+  for (size_t n = S - 1; n < len; ++n) {
+    const Vec<W> x = hn::Set(tag, at(in, n));
+    unroll<kGroups>([&](auto turn) KVRS_UNROLLED {
+      constexpr int g = kGroups - 1 - decltype(turn)::value;
+      const Vec<W> from = g == 0 ? x : ys[g > 0 ? g - 1 : 0];
+      const Vec<W> inputs = hn::CombineShiftRightLanes<N - 1>(tag, ys[g], from);
+      const auto times = [&](int tap, Vec<W> v)
+                             KVRS_UNROLLED { return hn::Mul(v, hn::Load(tag, taps[tap] + g * N)); };
+      ys[g] = hn::Add(times(0, inputs), d0s[g]);
+      d0s[g] = hn::Sub(hn::Add(times(1, inputs), d1s[g]), times(3, ys[g]));
+      d1s[g] = hn::Sub(times(2, inputs), times(4, ys[g]));
+    });
+    setAt(out, n - (S - 1), hn::ExtractLane(ys[kGroups - 1], N - 1));
+  }
+  unroll<kGroups>([&](auto g) KVRS_UNROLLED {
+    hn::Store(ys[g], tag, y + g * N);
+    hn::Store(d0s[g], tag, d0 + g * N);
+    hn::Store(d1s[g], tag, d1 + g * N);
+  });
+  for (size_t s = 0; s < S; ++s) {
+    d[2 * s] = d0[s];
+    d[2 * s + 1] = d1[s];
+  }
+  for (size_t n = len + 1 - S; n < len; ++n) {
+    W x = y[len - 1 - n];
+    for (size_t s = len - n; s < S; ++s) x = transposedStep(sections[s], d + 2 * s, x);
+    setAt(out, n, x);
+  }
+}
+
+// From so many sections on.
 template <class W>
-inline constexpr bool kTakesTurns = kVectorBytes == 16 && kWide<W> > 1;
-inline constexpr size_t kMostTurns = 8;
+inline constexpr size_t kLanesFrom =
+    kVectorBytes == 16 && !kIsComplex<W> && kWide<W> > 1 ? 2 * kWide<W> : SIZE_MAX;
 
+// Runs as many sections as it is good for, and tells how many.
 template <class W>
-class SectionsByTurns {
- public:
-  static constexpr int M = static_cast<int>(kWide<W>);
-
-  // `count` sections, at most kMostTurns, with their tables and their transposed delay lines.
-  SectionsByTurns(const Section<W>* sections, const W* table, const W* d, size_t count) : count_(count) {
-    for (size_t i = 0; i < count; ++i) rows_[i].make(sections[i], table + i * kSectionTable<W>, d + 2 * i);
-    for (size_t i = 0; i <= count; ++i) past_[i][0] = past_[i][1] = everywhere(W{});
+size_t firstInLanes(State<W>& state, const W* in, W* out, size_t len) {
+  size_t done = 0;
+  if constexpr (kLanesFrom<W> != SIZE_MAX) {
+    const auto sections = static_cast<size_t>(state.numBq);
+    const auto run = [&](auto groups) {
+      sectionsInLanes<decltype(groups)::value>(state.sections() + done, state.dlyLine.get() + 2 * done,
+                                               done == 0 ? in : out, out, len);
+      done += decltype(groups)::value * kWide<W>;
+    };
+    while (sections - done >= 2 * kLanesFrom<W> && len >= 8 * kLanesFrom<W>) run(Index<4>());
+    while (sections - done >= kLanesFrom<W> && len >= 4 * kLanesFrom<W>) run(Index<2>());
   }
-
-  // A multiple of M samples, at least M.
-  void run(const W* in, W* out, size_t len) {
-    turn<true>(in, out);
-    for (size_t n = kWide<W>; n < len; n += kWide<W>) turn<false>(in + n, out + n);
-  }
-
-  // The delay lines after that.
-  void leave(const Section<W>* sections, W* d) const {
-    for (size_t i = 0; i < count_; ++i, ++sections, d += 2) {
-      const W x1 = one(past_[i][0]), x2 = one(past_[i][1]), y1 = one(past_[i + 1][0]),
-              y2 = one(past_[i + 1][1]);
-      d[0] = minus(minus(plus(times(sections->b1, x1), times(sections->b2, x2)), times(sections->a1, y1)),
-                   times(sections->a2, y2));
-      d[1] = minus(times(sections->b2, x1), times(sections->a2, y1));
-    }
-  }
-
- private:
-  struct Rows {
-    Vec<W> own[kWide<W>], x1, x2, y1, y2, start;
-
-    void make(const Section<W>& section, const W* table, const W* d) {
-      alignas(64) W g[kWide<W> + 2] = {}, padded[2 * kWide<W>] = {};
-      memcpy(static_cast<void*>(g + 2), table, kWide<W> * sizeof(W));
-      const Vec<W> g2 = loadVector(g), g1 = loadVector(g + 1), g0 = loadVector(g + 2);
-      storeVector(rowOf<W>({{g0, section.b0}, {g1, section.b1}, {g2, section.b2}}), padded + kWide<W>);
-      for (size_t i = 0; i < kWide<W>; ++i) own[i] = loadVector(padded + kWide<W> - i);
-      x1 = rowOf<W>({{g0, section.b1}, {g1, section.b2}});
-      x2 = rowOf<W>({{g0, section.b2}});
-      y1 = loadVector(table + 1);
-      y2 = rowOf<W>({{g0, negative(section.a2)}});
-      start = rowOf<W>({{g0, d[0]}, {g1, d[1]}});
-    }
-  };
-
-  template <bool isFirst>
-  KVRS_INLINE void turn(const W* in, W* out) {
-    Vec<W> v = loadVector(in);
-    for (size_t i = 0; i < count_; ++i) {
-      const Rows& rows = rows_[i];
-      auto* const past = past_[i];
-      // What is known already comes first, so that a section's input waits for as few sums as can be: they all wait in one
-      // row, from the first section to the last.
-      Sum<W> sum;
-      if constexpr (!isFirst) {
-        sum.begin(rows.x2, past[1]);
-        sum.add(rows.x1, past[0]);
-        sum.add(rows.y2, past_[i + 1][1]);
-        sum.add(rows.y1, past_[i + 1][0]);
-      }
-      Everywhere<W> x2, x1;
-      Sum<W> halves[2];
-      unroll<M>([&](auto index) KVRS_UNROLLED {
-        constexpr int k = decltype(index)::value;
-        const auto x = everywhereOf<W, k>(v);
-        if constexpr (k == M - 2) x2 = x;
-        if constexpr (k == M - 1) x1 = x;
-        Sum<W>& half = halves[2 * k / M];
-        if constexpr (k % ((M + 1) / 2) == 0) {
-          half.begin(rows.own[k], x);
-        } else {
-          half.add(rows.own[k], x);
-        }
-      });
-      halves[0].add(halves[1]);
-      if constexpr (!isFirst) halves[0].add(sum);
-      past[0] = x1;
-      past[1] = x2;
-      v = halves[0].total();
-      if constexpr (isFirst) v = hn::Add(v, rows.start);
-    }
-    storeVector(v, out);
-    past_[count_][0] = everywhereOf<W, M - 1>(v);
-    past_[count_][1] = everywhereOf<W, M - 2>(v);
-  }
-
-  size_t count_;
-  Rows rows_[kMostTurns];
-  Everywhere<W> past_[kMostTurns + 1]
-                     [2];  // the last number and the one before it, on the way into each section
-};
-
-// The longest part of a block that takes turns; what is left is for single samples.
-template <class W>
-size_t cascadeByTurns(State<W>& state, const W* in, W* out, size_t len) {
-  const auto sections = static_cast<size_t>(state.numBq);
-  const size_t whole = len - len % kWide<W>;
-  const W* table = state.table.get();
-  for (size_t i = 0; i < sections; ++i) {
-    if (!looksAhead(table + i * kSectionTable<W>)) return 0;
-  }
-  W* d = state.dlyLine.get();
-  for (size_t i = 0; i < sections; i += kMostTurns, in = out) {
-    const size_t count = sections - i < kMostTurns ? sections - i : kMostTurns;
-    const Section<W>* group = state.sections() + i;
-    SectionsByTurns<W> turns(group, table + i * kSectionTable<W>, d + 2 * i, count);
-    turns.run(in, out, whole);
-    turns.leave(group, d + 2 * i);
-  }
-  return whole;
+  return done;
 }
 
 template <class W>
@@ -468,16 +431,11 @@ void filterCascade(State<W>& state, const W* in, W* out, size_t len, Past<W>* pa
     for (size_t n = 0; n < len; ++n) setAt(out, n, filterSample(state, at(in, n)));
     return;
   }
-  if constexpr (kTakesTurns<W>) {
-    if (byBlocks && sections > 1 && past == nullptr) {
-      const size_t done = cascadeByTurns(state, in, out, len);
-      for (size_t n = done; n < len && done > 0; ++n) setAt(out, n, filterSample(state, at(in, n)));
-      if (done > 0) return;
-    }
-  }
-  W* d = state.dlyLine.get();
-  const W* table = state.table.get();
-  for (size_t i = 0; i < sections; ++i, d += 2, table += kSectionTable<W>, in = out) {
+  const size_t done = byBlocks && past == nullptr ? firstInLanes(state, in, out, len) : 0;
+  if (done > 0) in = out;
+  W* d = state.dlyLine.get() + 2 * done;
+  const W* table = state.table.get() + done * kSectionTable<W>;
+  for (size_t i = done; i < sections; ++i, d += 2, table += kSectionTable<W>, in = out) {
     const Section<W>& section = state.sections()[i];
     Past<W> next{};
     if (past != nullptr) next = {len > 1 ? at(in, len - 2) : past[i].x1, at(in, len - 1), W{}, W{}};

@@ -26,6 +26,15 @@ extern template void filterTile<Kvr32fc>(State<Kvr32fc>&, const Kvr32fc*, Kvr32f
 extern template void filterTile<Kvr64f>(State<Kvr64f>&, const Kvr64f*, Kvr64f*, size_t);
 extern template void filterTile<Kvr64fc>(State<Kvr64fc>&, const Kvr64fc*, Kvr64fc*, size_t);
 
+// One sample through one section, in the stated order.
+template <class W>
+KVRS_INLINE W transposedStep(const Section<W>& section, W* d, W x) {
+  const W y = plus(times(section.b0, x), d[0]);
+  d[0] = minus(plus(times(section.b1, x), d[1]), times(section.a1, y));
+  d[1] = minus(times(section.b2, x), times(section.a2, y));
+  return y;
+}
+
 // A single sample, in the stated order. Not for df1 forms.
 template <class W>
 KVRS_INLINE W filterSample(State<W>& state, W x) {
@@ -39,12 +48,7 @@ KVRS_INLINE W filterSample(State<W>& state, W x) {
     return y;
   }
   const auto* section = reinterpret_cast<const Section<W>*>(state.taps.present());
-  for (int i = 0; i < state.numBq; ++i, ++section, d += 2) {
-    const W y = plus(times(section->b0, x), d[0]);
-    d[0] = minus(plus(times(section->b1, x), d[1]), times(section->a1, y));
-    d[1] = minus(times(section->b2, x), times(section->a2, y));
-    x = y;
-  }
+  for (int i = 0; i < state.numBq; ++i, ++section, d += 2) x = transposedStep(*section, d, x);
   return x;
 }
 
