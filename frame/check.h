@@ -8,6 +8,7 @@
 #ifndef KVRS_FRAME_CHECK_H
 #define KVRS_FRAME_CHECK_H
 
+#include <cstddef>
 #include <cstdint>
 
 #include "kvrs/types.h"
@@ -42,6 +43,12 @@ constexpr KvrStatus pointers(const T*... p) {
 
 constexpr KvrStatus length(int len) {
   return require(len >= 1, kvrStatusBadLength);
+}
+
+// The same for an array of T that has to fit into the address space: no array of so many can be there.
+template <class T>
+constexpr KvrStatus lengthOf(int len) {
+  return require(len >= 1 && static_cast<size_t>(len) <= SIZE_MAX / sizeof(T), kvrStatusBadLength);
 }
 
 constexpr KvrStatus shiftCount(int count) {

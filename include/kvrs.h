@@ -47,6 +47,13 @@
 #include "kvrs/threshold.h"
 #include "kvrs/unary.h"
 
+#include "kvrs/count.h"
+#include "kvrs/deviation.h"
+#include "kvrs/dot_product.h"
+#include "kvrs/extremes.h"
+#include "kvrs/norm.h"
+#include "kvrs/sum.h"
+
 #include "kvrs/random.h"
 
 #include "kvrs/fft.h"
