@@ -52,6 +52,7 @@
 #include "kvrs/dot_product.h"
 #include "kvrs/extremes.h"
 #include "kvrs/norm.h"
+#include "kvrs/sort.h"
 #include "kvrs/sum.h"
 
 #include "kvrs/random.h"

@@ -53,7 +53,7 @@ KVRS_API KvrStatus kvrsSortDescend_64f_I(Kvr64f* srcDst, int len) KVRS_NOEXCEPT;
  * 4. What then equals the pivot at the end of the lower part belongs to neither part.
  *
  * Sequences made to defeat the choice of the pivot: where all keys differ, there is one permutation only, and what remains
- * after 32 n log2 n steps is left to a heap sort, so that these take O(n log n) as well. Where keys are equal among them,
+ * after 8 n log2 n steps is left to a heap sort, so that these take O(n log n) as well. Where keys are equal among them,
  * the stated steps are taken, all of them, whatever their number.
  *
  * Floats: NaN fail every comparison, and so the steps above may leave them anywhere and other elements unordered between

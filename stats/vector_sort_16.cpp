@@ -1,0 +1,7 @@
+// The vectorised quicksort on keys of 16 bits.
+// SPDX-License-Identifier: MIT
+#include "stats/vector_sort-inl.h"
+
+void kvrs::sortAlignedKeys(Kvr16s* keys, size_t len) {
+  vectorSort(keys, len);
+}
