@@ -26,7 +26,6 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <cstring>
 #include <type_traits>
 
 #include "frame/element.h"
@@ -37,27 +36,15 @@
 namespace kvrs {
 namespace reduce_detail {
 
-// The first `count` elements of a block, less than all; zeros behind them.
-template <size_t N, class S>
-KVRS_INLINE auto loadPart(size_t count, const S* p) {
-  const ElementLanes<S, N> d;
-  if constexpr (loop_detail::Masks<S, N>) {
-    return Element<S>::loadFirst(count, d, p);
-  } else {
-    alignas(64) uint8_t part[N * sizeof(S)] = {};
-    memcpy(part, p, count * sizeof(S));
-    return Element<S>::load(d, reinterpret_cast<const S*>(part));
-  }
-}
-
 template <class Op>
 concept Idempotent = Op::kIdempotent;
 
-// The same with what the operation wants in the lanes behind. Of an idempotent one it is the first element again.
+// The first elements of a block, fewer than all, with what the operation wants in the lanes behind them. Of an idempotent
+// one it is the first element again.
 template <size_t N, class Op, class S>
 KVRS_INLINE auto loadPartFor([[maybe_unused]] const Op& op, size_t count, const S* p) {
-  const auto part = loadPart<N>(count, p);
-  [[maybe_unused]] const ElementLanes<S, N> d;
+  const ElementLanes<S, N> d;
+  const auto part = Element<S>::loadFirst(count, d, p);
   if constexpr (Idempotent<Op>) {
     return hn::IfThenElse(firstLanes(d, count), part, hn::Set(d, hn::GetLane(part)));
   } else if constexpr (requires { op.rest(); }) {
@@ -85,7 +72,7 @@ KVRS_INLINE void accumulate(const Op& op, Acc (&acc)[kAccumulators], size_t len,
 
   ptrdiff_t i = 0;
   for (const ptrdiff_t last = end - k * n; i <= last; i += k * n) {
-    loop_detail::keep(i);
+    keep(i);
     unroll<kAccumulators>([&](auto j) KVRS_UNROLLED { take(acc[j], i + j * n); });
   }
   if (i == end) return;
@@ -208,7 +195,6 @@ KVRS_INLINE uint64_t wideTotal(V32 v) {
 // The first index at which `is(block)`, a mask, is set, or len. `is` is told vectors of the element's type.
 template <class T, class Is>
 KVRS_INLINE size_t findFirst(const T* src, size_t len, Is is) {
-  using namespace reduce_detail;
   constexpr size_t N = kReduceBlock<T, T>;
   const ElementLanes<T, N> d;
   size_t i = 0;
@@ -217,7 +203,7 @@ KVRS_INLINE size_t findFirst(const T* src, size_t len, Is is) {
     if (!hn::AllFalse(d, mask)) return i + static_cast<size_t>(hn::FindFirstTrue(d, mask));
   }
   if (i == len) return len;
-  const auto mask = hn::And(is(loadPart<N>(len - i, src + i)), firstLanes(d, len - i));
+  const auto mask = hn::And(is(Element<T>::loadFirst(len - i, d, src + i)), firstLanes(d, len - i));
   return hn::AllFalse(d, mask) ? len : i + static_cast<size_t>(hn::FindFirstTrue(d, mask));
 }
 
