@@ -21,12 +21,6 @@ namespace {
 [[gnu::noinline]] int64_t total(const Kvr32s* src, size_t len) {
   return sumOf(src, len);
 }
-[[gnu::noinline]] Sums<long double> total(const Kvr32f* src, size_t len, KvrHintAlgorithm hint) {
-  return singleSums<1, false>(src, len, hint);
-}
-[[gnu::noinline]] Sums<long double> total(const Kvr32fc* src, size_t len, KvrHintAlgorithm hint) {
-  return singleSums<2, false>(&src->re, len, hint);
-}
 // Complex elements are as wide as the boundary, so that no first one is ahead of it.
 [[gnu::noinline]] Sums<Kvr64f> total(const Kvr64f* src, size_t len, bool aheadOfBoundary) {
   return doubleSums<false>(src, len, aheadOfBoundary);
@@ -61,8 +55,22 @@ Kvr32s scaledMean(int64_t sum, int len, int scaleFactor) {
   return scaleTo<Kvr32s>(roundedQuotient(sum, len), scaleFactor);
 }
 
-Kvr32f singleMean(long double sum, int len) {
-  return static_cast<Kvr32f>(static_cast<double>(sum) / len);
+// Sums or means of single precision, of each part.
+template <int kParts, bool kMean>
+[[gnu::noinline]] void singles(const Kvr32f* src, int len, Kvr32f (&parts)[kParts], KvrHintAlgorithm hint) {
+  const size_t n = static_cast<size_t>(len);
+  const auto rounded = [len](long double sum) {
+    return kMean ? static_cast<Kvr32f>(static_cast<double>(sum) / len) : static_cast<Kvr32f>(sum);
+  };
+  if (hint != kvrHintFast && n >= kEstimatedFrom) {
+    const auto e = estimateSums<kParts, false>(src, n);
+    bool all = true;
+    for (int p = 0; p < kParts; ++p) all &= decided(e.sums.sum[p], e.error, rounded, &parts[p]);
+    if (all) return;
+  }
+  const Sums<long double> t =
+      hint == kvrHintFast ? fastSums<kParts, false>(src, n) : accurateSums<kParts, false>(src, n);
+  for (int p = 0; p < kParts; ++p) parts[p] = rounded(t.sum[p]);
 }
 
 }  // namespace
@@ -99,13 +107,16 @@ KvrStatus kvrsSum_32s_Sfs(const Kvr32s* src, int len, Kvr32s* sum, int scaleFact
 }
 KvrStatus kvrsSum_32f(const Kvr32f* src, int len, Kvr32f* sum, KvrHintAlgorithm hint) noexcept {
   KVRS_CHECK(pointers(src, sum), lengthOf<Kvr32f>(len));
-  *sum = static_cast<Kvr32f>(total(src, static_cast<size_t>(len), hint).sum[0]);
+  Kvr32f total[1];
+  singles<1, false>(src, len, total, hint);
+  *sum = total[0];
   return kvrStatusOk;
 }
 KvrStatus kvrsSum_32fc(const Kvr32fc* src, int len, Kvr32fc* sum, KvrHintAlgorithm hint) noexcept {
   KVRS_CHECK(pointers(src, sum), lengthOf<Kvr32fc>(len));
-  const Sums<long double> t = total(src, static_cast<size_t>(len), hint);
-  *sum = {static_cast<Kvr32f>(t.sum[0]), static_cast<Kvr32f>(t.sum[1])};
+  Kvr32f parts[2];
+  singles<2, false>(&src->re, len, parts, hint);
+  *sum = {parts[0], parts[1]};
   return kvrStatusOk;
 }
 KvrStatus kvrsSum_64f(const Kvr64f* src, int len, Kvr64f* sum) noexcept {
@@ -138,13 +149,16 @@ KvrStatus kvrsMean_32s_Sfs(const Kvr32s* src, int len, Kvr32s* mean, int scaleFa
 }
 KvrStatus kvrsMean_32f(const Kvr32f* src, int len, Kvr32f* mean, KvrHintAlgorithm hint) noexcept {
   KVRS_CHECK(pointers(src, mean), lengthOf<Kvr32f>(len));
-  *mean = singleMean(total(src, static_cast<size_t>(len), hint).sum[0], len);
+  Kvr32f quotient[1];
+  singles<1, true>(src, len, quotient, hint);
+  *mean = quotient[0];
   return kvrStatusOk;
 }
 KvrStatus kvrsMean_32fc(const Kvr32fc* src, int len, Kvr32fc* mean, KvrHintAlgorithm hint) noexcept {
   KVRS_CHECK(pointers(src, mean), lengthOf<Kvr32fc>(len));
-  const Sums<long double> t = total(src, static_cast<size_t>(len), hint);
-  *mean = {singleMean(t.sum[0], len), singleMean(t.sum[1], len)};
+  Kvr32f parts[2];
+  singles<2, true>(&src->re, len, parts, hint);
+  *mean = {parts[0], parts[1]};
   return kvrStatusOk;
 }
 KvrStatus kvrsMean_64f(const Kvr64f* src, int len, Kvr64f* mean) noexcept {

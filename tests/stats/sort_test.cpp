@@ -132,8 +132,8 @@ using InPlace = KvrStatus (*)(T*, int) noexcept;
 
 template <class T>
 void checkBoth(InPlace<T> ascend, InPlace<T> descend) {
-  checkSorts<T>(ascend, false, {1000, 4097, 100000});
-  checkSorts<T>(descend, true, {1000, 4097, 100000});
+  checkSorts<T>(ascend, false, {1000, 4097, 20011});
+  checkSorts<T>(descend, true, {1000, 4097, 20011});
 }
 
 TEST(Sort, Bytes) {
@@ -173,8 +173,8 @@ auto withBuffer(Radix<T> f) {
 }
 template <class T>
 void checkRadix(Radix<T> ascend, Radix<T> descend) {
-  checkSorts<T>(withBuffer(ascend), false, {1000, 4095, 4096, 4097, 8191, 8192, 30001});
-  checkSorts<T>(withBuffer(descend), true, {1000, 4095, 4096, 4097, 8191, 8192, 30001});
+  checkSorts<T>(withBuffer(ascend), false, {1000, 4095, 4096, 4097, 8191, 8192, 20011});
+  checkSorts<T>(withBuffer(descend), true, {1000, 4095, 4096, 4097, 8191, 8192, 20011});
 }
 
 TEST(SortRadix, Integers) {
@@ -193,8 +193,8 @@ TEST(SortRadix, ThreadsChangeNothing) {
   Random random(41);
   for (int threads : {2, 3}) {
     ThreadCount count(threads);
-    for (size_t len : {4095, 4096, 4097, 8191, 8192, 8193, 100001}) {
-      for (int kind = 0; kind < kKinds; ++kind) {
+    for (size_t len : {4095, 4096, 4097, 8191, 8192, 8193, 20011}) {
+      for (int kind : {0, 1, 2, 5, 10, 11}) {
         const std::string what = std::to_string(threads) + " threads, kind " + std::to_string(kind);
         const auto u = vectorOf<Kvr32u>(kind, len, random);
         const auto s = vectorOf<Kvr32s>(kind, len, random);
@@ -349,7 +349,7 @@ void checkIndexSorts(WithIndex<T> ascend, WithIndex<T> descend) {
         if (testing::Test::HasFatalFailure()) return;
       }
     }
-    for (size_t len : {1000, 20011}) {
+    for (size_t len : {1000, 9973}) {
       for (int kind = 0; kind < 11; ++kind) {
         checkIndex<T>(f, descending, vectorOf<T>(kind, len, random), "kind " + std::to_string(kind));
         if (testing::Test::HasFatalFailure()) return;
