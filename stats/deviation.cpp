@@ -67,7 +67,9 @@ struct SumWordsAndSquares {
 // Of an estimate: every operation of the formula grows, or falls, with its operands, so that the extremes of the deviation are
 // those of the largest sum of squares with the sum of the smallest magnitude, and the other way round.
 bool decidedDeviation(const Estimate<1, true>& e, long double n, Deviation<Kvr32f>* to) {
-  const auto mean = [n](long double a) { return static_cast<Kvr32f>(static_cast<double>(a) / static_cast<double>(n)); };
+  const auto mean = [n](long double a) {
+    return static_cast<Kvr32f>(static_cast<double>(a) / static_cast<double>(n));
+  };
   const auto never = [] { return false; };
   const long double a = std::fabs(e.sums.sum[0]), smallest = a > e.error ? a - e.error : 0;
   const Kvr32f lowest = static_cast<Kvr32f>(
@@ -83,9 +85,11 @@ bool decidedDeviation(const Estimate<1, true>& e, long double n, Deviation<Kvr32
   const auto equal = [=] { return allEqual(src, len); };
   if (hint != kvrHintFast && len >= kEstimatedFrom) {
     Deviation<Kvr32f> d;
-    if (decidedDeviation(estimateSums<1, true>(src, len), static_cast<long double>(len), &d) && !equal()) return d;
+    if (decidedDeviation(estimateSums<1, true>(src, len), static_cast<long double>(len), &d) && !equal())
+      return d;
   }
-  const Sums<long double> t = hint == kvrHintFast ? fastSums<1, true>(src, len) : accurateSums<1, true>(src, len);
+  const Sums<long double> t =
+      hint == kvrHintFast ? fastSums<1, true>(src, len) : accurateSums<1, true>(src, len);
   const auto d = deviationOf<long double>(t.sum[0], t.squares, len, equal);
   return {static_cast<Kvr32f>(static_cast<double>(t.sum[0]) / static_cast<double>(len)),
           static_cast<Kvr32f>(d.stdDev)};
