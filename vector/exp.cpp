@@ -31,24 +31,25 @@ struct Exponential32f {
     const auto set = [d](float c) __attribute__((always_inline)) {
       return hn::Set(d, c);
     };
-    const V big = hn::CopySignToAbs(set(12582912.0f), x);
-    const V n = hn::Sub(hn::Add(hn::Mul(x, set(1.44269502f)), big), big);
-    // Each product is rounded by itself, in all modules.
-    const V upper = hn::Add(x, hn::Mul(n, set(-0.693359375f)));
+    // A big number without the sign of x rounds to the same integers, and leaves them in the lowest bits.
+    const V whole = hn::Add(hn::Mul(x, set(1.44269502f)), set(12582912.0f)),
+            n = hn::Sub(whole, set(12582912.0f));
+    // The first product is exact. The others are rounded by themselves in all modules, up to the estimate.
+    const V upper = hn::MulAdd(n, set(-0.693359375f), x);
     const V r = hn::Add(upper, hn::Mul(n, set(0.00021219444170128554f)));
     const V s = hn::Add(hn::Mul(r, r), set(10.0f));
     const V p = hn::Mul(r, hn::Add(s, set(50.0f))), q = hn::Mul(set(12.0f), s);
     const V divisor = hn::Sub(q, p), estimate = hn::ApproximateReciprocal(divisor);
-    const V inverse = hn::Mul(estimate, hn::Sub(set(2.0f), hn::Mul(divisor, estimate)));
-    const auto exponent = hn::ShiftLeft<23>(hn::ConvertTo(di, n));
-    const V power = hn::BitCast(d, hn::Add(exponent, hn::BitCast(di, set(1.0f))));
-    const V y = hn::Mul(hn::Mul(hn::Add(q, p), inverse), power);
-    // As integers: positive NaN lies above infinity.
-    const auto bits = hn::BitCast(di, x);
+    const V inverse = hn::Mul(estimate, hn::NegMulAdd(divisor, estimate, set(2.0f)));
+    const auto power = hn::Add(hn::ShiftLeft<23>(hn::BitCast(di, whole)), hn::BitCast(di, set(1.0f)));
+    const V y = hn::Mul(hn::Mul(hn::Add(q, p), inverse), hn::BitCast(d, power));
+    const auto isUsual = hn::And(hn::Gt(x, set(kLowest)), hn::Le(x, set(kHighest)));
+    if (__builtin_expect(hn::AllTrue(d, isUsual), true)) return y;
+    // As integers: positive NaN lies above infinity. A negative NaN is what the arithmetic has made of it.
+    const auto bits = hn::BitCast(di, x), infinity = hn::Set(di, 0x7F800000),
+               quietNaN = hn::Set(di, 0x7FC00000);
+    const auto high = hn::IfThenElse(hn::Gt(bits, infinity), quietNaN, infinity);
     const auto isAbove = hn::Gt(bits, hn::Set(di, std::bit_cast<int32_t>(kHighest)));
-    const auto isNaN = hn::Gt(bits, hn::Set(di, 0x7F800000));
-    const auto infinity = hn::Set(di, 0x7F800000), quietNaN = hn::Set(di, 0x7FC00000);
-    const auto high = hn::IfThenElse(isNaN, quietNaN, infinity);
     const auto notBelow = hn::IfThenElse(isAbove, high, hn::BitCast(di, y));
     return hn::IfThenZeroElse(hn::Le(x, set(kLowest)), hn::BitCast(d, notBelow));
   }

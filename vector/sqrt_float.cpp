@@ -33,7 +33,7 @@ struct Root {
 };
 
 // Blocks of 16 singles from the estimate y of the reciprocal root: with t = x y, one Newton step gives
-// (t y - 3) (-t / 2). The latter is infinite or NaN for zeros, negative numbers, infinities and NaN.
+// (t y - 3) (-t / 2). The latter is minus infinity or NaN for zeros, negative numbers, infinities and NaN.
 constexpr ptrdiff_t kBlock = 16;
 
 using D32f = Lanes < float, kLanes<float><16 ? kLanes<float> : 16>;
@@ -48,8 +48,8 @@ KVRS_INLINE bool rootsOfBlock(const Kvr32f* src, Kvr32f* dst) {
     const auto x = hn::LoadU(d, src + k * hn::MaxLanes(d));
     const auto y = hn::ApproximateReciprocalSqrt(x);
     const auto t = hn::Mul(x, y), half = hn::Mul(t, hn::Set(d, -0.5f));
-    root[k] = hn::Mul(hn::Sub(hn::Mul(t, y), hn::Set(d, 3.0f)), half);
-    const auto isOrdinary = hn::Lt(hn::Abs(half), hn::Set(d, std::numeric_limits<float>::infinity()));
+    root[k] = hn::Mul(hn::MulSub(t, y, hn::Set(d, 3.0f)), half);
+    const auto isOrdinary = hn::Gt(half, hn::Set(d, -std::numeric_limits<float>::infinity()));
     areOrdinary = hn::And(areOrdinary, isOrdinary);
   });
   if (__builtin_expect(!hn::AllTrue(d, areOrdinary), false)) return false;
