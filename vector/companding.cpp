@@ -8,6 +8,7 @@
 #include "frame/byte_table.h"
 #include "frame/check.h"
 #include "frame/loop.h"
+#include "frame/tile.h"
 #include "frame/to_integer.h"
 #include "frame/unroll.h"
 #include "frame/widen.h"
@@ -98,17 +99,9 @@ KVRS_INLINE V encoded(D d, V sample) {
 
 template <class Law>
 struct Decoder {
-  // 16s.
   template <class D, class V>
   KVRS_INLINE hn::Vec<D> operator()(D d, V codes) const {
-    if constexpr (sizeof(hn::TFromD<D>) == 2) {
-      return Law::decoded(d, hn::PromoteTo(d, codes));
-    } else {
-      const hn::Rebind<int16_t, D> d16;
-      const hn::RebindToSigned<D> d32;
-      const auto samples = hn::PromoteTo(d32, (*this)(d16, codes));
-      return hn::Mul(hn::ConvertTo(d, samples), hn::Set(d, 0x1p-15f));
-    }
+    return Law::decoded(d, hn::PromoteTo(d, codes));
   }
 };
 
@@ -116,16 +109,24 @@ template <class Law>
 struct Encoder {
   template <class D, class V>
   KVRS_INLINE hn::Vec<D> operator()(D d, V samples) const {
-    const hn::Rebind<int16_t, D> d16;
-    if constexpr (sizeof(hn::TFromV<V>) == 2) {
-      return hn::DemoteTo(d, encoded<Law>(d16, samples));
-    } else {
-      const hn::Rebind<float, D> df;
-      const V x = bound(df, hn::Mul(samples, hn::Set(df, 32768.0f)), -32768.0f, 32767.0f);
-      const V rounded = hn::Add(x, hn::CopySignToAbs(hn::Set(df, 0.5f), x));
-      const auto integers = truncateInt32(hn::RebindToSigned<decltype(df)>(), rounded);
-      return (*this)(d, hn::DemoteTo(d16, integers));
-    }
+    return hn::DemoteTo(d, encoded<Law>(hn::Rebind<int16_t, D>(), samples));
+  }
+};
+
+// Samples to floats in [-1, 1), and back.
+struct ToFloats {
+  template <class D, class V>
+  KVRS_INLINE hn::Vec<D> operator()(D d, V samples) const {
+    return hn::Mul(hn::ConvertTo(d, hn::PromoteTo(hn::RebindToSigned<D>(), samples)), hn::Set(d, 0x1p-15f));
+  }
+};
+struct ToSamples {
+  template <class D, class V>
+  KVRS_INLINE hn::Vec<D> operator()(D d, V floats) const {
+    const hn::DFromV<V> df;
+    const V x = bound(df, hn::Mul(floats, hn::Set(df, 32768.0f)), -32768.0f, 32767.0f);
+    const V rounded = hn::Add(x, hn::CopySignToAbs(hn::Set(df, 0.5f), x));
+    return hn::DemoteTo(d, truncateInt32(hn::RebindToSigned<decltype(df)>(), rounded));
   }
 };
 
@@ -181,6 +182,30 @@ KvrStatus map(const Op& op, const S* src, D* dst, int len) {
   return mapElements(op, dst, static_cast<size_t>(len), src);
 }
 
+// Floats by way of samples in tiles: so full vectors are decoded and encoded.
+template <class Law>
+KvrStatus decodeToFloats(const Kvr8u* src, Kvr32f* dst, int len) {
+  KVRS_CHECK(pointers(src, dst), length(len));
+  const size_t n = static_cast<size_t>(len);
+  if (!loop_detail::fitsAddress(n, sizeof *dst)) return kvrStatusBadLength;
+  forTiles<Kvr16s>(n, [=](Kvr16s* tile, size_t begin, size_t count) {
+    mapElements(Decoder<Law>(), tile, count, src + begin);
+    mapElements(ToFloats(), dst + begin, count, tile);
+  });
+  return kvrStatusOk;
+}
+template <class Law>
+KvrStatus encodeFloats(const Kvr32f* src, Kvr8u* dst, int len) {
+  KVRS_CHECK(pointers(src, dst), length(len));
+  const size_t n = static_cast<size_t>(len);
+  if (!loop_detail::fitsAddress(n, sizeof *src)) return kvrStatusBadLength;
+  forTiles<Kvr16s>(n, [=](Kvr16s* tile, size_t begin, size_t count) {
+    mapElements(ToSamples(), tile, count, src + begin);
+    mapElements(Encoder<Law>(), dst + begin, count, tile);
+  });
+  return kvrStatusOk;
+}
+
 KvrStatus convertCodes(const CodeTable& table, uint8_t inverted, uint8_t invertedAfter, const Kvr8u* src,
                        Kvr8u* dst, int len) {
   return map(CodeToCode{table, inverted, invertedAfter}, src, dst, len);
@@ -195,25 +220,25 @@ KvrStatus kvrsALawToLin_8u16s(const Kvr8u* src, Kvr16s* dst, int len) noexcept {
   return map(Decoder<ALaw>(), src, dst, len);
 }
 KvrStatus kvrsALawToLin_8u32f(const Kvr8u* src, Kvr32f* dst, int len) noexcept {
-  return map(Decoder<ALaw>(), src, dst, len);
+  return decodeToFloats<ALaw>(src, dst, len);
 }
 KvrStatus kvrsMuLawToLin_8u16s(const Kvr8u* src, Kvr16s* dst, int len) noexcept {
   return map(Decoder<MuLaw>(), src, dst, len);
 }
 KvrStatus kvrsMuLawToLin_8u32f(const Kvr8u* src, Kvr32f* dst, int len) noexcept {
-  return map(Decoder<MuLaw>(), src, dst, len);
+  return decodeToFloats<MuLaw>(src, dst, len);
 }
 KvrStatus kvrsLinToALaw_16s8u(const Kvr16s* src, Kvr8u* dst, int len) noexcept {
   return map(Encoder<ALaw>(), src, dst, len);
 }
 KvrStatus kvrsLinToALaw_32f8u(const Kvr32f* src, Kvr8u* dst, int len) noexcept {
-  return map(Encoder<ALaw>(), src, dst, len);
+  return encodeFloats<ALaw>(src, dst, len);
 }
 KvrStatus kvrsLinToMuLaw_16s8u(const Kvr16s* src, Kvr8u* dst, int len) noexcept {
   return map(Encoder<MuLaw>(), src, dst, len);
 }
 KvrStatus kvrsLinToMuLaw_32f8u(const Kvr32f* src, Kvr8u* dst, int len) noexcept {
-  return map(Encoder<MuLaw>(), src, dst, len);
+  return encodeFloats<MuLaw>(src, dst, len);
 }
 KvrStatus kvrsALawToMuLaw_8u(const Kvr8u* src, Kvr8u* dst, int len) noexcept {
   return convertCodes(kALawToMuLaw, 0x55, 0x7F, src, dst, len);
