@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <cstring>
 #include <numeric>
+#include <utility>
 
 #ifdef KVRS_BENCH_VQSORT
 #include <hwy/contrib/sort/vqsort.h>
