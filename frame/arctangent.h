@@ -87,16 +87,17 @@ KVRS_INLINE V arctangent2(D d, V y, V x) {
   return hn::CopySignToAbs(hn::Add(sum, hn::Add(lost, low)), y);
 }
 
-// The arctangent of x. One quotient as above would cost half a unit between 1 and 2, where the angle has no more digits than
-// t: there t = (|x| - 1) / (|x| + 1) and the base is pi/4; beyond 2, t = -1 / |x|.
+// The arctangent of x. Near 1, where the polynomial's share of the angle is large and a quotient 1 / x has no more digits than
+// the angle, t = (|x| - 1) / (|x| + 1), and the base is pi/4; beyond 2, t = -1 / |x|. The worst errors found are 0.79 units in
+// the last place in single precision and 0.80 in double precision.
 template <class D, class V = hn::Vec<D>>
 KVRS_INLINE V arctangent(D d, V x) {
   using T = hn::TFromD<D>;
   using C = ArctangentConstants<T>;
   const V one = hn::Set(d, T{1}), a = hn::Abs(x);
-  const auto above1 = hn::Gt(a, one), above2 = hn::Gt(a, hn::Set(d, T{2}));
-  const auto choose = [&](V beyond2, V beyond1, V otherwise) __attribute__((always_inline)) {
-    return hn::IfThenElse(above2, beyond2, hn::IfThenElse(above1, beyond1, otherwise));
+  const auto isMiddle = hn::Gt(a, hn::Set(d, T(0.75))), isLarge = hn::Gt(a, hn::Set(d, T{2}));
+  const auto choose = [&](V large, V middle, V small) __attribute__((always_inline)) {
+    return hn::IfThenElse(isLarge, large, hn::IfThenElse(isMiddle, middle, small));
   };
   const V t = hn::Div(choose(hn::Set(d, T{-1}), hn::Sub(a, one), a), choose(a, hn::Add(a, one), one));
   const auto base = [&](T half) __attribute__((always_inline)) {

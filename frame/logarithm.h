@@ -9,7 +9,7 @@
 //   2^-58.6); 2s = f - f s, so that ln(1 + f) = f - (f^2/2 - s (f^2/2 + R)) has f itself for its large term.
 //
 // Products and sums are fused where the module has that, so that modules may differ in the last bit. Errors are told for
-// rounding to nearest: below 0.8 units in the last place in single precision and 0.9 in double precision.
+// rounding to nearest: below 1 unit in the last place in both precisions.
 // SPDX-License-Identifier: MIT
 #ifndef KVRS_FRAME_LOGARITHM_H
 #define KVRS_FRAME_LOGARITHM_H
@@ -28,7 +28,6 @@ template <class T>
 struct Constants;
 template <>
 struct Constants<float> {
-  static constexpr int kFractionBits = 23, kBias = 127;
   static constexpr float kLowestFactor = 0x1.555556p-1f;  // 2/3
   static constexpr float kLn2 = 0x1.62ep-1f, kLn2Low = 0x1.0bfbe8p-15f;
   static constexpr float kP[] = {0x1.555506p-2f, -0x1.fffefp-3f,  0x1.99d028p-3f, -0x1.559dccp-3f,
@@ -36,7 +35,6 @@ struct Constants<float> {
 };
 template <>
 struct Constants<double> {
-  static constexpr int kFractionBits = 52, kBias = 1023;
   static constexpr double kLowestFactor = 0x1.6a09e667f3bcdp-1;  // sqrt(1/2)
   static constexpr double kLn2 = 0x1.62e42feep-1, kLn2Low = 0x1.a39ef35793c76p-33;
   static constexpr double kR[] = {0x1.555555555557cp-1, 0x1.99999999847e9p-2, 0x1.2492493fad552p-2,
@@ -44,15 +42,18 @@ struct Constants<double> {
                                   0x1.2f50f43e64db5p-3};
 };
 
-// x = 2^k * m for positive normal x.
+}  // namespace logarithm_detail
+
+// x = 2^k * m for positive normal x, m as told above. Of all other doubles k is below -1021 or
+// above 1023.
 template <class V>
-struct Parts {
+struct PowerAndFactor {
   V k, m;
 };
 template <class D, class V = hn::Vec<D>>
-KVRS_INLINE Parts<V> split(D d, V x) {
+KVRS_INLINE PowerAndFactor<V> splitPowerOfTwo(D d, V x) {
   using T = hn::TFromD<D>;
-  using C = Constants<T>;
+  using C = logarithm_detail::Constants<T>;
   if constexpr (sizeof(T) == 4) {
     const hn::RebindToSigned<D> di;
     const auto bits = hn::BitCast(di, x);
@@ -72,9 +73,11 @@ KVRS_INLINE Parts<V> split(D d, V x) {
   }
 }
 
+namespace logarithm_detail {
+
 // k ln 2 + ln m.
 template <class D, class V>
-KVRS_INLINE V join(D d, Parts<V> x) {
+KVRS_INLINE V join(D d, PowerAndFactor<V> x) {
   using T = hn::TFromD<D>;
   using C = Constants<T>;
   const auto set = [d](T c) __attribute__((always_inline)) {
@@ -116,7 +119,7 @@ KVRS_INLINE auto isPositiveNormal(D d, V x) {
 // ln x of positive normal numbers; of others any number.
 template <class D, class V = hn::Vec<D>>
 KVRS_INLINE V logarithmOfNormal(D d, V x) {
-  return logarithm_detail::join(d, logarithm_detail::split(d, x));
+  return logarithm_detail::join(d, splitPowerOfTwo(d, x));
 }
 
 // ln x of every number: minus infinity of zeros, NaN of what lies below and of NaN, infinity of infinity.
@@ -128,9 +131,9 @@ KVRS_INLINE V logarithm(D d, V x) {
   const V zero = hn::Zero(d), infinity = hn::Set(d, L::infinity());
   const auto isSmall = hn::Lt(x, hn::Set(d, L::min()));
   const V scaled = hn::Mul(x, hn::Set(d, static_cast<T>(uint64_t{1} << kUp)));
-  const auto parts = logarithm_detail::split(d, hn::IfThenElse(isSmall, scaled, x));
+  const auto parts = splitPowerOfTwo(d, hn::IfThenElse(isSmall, scaled, x));
   const V k = hn::Sub(parts.k, hn::IfThenElseZero(isSmall, hn::Set(d, T{kUp})));
-  V y = logarithm_detail::join(d, logarithm_detail::Parts<V>{k, parts.m});
+  V y = logarithm_detail::join(d, PowerAndFactor<V>{k, parts.m});
   y = hn::IfThenElse(hn::Lt(x, infinity), y, hn::Add(x, x));  // infinity and NaN
   y = hn::IfThenElse(hn::Eq(x, zero), hn::Neg(infinity), y);
   return hn::IfThenElse(hn::Lt(x, zero), hn::Set(d, L::quiet_NaN()), y);

@@ -48,6 +48,12 @@ template <class C>
     dst[i] = {root.real(), root.imag()};
   }
 }
+template <class T>
+[[gnu::noinline]] double loopSumLn(const T* src, int len) {
+  double sum = 0;
+  for (int i = 0; i < len; ++i) sum += std::log(static_cast<double>(src[i]));
+  return sum;
+}
 [[gnu::noinline]] void loopCauchy(Kvr32f* x, int len, float inverse) {
   for (int i = 0; i < len; ++i) x[i] = 0.5f * std::log(1 + x[i] * inverse * (x[i] * inverse));
 }
@@ -216,6 +222,21 @@ Register elementary([] {
     pair(
         "logarithm/10Log10_32s_Sfs" + n, [=] { kvrs10Log10_32s_Sfs(w.get(), v.get(), len, 0); },
         [=] { loopScaledLn(w.get(), v.get(), len, 4.342944819032518); });
+    pair(
+        "logarithm/SumLn_32f" + n,
+        [=] {
+          Kvr32f sum;
+          kvrsSumLn_32f(p.get(), len, &sum);
+        },
+        [=] { keep(loopSumLn(p.get(), len)); });
+    pair(
+        "logarithm/SumLn_64f" + n,
+        [=] {
+          Kvr64f sum;
+          kvrsSumLn_64f(dp.get(), len, &sum);
+        },
+        [=] { keep(loopSumLn(dp.get(), len)); });
+
     pair(
         "arctan/Arctan_32f" + n, [=] { kvrsArctan_32f(a.get(), b.get(), len); },
         [=] { loopArctan(a.get(), b.get(), len); });

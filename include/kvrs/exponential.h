@@ -13,8 +13,8 @@ KVRS_BEGIN_DECLS
  *
  * | Types            | error, in units in the last place    | infinite                  | 0                          |
  * |------------------|--------------------------------------|---------------------------|----------------------------|
- * | 32f              | below 4, of the last elements 0.5    | above 87.0999984741211    | up to -87.33650207519531   |
- * | 64f, 32f64f      | below 1                              | where it is too large     | where it rounds to 0       |
+ * | 32f              | below 6, of the last elements 0.5    | above 87.0999984741211    | up to -87.33650207519531   |
+ * | 64f, 32f64f      | below 1.5                            | where it is too large     | where it rounds to 0       |
  * | 16s, 32s, 64s    | exact, rounded to nearest, saturated |                           |                            |
  *
  * **32f**. No result is subnormal. With n the integer nearest to x * 1.44269502 (by adding and subtracting 12,582,912 with the

@@ -13,6 +13,7 @@ KVRS_BEGIN_DECLS
  * |----------|-----------------------------------------------|--------------------------------------------------------------|
  * | Ln       | the natural logarithm of `src[i]`             | 32f 64f 64f32f, 16s 32s 32s16s (scaled)                      |
  * | 10Log10  | 10 times the decimal logarithm of `src[i]`    | 32s (scaled)                                                 |
+ * | SumLn    | in `sum`, the sum of all natural logarithms   | 16s32f 32f 32f64f 64f                                        |
  *
  * **Floats.** The error is below 1 unit in the last place in rounding to nearest, in 64f32f below 0.51. Modules may differ in the
  * last bit.
@@ -23,6 +24,10 @@ KVRS_BEGIN_DECLS
  *
  * **Integers, scaleFactor below 0**: the logarithm of the integer as a single, in single precision, times 2^(-scaleFactor), or
  * for 10Log10 times 4.3429446 * 2^(-scaleFactor), converted to an integer in the caller's rounding mode and saturated.
+ *
+ * **Sums** are computed in double precision whatever the type of `sum`: products of the elements are collected while they are in
+ * range, and only the logarithms of these products are added. The relative error of each logarithm is a few units of double
+ * precision; the order of the products, and so the last bits of a 64f sum, depends on the module.
  *
  * | Element   | stored by integers, at any scale factor | stored by floats | sum             | warning              |
  * |-----------|-----------------------------------------|------------------|-----------------|----------------------|
@@ -54,6 +59,11 @@ KVRS_API KvrStatus kvrsLn_64f_I(Kvr64f* srcDst, int len) KVRS_NOEXCEPT;
 KVRS_API KvrStatus kvrs10Log10_32s_ISfs(Kvr32s* srcDst, int len, int scaleFactor) KVRS_NOEXCEPT;
 KVRS_API KvrStatus kvrs10Log10_32s_Sfs(const Kvr32s* src, Kvr32s* dst, int len,
                                        int scaleFactor) KVRS_NOEXCEPT;
+
+KVRS_API KvrStatus kvrsSumLn_16s32f(const Kvr16s* src, int len, Kvr32f* sum) KVRS_NOEXCEPT;
+KVRS_API KvrStatus kvrsSumLn_32f(const Kvr32f* src, int len, Kvr32f* sum) KVRS_NOEXCEPT;
+KVRS_API KvrStatus kvrsSumLn_32f64f(const Kvr32f* src, int len, Kvr64f* sum) KVRS_NOEXCEPT;
+KVRS_API KvrStatus kvrsSumLn_64f(const Kvr64f* src, int len, Kvr64f* sum) KVRS_NOEXCEPT;
 
 /** @} */
 

@@ -49,4 +49,29 @@ TYPED_TEST(ArctangentTest, SpecialValues) {
   EXPECT_TRUE(std::isnan(angle(T{1}, T(NAN))));
 }
 
+template <class T>
+T ofNumber(T x) {
+  const Lanes<T, kLanes<T>> d;
+  return hn::GetLane(arctangent(d, hn::Set(d, x)));
+}
+
+// About the ends of the ranges that are reduced in different ways, and elsewhere.
+TYPED_TEST(ArctangentTest, OfNumbers) {
+  using T = TypeParam;
+  Random random;
+  for (int i = 0; i < 20000; ++i) {
+    const int range = i % 2 == 0 ? 2 : 40;
+    const T x = ofExponents<T>(random, -range, range);
+    ASSERT_LT(ulps(ofNumber(x), std::atan(static_cast<long double>(x))), sizeof(T) == 4 ? 1 : 1.5L) << x;
+  }
+  const T infinity = std::numeric_limits<T>::infinity();
+  for (T end : {T(0.75), T{1}, T{2}, T{0}, infinity}) {
+    for (T x : {end, std::nextafter(end, infinity), std::nextafter(end, T{0})}) {
+      ASSERT_LT(ulps(ofNumber(x), std::atan(static_cast<long double>(x))), 1) << x;
+      EXPECT_TRUE(sameBits(-ofNumber(x), ofNumber(-x)));
+    }
+  }
+  EXPECT_TRUE(std::isnan(ofNumber(T(NAN))));
+}
+
 }  // namespace
