@@ -56,6 +56,8 @@
 #include "kvrs/sum.h"
 
 #include "kvrs/random.h"
+#include "kvrs/tone.h"
+#include "kvrs/triangle.h"
 
 #include "kvrs/fft.h"
 #include "kvrs/spectrum.h"

@@ -2,6 +2,7 @@
 #include "kvrs/random.h"
 
 #include <random>
+#include <utility>
 
 #if __has_include(<boost/random/normal_distribution.hpp>)
 #include <boost/random/mersenne_twister.hpp>
@@ -18,9 +19,9 @@ constexpr int kLengths[] = {64, 1024, 16384, 1 << 20};
 
 template <class Engine, class Distribution>
 void addPeer(const std::string& name, const char* who, Kvr32f* dst, int len, Distribution distribution) {
-  const auto engine = std::make_shared<Engine>(7u);
-  add(name, who, [=]() mutable {
-    for (int i = 0; i < len; ++i) dst[i] = distribution(*engine);
+  const auto state = std::make_shared<std::pair<Engine, Distribution>>(Engine(7u), distribution);
+  add(name, who, [=] {
+    for (int i = 0; i < len; ++i) dst[i] = state->second(state->first);
   });
 }
 

@@ -36,6 +36,7 @@ const Family family{{
              .make = made<kvrsRandGaussInitAlloc_32f, KvrsRandGaussState_32f>,
              .release = releaseBy<kvrsRandGaussFree_32f>},
         },
+    .contextRanks = {{"kvrsRand(Uniform|Gauss)_(8u|16s|32f)", Rank::afterLength}},
 }};
 
 }  // namespace
