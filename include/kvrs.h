@@ -58,6 +58,7 @@
 #include "kvrs/random.h"
 #include "kvrs/tone.h"
 #include "kvrs/triangle.h"
+#include "kvrs/window.h"
 
 #include "kvrs/fft.h"
 #include "kvrs/spectrum.h"
