@@ -158,8 +158,7 @@ KvrStatus direct(T* dst, int len, M magn, P rFreq, P* phase, KvrHintAlgorithm hi
   if (hint != kvrHintFast) {
     accurate(tone, dst, n);
   } else if constexpr (sizeof(PartOf<T>) == 2) {
-    const VectorRoundingScope nearest(Rounding::nearest);
-    fast(tone, dst, n);
+    underRounding(Rounding::nearest, [&] { fast(tone, dst, n); });
   } else {
     fast(tone, dst, n);
   }

@@ -10,12 +10,24 @@
 #include "frame/check.h"
 #include "frame/generate.h"
 #include "frame/loop.h"
+#include "frame/rounding.h"
 #include "frame/to_integer.h"
 #include "frame/two_ended.h"
 #include "kvrs/window.h"
 #include "synth/phase.h"
 
 namespace kvrs::window {
+
+// Returns kvrStatusOk after kernel(). Integers are rounded to nearest whatever the caller's mode.
+template <class T, class Kernel>
+KVRS_INLINE KvrStatus run(Kernel kernel) {
+  if constexpr (std::is_integral_v<LaneOf<T>>) {
+    underRounding(Rounding::nearest, kernel);
+  } else {
+    kernel();
+  }
+  return kvrStatusOk;
+}
 
 // The numbers of an element, and the precision of its weights: doubles have doubles, all others singles.
 template <class T>

@@ -43,25 +43,25 @@ class DoubleRamp {
 constexpr size_t kLongHalf = 641;
 
 template <class T>
-KvrStatus bartlett(const T* src, T* dst, int len) {
-  KVRS_CHECK(pointers(src, dst), require(len >= 3, kvrStatusBadLength), length(len, dst));
-  const size_t n = static_cast<size_t>(len);
+void bartlett(const T* src, T* dst, size_t n) {
   const double step = 2 / static_cast<double>(n - 1);
-  if (n == 3) {
-    weighThree(src, dst);
-  } else if constexpr (kIsDouble<T>) {
+  if (n == 3) return weighThree(src, dst);
+  if constexpr (kIsDouble<T>) {
     weigh<double>(src, dst, n, kTile, DoubleRamp(step));
   } else {
     const float single = static_cast<float>(step);
     if constexpr (!kIsInteger<T>) {
-      if (n / 2 >= kLongHalf) {
-        weigh<double>(src, dst, n, kTile, DoubleRamp(static_cast<double>(single)));
-        return kvrStatusOk;
-      }
+      if (n / 2 >= kLongHalf)
+        return weigh<double>(src, dst, n, kTile, DoubleRamp(static_cast<double>(single)));
     }
     weigh<float>(src, dst, n, kTile, SingleRamp(single));
   }
-  return kvrStatusOk;
+}
+
+template <class T>
+KvrStatus bartlett(const T* src, T* dst, int len) {
+  KVRS_CHECK(pointers(src, dst), require(len >= 3, kvrStatusBadLength), length(len, dst));
+  return run<T>([=] { bartlett(src, dst, static_cast<size_t>(len)); });
 }
 
 }  // namespace

@@ -93,17 +93,18 @@ void blackmanLong(const T* src, T* dst, size_t n, double alpha) {
 template <class T>
 KvrStatus blackman(const T* src, T* dst, int len, Weight<T> alpha) {
   KVRS_CHECK(pointers(src, dst), require(len >= 3, kvrStatusBadLength), length(len, dst));
-  const size_t n = static_cast<size_t>(len);
-  if (n == 3) {
-    weighThree(src, dst);
-  } else if constexpr (kIsInteger<T>) {
-    blackmanOfIntegers(src, dst, n, alpha);
-  } else if (n / 2 <= kShortHalf) {
-    blackmanShort(src, dst, n, alpha);
-  } else {
-    blackmanLong(src, dst, n, alpha);
-  }
-  return kvrStatusOk;
+  return run<T>([=] {
+    const size_t n = static_cast<size_t>(len);
+    if (n == 3) {
+      weighThree(src, dst);
+    } else if constexpr (kIsInteger<T>) {
+      blackmanOfIntegers(src, dst, n, alpha);
+    } else if (n / 2 <= kShortHalf) {
+      blackmanShort(src, dst, n, alpha);
+    } else {
+      blackmanLong(src, dst, n, alpha);
+    }
+  });
 }
 
 // The window whose sidelobes fall off fastest is not the classic one, whose alpha is this.
@@ -141,9 +142,8 @@ Kvr16s scaledMiddle(Kvr16s value, double scale) {
   return static_cast<Kvr16s>(v >= 0 ? v + 0.5 : v - 0.5);
 }
 
-KvrStatus blackmanScaled(Kvr16s* srcDst, int len, int alphaQ15, int scaleFactor) {
-  KVRS_CHECK(pointers(srcDst), require(len >= 3, kvrStatusBadLength), length(len, srcDst));
-  const size_t n = static_cast<size_t>(len), middle = n / 2;
+void blackmanScaled(Kvr16s* srcDst, size_t n, int alphaQ15, int scaleFactor) {
+  const size_t middle = n / 2;
   const double scale = pow(2.0, -static_cast<double>(scaleFactor));
   Kvr16s value;
   memcpy(&value, srcDst + middle, sizeof value);
@@ -151,7 +151,7 @@ KvrStatus blackmanScaled(Kvr16s* srcDst, int len, int alphaQ15, int scaleFactor)
     value = scaledMiddle(value, scale);
     memset(static_cast<void*>(srcDst), 0, 3 * sizeof(Kvr16s));
     memcpy(srcDst + 1, &value, sizeof value);
-    return kvrStatusOk;
+    return;
   }
   const float single = static_cast<float>(scale);
   const auto scaledWeights =
@@ -166,7 +166,11 @@ KvrStatus blackmanScaled(Kvr16s* srcDst, int len, int alphaQ15, int scaleFactor)
     const Lanes<Kvr16s, 1> d16;
     hn::StoreU(TimesScaled()(d16, hn::Set(d16, value), hn::Set(d, single)), d16, srcDst + middle);
   }
-  return kvrStatusOk;
+}
+
+KvrStatus blackmanScaled(Kvr16s* srcDst, int len, int alphaQ15, int scaleFactor) {
+  KVRS_CHECK(pointers(srcDst), require(len >= 3, kvrStatusBadLength), length(len, srcDst));
+  return run<Kvr16s>([=] { blackmanScaled(srcDst, static_cast<size_t>(len), alphaQ15, scaleFactor); });
 }
 
 }  // namespace

@@ -19,13 +19,8 @@ template <class T>
 inline constexpr size_t kRestart = sizeof(T) == 2 ? 176 : 88;
 
 template <class Kind, class T>
-KvrStatus raisedCosine(const T* src, T* dst, int len) {
-  KVRS_CHECK(pointers(src, dst), require(len >= 3, kvrStatusBadLength), length(len, dst));
-  const size_t n = static_cast<size_t>(len);
-  if (Kind::kEndsInZero && n == 3) {
-    weighThree(src, dst);
-    return kvrStatusOk;
-  }
+void raisedCosine(const T* src, T* dst, size_t n) {
+  if (Kind::kEndsInZero && n == 3) return weighThree(src, dst);
   const CosineTerm term(Kind::kAmplitude, n);
   if constexpr (kIsInteger<T>) {
     const auto toWeights = [](auto d, auto c) __attribute__((always_inline)) {
@@ -50,7 +45,12 @@ KvrStatus raisedCosine(const T* src, T* dst, int len) {
       pairs = local;
     });
   }
-  return kvrStatusOk;
+}
+
+template <class Kind, class T>
+KvrStatus raisedCosine(const T* src, T* dst, int len) {
+  KVRS_CHECK(pointers(src, dst), require(len >= 3, kvrStatusBadLength), length(len, dst));
+  return run<T>([=] { raisedCosine<Kind>(src, dst, static_cast<size_t>(len)); });
 }
 
 }  // namespace

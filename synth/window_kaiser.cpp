@@ -230,16 +230,14 @@ KvrStatus kaiser(const T* src, T* dst, int len, Kvr32f alpha) {
   const double wide = static_cast<double>(alpha), last = static_cast<double>(len - 1);
   KVRS_CHECK(pointers(src, dst), length(len, dst), notAbove(fabs(wide) * last * 0.5, kLimit<T>));
   const double x = fabs(static_cast<double>(static_cast<float>(len - 1)) * wide) * 0.5;
-  kaiser(src, dst, static_cast<size_t>(len), wide, x);
-  return kvrStatusOk;
+  return run<T>([=] { kaiser(src, dst, static_cast<size_t>(len), wide, x); });
 }
 
 template <class T>
 KvrStatus kaiserQ15(const T* src, T* dst, int len, int alphaQ15) {
   const double alpha = alphaQ15 * kQ15, last = static_cast<double>(len - 1);
   KVRS_CHECK(pointers(src, dst), length(len, dst), notAbove(fabs(alpha) * last * 0.5, kLimit<T>));
-  kaiser(src, dst, static_cast<size_t>(len), alpha, fabs(last * alpha * 0.5));
-  return kvrStatusOk;
+  return run<T>([=] { kaiser(src, dst, static_cast<size_t>(len), alpha, fabs(last * alpha * 0.5)); });
 }
 
 }  // namespace
