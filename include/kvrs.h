@@ -56,6 +56,7 @@
 #include "kvrs/sum.h"
 
 #include "kvrs/random.h"
+#include "kvrs/test_vectors.h"
 #include "kvrs/tone.h"
 #include "kvrs/triangle.h"
 #include "kvrs/window.h"
@@ -65,6 +66,7 @@
 
 #include "kvrs/fir.h"
 #include "kvrs/fir_direct.h"
+#include "kvrs/fir_gen.h"
 #include "kvrs/fir_multirate.h"
 #include "kvrs/fir_stream.h"
 #include "kvrs/iir.h"

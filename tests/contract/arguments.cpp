@@ -104,6 +104,7 @@ Family::Family(FamilyRows rows) {
   add(&FamilyRows::contexts);
   add(&FamilyRows::contextRanks);
   add(&FamilyRows::acceptedWords);
+  add(&FamilyRows::memoryStatuses);
   add(&FamilyRows::wordless);
 }
 

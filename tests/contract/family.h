@@ -75,6 +75,12 @@ struct AcceptedWords {
   std::vector<uint32_t> words;
 };
 
+// What functions report when memory fails, where it is not kvrStatusOutOfMemory.
+struct MemoryStatus {
+  const char* functions = ".*";
+  KvrStatus status = kvrStatusOutOfMemory;
+};
+
 // Makes a small record of a context type, fit for some functions: in `memory` of kContextBytes zeros, or on the heap, and
 // then `release` is not null. Where several functions take a type but want another word in it, each gets a row.
 struct ContextMaker {
@@ -109,6 +115,7 @@ struct FamilyRows {
   std::vector<ContextMaker> contexts = {};
   std::vector<ContextRank> contextRanks = {};
   std::vector<AcceptedWords> acceptedWords = {};
+  std::vector<MemoryStatus> memoryStatuses = {};
   std::vector<const char*> wordless = {};  // functions whose contexts have no word
 };
 
