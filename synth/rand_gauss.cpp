@@ -120,7 +120,7 @@ KvrStatus initAlloc(State** state, T mean, T stdDev, Kvr32u seed) {
 
 template <class T, class State>
 KvrStatus gauss(T* dst, int len, State* state) {
-  KVRS_CHECK(pointers(dst, state), length(len, dst), context(state, State::kWord));
+  KVRS_CHECK(pointers(dst, state), lengthOf<T>(len), context(state, State::kWord));
   size_t left = static_cast<size_t>(len);
   if (state->needPair == 0) {
     state->distribution.make(state->radius, state->savedU, dst++);
@@ -148,7 +148,7 @@ KvrStatus gauss(T* dst, int len, State* state) {
 
 template <class T>
 KvrStatus gaussDirect(T* dst, int len, T mean, T stdDev, Kvr32u* seed) {
-  KVRS_CHECK(pointers(dst, seed), length(len, dst));
+  KVRS_CHECK(pointers(dst, seed), lengthOf<T>(len));
   const Distribution<T> distribution{mean, stdDev};
   Drawn drawn;
   RandomStream stream;

@@ -89,14 +89,14 @@ KvrStatus initAlloc(State** state, T low, T high, Kvr32u seed) {
 
 template <class T, class State>
 KvrStatus uniform(T* dst, int len, State* state) {
-  KVRS_CHECK(pointers(dst, state), length(len, dst), context(state, State::kWord));
+  KVRS_CHECK(pointers(dst, state), lengthOf<T>(len), context(state, State::kWord));
   uniform<To::zero>(state->stream, state->range, dst, static_cast<size_t>(len));
   return kvrStatusOk;
 }
 
 template <class T>
 KvrStatus uniformDirect(T* dst, int len, T low, T high, Kvr32u* seed) {
-  KVRS_CHECK(pointers(dst, seed), length(len, dst));
+  KVRS_CHECK(pointers(dst, seed), lengthOf<T>(len));
   const size_t n = static_cast<size_t>(len);
   const Range range = rangeOf(low, high);
   RandomStream stream;

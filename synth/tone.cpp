@@ -150,7 +150,7 @@ template <class T, class M, class P>
 KvrStatus direct(T* dst, int len, M magn, P rFreq, P* phase, KvrHintAlgorithm hint) {
   KVRS_CHECK(pointers(phase), require(magn > 0, kvrStatusBadToneMagnitude),
              frequency(rFreq, kvrStatusBadToneFreq), phaseAt(phase, kvrStatusBadTonePhase), pointers(dst),
-             length(len, dst));
+             lengthOf<T>(len));
   const Tone tone{static_cast<double>(magn), static_cast<double>(rFreq) * kTwoPi,
                   static_cast<double>(*phase)};
   *phase = phaseAfter(*phase, rFreq, len);
@@ -249,7 +249,7 @@ KvrStatus kvrsToneFree(KvrsToneState_16s* state) noexcept {
 }
 
 KvrStatus kvrsToneQ15_16s(Kvr16s* dst, int len, KvrsToneState_16s* state) noexcept {
-  KVRS_CHECK(pointers(dst, state), length(len, dst), context(state, KvrsToneState_16s::kWord));
+  KVRS_CHECK(pointers(dst, state), lengthOf<Kvr16s>(len), context(state, KvrsToneState_16s::kWord));
   const Tone tone{state->magn, kTwoPi * state->rFreq, state->phase};
   independent(tone, dst, static_cast<size_t>(len), state->count);
   state->count += static_cast<uint32_t>(len);
@@ -259,7 +259,7 @@ KvrStatus kvrsToneQ15_16s(Kvr16s* dst, int len, KvrsToneState_16s* state) noexce
 
 KvrStatus kvrsToneQ15_Direct_16s(Kvr16s* dst, int len, Kvr16s magn, Kvr16s rFreqQ15,
                                  Kvr32s phaseQ15) noexcept {
-  KVRS_CHECK(pointers(dst), length(len, dst), toneQ15(magn, rFreqQ15, phaseQ15));
+  KVRS_CHECK(pointers(dst), lengthOf<Kvr16s>(len), toneQ15(magn, rFreqQ15, phaseQ15));
   const Tone tone{static_cast<double>(magn), kTwoPi * (rFreqQ15 * kQ15), phaseQ15 * kQ15};
   independent(tone, dst, static_cast<size_t>(len), 0);
   return kvrStatusOk;

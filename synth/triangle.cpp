@@ -103,7 +103,7 @@ template <class T, class M, class P>
 KvrStatus direct(T* dst, int len, M magn, P rFreq, P asym, P* phase) {
   KVRS_CHECK(pointers(phase), require(magn > 0, kvrStatusBadTriangleMagnitude),
              frequency(rFreq, kvrStatusBadTriangleFreq), asymmetry(asym, kvrStatusBadTriangleAsym),
-             phaseAt(phase, kvrStatusBadTrianglePhase), pointers(dst), length(len, dst));
+             phaseAt(phase, kvrStatusBadTrianglePhase), pointers(dst), lengthOf<T>(len));
   const double a = static_cast<double>(magn), h = static_cast<double>(asym),
                start = static_cast<double>(*phase);
   *phase = phaseAfter(*phase, rFreq, len);
@@ -191,7 +191,7 @@ KvrStatus kvrsTriangleFree(KvrsTriangleState_16s* state) noexcept {
 }
 
 KvrStatus kvrsTriangleQ15_16s(Kvr16s* dst, int len, KvrsTriangleState_16s* state) noexcept {
-  KVRS_CHECK(pointers(dst, state), length(len, dst), context(state, KvrsTriangleState_16s::kWord));
+  KVRS_CHECK(pointers(dst, state), lengthOf<Kvr16s>(len), context(state, KvrsTriangleState_16s::kWord));
   if (!state->started) {
     state->legs = Legs(state->magn, state->rFreq, state->asym);
     state->wave = Wave(state->legs, state->magn, state->asym, state->phase);
@@ -203,7 +203,7 @@ KvrStatus kvrsTriangleQ15_16s(Kvr16s* dst, int len, KvrsTriangleState_16s* state
 
 KvrStatus kvrsTriangleQ15_Direct_16s(Kvr16s* dst, int len, Kvr16s magn, Kvr16s rFreqQ15, Kvr32s phaseQ15,
                                      Kvr32s asymQ15) noexcept {
-  KVRS_CHECK(pointers(dst), length(len, dst), triangleQ15(magn, rFreqQ15, phaseQ15, asymQ15));
+  KVRS_CHECK(pointers(dst), lengthOf<Kvr16s>(len), triangleQ15(magn, rFreqQ15, phaseQ15, asymQ15));
   // Exact in single precision.
   const auto single = [](int q15) { return static_cast<float>(q15) * static_cast<float>(kQ15); };
   float phase = single(phaseQ15);

@@ -162,7 +162,7 @@ void integerLine(T* dst, size_t len, F offset, F slope) {
 
 template <class T, class F>
 KvrStatus slope(T* dst, int len, F offset, F slope) {
-  KVRS_CHECK(pointers(dst), length(len, dst));
+  KVRS_CHECK(pointers(dst), lengthOf<T>(len));
   const size_t n = static_cast<size_t>(len);
   if (slope == 0) {
     fillWith(rounded<T>(offset), dst, n);

@@ -60,7 +60,7 @@ void bartlett(const T* src, T* dst, size_t n) {
 
 template <class T>
 KvrStatus bartlett(const T* src, T* dst, int len) {
-  KVRS_CHECK(pointers(src, dst), require(len >= 3, kvrStatusBadLength), length(len, dst));
+  KVRS_CHECK(pointers(src, dst), require(len >= 3, kvrStatusBadLength), lengthOf<T>(len));
   return run<T>([=] { bartlett(src, dst, static_cast<size_t>(len)); });
 }
 

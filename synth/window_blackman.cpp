@@ -92,7 +92,7 @@ void blackmanLong(const T* src, T* dst, size_t n, double alpha) {
 
 template <class T>
 KvrStatus blackman(const T* src, T* dst, int len, Weight<T> alpha) {
-  KVRS_CHECK(pointers(src, dst), require(len >= 3, kvrStatusBadLength), length(len, dst));
+  KVRS_CHECK(pointers(src, dst), require(len >= 3, kvrStatusBadLength), lengthOf<T>(len));
   return run<T>([=] {
     const size_t n = static_cast<size_t>(len);
     if (n == 3) {
@@ -169,7 +169,7 @@ void blackmanScaled(Kvr16s* srcDst, size_t n, int alphaQ15, int scaleFactor) {
 }
 
 KvrStatus blackmanScaled(Kvr16s* srcDst, int len, int alphaQ15, int scaleFactor) {
-  KVRS_CHECK(pointers(srcDst), require(len >= 3, kvrStatusBadLength), length(len, srcDst));
+  KVRS_CHECK(pointers(srcDst), require(len >= 3, kvrStatusBadLength), lengthOf<Kvr16s>(len));
   return run<Kvr16s>([=] { blackmanScaled(srcDst, static_cast<size_t>(len), alphaQ15, scaleFactor); });
 }
 

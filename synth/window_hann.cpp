@@ -49,7 +49,7 @@ void raisedCosine(const T* src, T* dst, size_t n) {
 
 template <class Kind, class T>
 KvrStatus raisedCosine(const T* src, T* dst, int len) {
-  KVRS_CHECK(pointers(src, dst), require(len >= 3, kvrStatusBadLength), length(len, dst));
+  KVRS_CHECK(pointers(src, dst), require(len >= 3, kvrStatusBadLength), lengthOf<T>(len));
   return run<T>([=] { raisedCosine<Kind>(src, dst, static_cast<size_t>(len)); });
 }
 
