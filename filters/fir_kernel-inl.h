@@ -164,15 +164,24 @@ class Tile {
   Sum sum_[kTileBlocks * kSplit];
 };
 
+// What a kernel sums up.
+template <class T>
+struct Branches {
+  const FirBranch<T>* all;
+  size_t count;
+};
+
 // out[n] for n in [done, count): whole tiles, then halves, quarters ... of one. A rest that nearly fills a tile
 // is faster as one, with some outputs before it computed again, than in pieces. Wants O <= count.
 template <class T, size_t O, int kTileBlocks>
-KVRS_INLINE void tiles(const T* in, FirSum<T>* out, size_t done, size_t count, const FirLane<T>* taps,
-                       size_t tapsLen) {
+KVRS_INLINE void tiles(Branches<T> branches, FirSum<T>* out, size_t done, size_t count) {
   constexpr size_t kOutputs = O * kTileBlocks;
   const auto run = [=](size_t first) KVRS_UNROLLED {
     Tile<T, O, kTileBlocks> tile;
-    tile.accumulate(in + first, taps, tapsLen);
+    for (size_t i = 0; i < branches.count; ++i) {
+      const FirBranch<T>& branch = branches.all[i];
+      tile.accumulate(branch.in + first, branch.table, branch.tapsLen);
+    }
     tile.store(out + first);
   };
   for (; count - done >= kOutputs; done += kOutputs) run(done);
@@ -180,7 +189,7 @@ KVRS_INLINE void tiles(const T* in, FirSum<T>* out, size_t done, size_t count, c
   if (rest > (kTileBlocks == 1 ? 0 : kOutputs * 3 / 4) && count >= kOutputs) {
     run(count - kOutputs);
   } else if constexpr (kTileBlocks > 1) {
-    tiles<T, O, kTileBlocks / 2>(in, out, done, count, taps, tapsLen);
+    tiles<T, O, kTileBlocks / 2>(branches, out, done, count);
   }
 }
 
@@ -188,36 +197,47 @@ KVRS_INLINE void tiles(const T* in, FirSum<T>* out, size_t done, size_t count, c
 template <class T>
 inline constexpr size_t kFewestOutputs = Arith<T, kFirLanes<T>>::kGroup;
 
+// One output, where a vector takes two.
+template <class T>
+FirSum<T> oneOutput(Branches<T> branches, size_t n) {
+  uint32_t sum = 0;
+  for (size_t i = 0; i < branches.count; ++i) {
+    const FirBranch<T>& branch = branches.all[i];
+    sum += static_cast<uint32_t>(dot(branch.in + n, branch.table, branch.tapsLen));
+  }
+  return static_cast<FirSum<T>>(sum);
+}
+
 // Fewer outputs than a vector has.
 template <class T, size_t O>
-KVRS_INLINE void fewOutputs(const T* in, FirSum<T>* out, size_t count, const FirLane<T>* taps,
-                            size_t tapsLen) {
+KVRS_INLINE void fewOutputs(Branches<T> branches, FirSum<T>* out, size_t count) {
   if (count >= O) {
-    tiles<T, O, 1>(in, out, 0, count, taps, tapsLen);
+    tiles<T, O, 1>(branches, out, 0, count);
   } else if constexpr (O > kFewestOutputs<T>) {
-    fewOutputs<T, O / 2>(in, out, count, taps, tapsLen);
+    fewOutputs<T, O / 2>(branches, out, count);
   } else if constexpr (kFewestOutputs<T> > 1) {
-    *out = dot(in, taps, tapsLen);
+    *out = oneOutput(branches, 0);
   }
 }
 
 }  // namespace fir_detail
 
 template <class T>
-void firKernel(const T* in, FirSum<T>* out, size_t count, const FirLane<T>* table, size_t tapsLen) {
+void firKernel(const FirBranch<T>* all, size_t branchCount, FirSum<T>* out, size_t count) {
   constexpr size_t O = kFirLanes<T>;
+  const fir_detail::Branches<T> branches{all, branchCount};
   if constexpr (fir_detail::kFewestOutputs < T >> 1) {
-    if (tapsLen < 2) {
-      for (size_t n = 0; n < count; ++n) out[n] = fir_detail::dot(in + n, table, tapsLen);
+    if (all->tapsLen < 2) {
+      for (size_t n = 0; n < count; ++n) out[n] = fir_detail::oneOutput(branches, n);
       return;
     }
   }
   if (count >= 2 * O) {
-    fir_detail::tiles<T, O, fir_detail::kBlocks<T>>(in, out, 0, count, table, tapsLen);
+    fir_detail::tiles<T, O, fir_detail::kBlocks<T>>(branches, out, 0, count);
   } else if (count >= O) {
-    fir_detail::tiles<T, O, 1>(in, out, 0, count, table, tapsLen);
+    fir_detail::tiles<T, O, 1>(branches, out, 0, count);
   } else if constexpr (O > 1) {
-    fir_detail::fewOutputs<T, O / 2>(in, out, count, table, tapsLen);
+    fir_detail::fewOutputs<T, O / 2>(branches, out, count);
   }
 }
 

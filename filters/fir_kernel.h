@@ -89,10 +89,25 @@ void fillTapTable(const T* taps, FirLane<T>* table, size_t tapsLen) {
   }
 }
 
-// out[n] for n in [0, count). `table` begins with the tap of the oldest input. Reads in[0 .. count + tapsLen - 2].
-// `out` does not overlap `in`.
+// Inputs and the taps that they meet; `table` begins with the tap of the oldest input.
 template <class T>
-void firKernel(const T* in, FirSum<T>* out, size_t count, const FirLane<T>* table, size_t tapsLen);
+struct FirBranch {
+  const T* in;
+  const FirLane<T>* table;
+  size_t tapsLen;
+};
+
+// out[n] for n in [0, count), each the sum of all branches. Reads in[0 .. count + tapsLen - 2] of each. `out` does not
+// overlap them.
+template <class T>
+void firKernel(const FirBranch<T>* branches, size_t branchCount, FirSum<T>* out, size_t count);
+
+// The same with one branch.
+template <class T>
+void firKernel(const T* in, FirSum<T>* out, size_t count, const FirLane<T>* table, size_t tapsLen) {
+  const FirBranch<T> branch{in, table, tapsLen};
+  firKernel(&branch, 1, out, count);
+}
 
 // Outputs of whole tiles: work that is cut at multiples of it gives the same sums as in one piece.
 template <class T>
@@ -102,12 +117,12 @@ size_t firTileOutputs();
 template <class T>
 FirSum<T> firDot(const T* in, const T* taps, size_t len);
 
-extern template void firKernel<Kvr32f>(const Kvr32f*, Kvr32f*, size_t, const Kvr32f*, size_t);
-extern template void firKernel<Kvr64f>(const Kvr64f*, Kvr64f*, size_t, const Kvr64f*, size_t);
-extern template void firKernel<Kvr32fc>(const Kvr32fc*, Kvr32fc*, size_t, const Kvr32f*, size_t);
-extern template void firKernel<Kvr64fc>(const Kvr64fc*, Kvr64fc*, size_t, const Kvr64f*, size_t);
-extern template void firKernel<Kvr16s>(const Kvr16s*, Kvr32s*, size_t, const Kvr16s*, size_t);
-extern template void firKernel<Kvr16sc>(const Kvr16sc*, Kvr32sc*, size_t, const Kvr16s*, size_t);
+extern template void firKernel<Kvr32f>(const FirBranch<Kvr32f>*, size_t, Kvr32f*, size_t);
+extern template void firKernel<Kvr64f>(const FirBranch<Kvr64f>*, size_t, Kvr64f*, size_t);
+extern template void firKernel<Kvr32fc>(const FirBranch<Kvr32fc>*, size_t, Kvr32fc*, size_t);
+extern template void firKernel<Kvr64fc>(const FirBranch<Kvr64fc>*, size_t, Kvr64fc*, size_t);
+extern template void firKernel<Kvr16s>(const FirBranch<Kvr16s>*, size_t, Kvr32s*, size_t);
+extern template void firKernel<Kvr16sc>(const FirBranch<Kvr16sc>*, size_t, Kvr32sc*, size_t);
 extern template size_t firTileOutputs<Kvr32f>();
 extern template size_t firTileOutputs<Kvr64f>();
 extern template size_t firTileOutputs<Kvr32fc>();

@@ -4,7 +4,7 @@
 
 namespace kvrs {
 
-template void firKernel<Kvr16s>(const Kvr16s*, Kvr32s*, size_t, const Kvr16s*, size_t);
+template void firKernel<Kvr16s>(const FirBranch<Kvr16s>*, size_t, Kvr32s*, size_t);
 
 template Kvr32s firDot(const Kvr16s*, const Kvr16s*, size_t);
 

@@ -4,7 +4,7 @@
 
 namespace kvrs {
 
-template void firKernel<Kvr16sc>(const Kvr16sc*, Kvr32sc*, size_t, const Kvr16s*, size_t);
+template void firKernel<Kvr16sc>(const FirBranch<Kvr16sc>*, size_t, Kvr32sc*, size_t);
 
 template Kvr32sc firDot(const Kvr16sc*, const Kvr16sc*, size_t);
 

@@ -4,7 +4,7 @@
 
 namespace kvrs {
 
-template void firKernel<Kvr32f>(const Kvr32f*, Kvr32f*, size_t, const Kvr32f*, size_t);
+template void firKernel<Kvr32f>(const FirBranch<Kvr32f>*, size_t, Kvr32f*, size_t);
 template size_t firTileOutputs<Kvr32f>();
 template Kvr32f firDot(const Kvr32f*, const Kvr32f*, size_t);
 

@@ -4,7 +4,7 @@
 
 namespace kvrs {
 
-template void firKernel<Kvr32fc>(const Kvr32fc*, Kvr32fc*, size_t, const Kvr32f*, size_t);
+template void firKernel<Kvr32fc>(const FirBranch<Kvr32fc>*, size_t, Kvr32fc*, size_t);
 template size_t firTileOutputs<Kvr32fc>();
 template Kvr32fc firDot(const Kvr32fc*, const Kvr32fc*, size_t);
 

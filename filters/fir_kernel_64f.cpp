@@ -4,7 +4,7 @@
 
 namespace kvrs {
 
-template void firKernel<Kvr64f>(const Kvr64f*, Kvr64f*, size_t, const Kvr64f*, size_t);
+template void firKernel<Kvr64f>(const FirBranch<Kvr64f>*, size_t, Kvr64f*, size_t);
 template size_t firTileOutputs<Kvr64f>();
 template Kvr64f firDot(const Kvr64f*, const Kvr64f*, size_t);
 

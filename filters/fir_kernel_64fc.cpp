@@ -4,7 +4,7 @@
 
 namespace kvrs {
 
-template void firKernel<Kvr64fc>(const Kvr64fc*, Kvr64fc*, size_t, const Kvr64f*, size_t);
+template void firKernel<Kvr64fc>(const FirBranch<Kvr64fc>*, size_t, Kvr64fc*, size_t);
 template size_t firTileOutputs<Kvr64fc>();
 template Kvr64fc firDot(const Kvr64fc*, const Kvr64fc*, size_t);
 

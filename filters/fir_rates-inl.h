@@ -5,8 +5,32 @@
 
 #include "filters/fir_bank.h"
 #include "filters/fir_engine-inl.h"
+#include "filters/fir_phases.h"
 
 namespace kvrs::fir {
+
+// store(sums, first, count) takes the outputs of `iters` iterations; `in` is input 0.
+template <class T, class Store>
+void runRates(const State<T>& state, const T* in, size_t iters, Store store) {
+  const Rates& rates = state.rates;
+  const size_t up = static_cast<size_t>(rates.upFactor), down = static_cast<size_t>(rates.downFactor);
+  alignas(64) FirSum<T> sums[kSums];
+  if (const auto* table = state.tapsTable.get(); table != nullptr && iters >= kPhasesFromIters<T>) {
+    const size_t most = kSums / up;
+    for (size_t i = 0; i < iters; i += most) {
+      const size_t count = iters - i < most ? iters - i : most;
+      firPhases(in + i * down, table, sums, count, state.tapsLen, rates, firstTime(state));
+      store(sums, i * up, count * up);
+    }
+    return;
+  }
+  BankWalk walk(rates, state.tapsLen, firstTime(state));
+  for (size_t n = 0; n < iters * up; n += kSums) {
+    const size_t count = iters * up - n < kSums ? iters * up - n : kSums;
+    firBank(in, state.bank.present(), sums, count, walk);
+    store(sums, n, count);
+  }
+}
 
 // kvrsFIR at two rates, the arguments checked: `numIters` times downFactor samples in and upFactor out, by way of the delay
 // line. src may be dst where no more comes out than goes in.
@@ -15,19 +39,14 @@ KvrStatus filterRates(State<T>& state, const D* src, D* dst, size_t numIters, co
   const Rates& rates = state.rates;
   const size_t up = static_cast<size_t>(rates.upFactor), down = static_cast<size_t>(rates.downFactor);
   const size_t past = static_cast<size_t>(state.dlyLen), room = static_cast<size_t>(state.stageLen);
-  const T* bank = state.bank.get();
   T* line = state.dlyLine.get();
   const size_t usual = room < kStaged ? room / down : kStaged / down, most = usual > 0 ? usual : 1;
-  alignas(64) FirSum<T> sums[kSums];
   while (numIters > 0) {
     const size_t iters = numIters < most ? numIters : most;
     Format<D, T>::fetch(src, line + past, iters * down);
-    BankWalk walk(rates, state.tapsLen, int64_t{rates.downPhase} - rates.upPhase);
-    for (size_t n = 0; n < iters * up; n += kSums) {
-      const size_t count = iters * up - n < kSums ? iters * up - n : kSums;
-      firBank(line + past, bank, sums, count, walk);
+    runRates(state, line + past, iters, [&](const FirSum<T>* sums, size_t n, size_t count) {
       Format<D, T>::store(sums, dst + n, count, scale);
-    }
+    });
     memmove(static_cast<void*>(line), line + iters * down, past * sizeof(T));
     src += iters * down;
     dst += iters * up;

@@ -6,6 +6,7 @@
 #include <type_traits>
 
 #include "filters/fir_dot-inl.h"
+#include "filters/fir_phases.h"
 
 namespace kvrs::fir {
 namespace {
@@ -208,6 +209,9 @@ State<T>* build(const Plan& plan, Kvr8u* buffer) {
   state->tapsRev.set(taps + padding);
   if (multi) {
     state->bank.set(carver.take<T>(tapsLen));
+    if (hasPhases(plan.rates, plan.tapsLen)) {
+      state->tapsTable.set(carver.take<FirLane<T>>(kTapLanes<T> * tapsLen, kRecordAlignment));
+    }
   } else if constexpr (kHasTapTable<T>) {
     state->tapsTable.set(carver.take<FirLane<T>>(kTapLanes<T> * tapsLen, kRecordAlignment));
   }
@@ -233,8 +237,14 @@ template <class T>
 KvrStatus tapsChanged(State<T>* state) {
   const size_t tapsLen = static_cast<size_t>(state->tapsLen);
   const T* taps = state->tapsRev.get();
-  if (T* bank = state->bank.get()) fillBank(taps, bank, tapsLen, static_cast<size_t>(state->rates.upFactor));
-  if (FirLane<T>* table = state->tapsTable.get()) fillTapTable(taps, table, tapsLen);
+  T* bank = state->bank.get();
+  FirLane<T>* table = state->tapsTable.get();
+  if (bank != nullptr) {
+    fillBank(taps, bank, tapsLen, static_cast<size_t>(state->rates.upFactor));
+    if (table != nullptr) fillPhases(taps, table, state->tapsLen, state->rates, firstTime(*state));
+  } else if (table != nullptr) {
+    fillTapTable(taps, table, tapsLen);
+  }
   if constexpr (!FirElement<T>::kInteger) {
     if (state->blocks.fftLen > 0) return transformTaps(state);
   }

@@ -122,7 +122,7 @@ struct State {
   Rates rates;                // a filter at two rates
   Ref<T> tapsRev;             // the last tap first: in the order of the samples they meet
   Ref<FirLane<T>> tapsTable;  // the same as firKernel wants them; null where that is tapsRev
-  Ref<T> bank;                // a filter at two rates: the taps of each phase (fillBank)
+  Ref<T> bank;                // a filter at two rates: the taps of each phase (fillBank); see fillPhases too
   Ref<T> dlyLine;
   Ref<T> scratch;  // the results of kScratch samples in place
   StateBlocks<T> blocks;
@@ -164,6 +164,13 @@ KvrStatus makePlan(const Form& form, int tapsLen, const Rates* rates, Plan* plan
 // Makes a state in `buffer`, which has plan.size bytes, without taps and delay line.
 template <class T>
 State<T>* build(const Plan& plan, Kvr8u* buffer);
+
+// The time of a filter's first output less that of input 0. An output of a stream stands at the oldest input that it meets.
+template <class T>
+int64_t firstTime(const State<T>& state) {
+  const bool isStream = state.idWord == kStream_32f.multi || state.idWord == kStream_16s.multi;
+  return int64_t{state.rates.downPhase} - state.rates.upPhase + (isStream ? state.tapsLen - 1 : 0);
+}
 
 // Brings all tables up to date with tapsRev.
 template <class T>

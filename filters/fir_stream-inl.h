@@ -12,12 +12,12 @@ namespace kvrs::fir {
 template <class T>
 KvrStatus filterStream(const State<T>& state, const T* src, T* dst, size_t len, const ScaleOf<T, T>& scale) {
   const size_t tapsLen = static_cast<size_t>(state.tapsLen);
-  alignas(64) FirSum<T> sums[kSums];
   if (state.idWord == kStream_32f.single || state.idWord == kStream_16s.single) {
     const auto* taps = state.kernelTaps();
     if constexpr (kPlain<T, T>) {
       firKernel(src, dst, len, taps, tapsLen);
     } else {
+      alignas(64) FirSum<T> sums[kSums];
       for (size_t n = 0; n < len; n += kSums) {
         const size_t count = len - n < kSums ? len - n : kSums;
         firKernel(src + n, sums, count, taps, tapsLen);
@@ -28,15 +28,9 @@ KvrStatus filterStream(const State<T>& state, const T* src, T* dst, size_t len, 
   }
   // Init does not look at them.
   KVRS_CHECK(checkRates(state.rates));
-  const size_t outputs = len * static_cast<size_t>(state.rates.upFactor);
-  // The newest sample that an output meets lies tapsLen - 1 steps behind the oldest.
-  BankWalk walk(state.rates, state.tapsLen,
-                int64_t{state.rates.downPhase} - state.rates.upPhase + (state.tapsLen - 1));
-  for (size_t n = 0; n < outputs; n += kSums) {
-    const size_t count = outputs - n < kSums ? outputs - n : kSums;
-    firBank(src, state.bank.present(), sums, count, walk);
+  runRates(state, src, len, [&](const FirSum<T>* sums, size_t n, size_t count) {
     Format<T, T>::store(sums, dst + n, count, scale);
-  }
+  });
   return kvrStatusOk;
 }
 
