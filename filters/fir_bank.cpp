@@ -5,10 +5,94 @@
 #include "filters/fir_dot-inl.h"
 
 namespace kvrs::fir {
+namespace {
+
+// Outputs whose products are added up side by side: as many as a block of 16 bytes has lanes.
+template <class T>
+inline constexpr int kSideBySide = 16 / sizeof(T);
+
+// Within blocks of 16 bytes the sums of lanes of all vectors in turn: of two for two lanes, of four for four.
+template <class D, class V = hn::Vec<D>>
+KVRS_INLINE V sumsInTurn(D d, const V* sums) {
+  const auto add = [&](V a, V b) KVRS_UNROLLED {
+    return hn::Add(hn::InterleaveLower(d, a, b), hn::InterleaveUpper(d, a, b));
+  };
+  if constexpr (kSideBySide<hn::TFromD<D>> == 2) {
+    return add(sums[0], sums[1]);
+  } else {
+    return add(add(sums[0], sums[2]), add(sums[1], sums[3]));
+  }
+}
+
+// The sum of all blocks of 16 bytes.
+template <class D, class V = hn::Vec<D>>
+KVRS_INLINE auto sumOfBlocks([[maybe_unused]] D d, V v) {
+  using T = hn::TFromD<D>;
+  if constexpr (hn::MaxLanes(D()) * sizeof(T) == 16) {
+    return v;
+  } else {
+    const hn::Half<D> half;
+    return sumOfBlocks(half, hn::Add(hn::LowerHalf(half, v), hn::UpperHalf(half, v)));
+  }
+}
+
+// The next kSideBySide outputs of real filters that have at least a vector of taps in each phase.
+template <class T>
+KVRS_INLINE void outputsSideBySide(const T* in, const T* bank, T* out, size_t fewTaps, BankWalk& walk) {
+  constexpr size_t N = kFirLanes<T>;
+  constexpr int kOutputs = kSideBySide<T>;
+  const Lanes<T, N> d;
+  const Lanes<T, kOutputs> dOut;
+  const T* x[kOutputs];
+  const T* h[kOutputs];
+  hn::Vec<decltype(d)> sum[kOutputs];
+  alignas(16) T more[kOutputs];  // products of the phases that have a tap more: the oldest
+  size_t anyMore = 0;
+  unroll<kOutputs>([&](auto i) KVRS_UNROLLED {
+    x[i] = in + walk.oldestInput();
+    h[i] = bank + walk.firstTap();
+    const size_t hasMore = walk.taps() - fewTaps;
+    anyMore |= hasMore;
+    more[i] = hasMore != 0 ? unaligned::get(x[i]) * *h[i] : T{0};
+    x[i] += hasMore;
+    h[i] += hasMore;
+    sum[i] = hn::Zero(d);
+    walk.next();
+  });
+  size_t k = 0;
+  for (; k + N <= fewTaps; k += N) {
+    unroll<kOutputs>([&](auto i) KVRS_UNROLLED {
+      sum[i] = hn::MulAdd(hn::LoadU(d, x[i] + k), hn::LoadU(d, h[i] + k), sum[i]);
+    });
+  }
+  if (k < fewTaps) {
+    // The last vector of taps without those that have been.
+    const auto isNew = hn::Not(hn::FirstN(d, N - (fewTaps - k)));
+    k = fewTaps - N;
+    unroll<kOutputs>([&](auto i) KVRS_UNROLLED {
+      const auto inputs = hn::IfThenElseZero(isNew, hn::LoadU(d, x[i] + k));
+      sum[i] = hn::MulAdd(inputs, hn::LoadU(d, h[i] + k), sum[i]);
+    });
+  }
+  auto sums = sumOfBlocks(d, sumsInTurn(d, sum));
+  // Numbers that have just been stored one by one take a while before they can be loaded as a vector.
+  if (anyMore != 0) sums = hn::Add(sums, hn::Load(dOut, more));
+  hn::StoreU(sums, dOut, out);
+}
+
+}  // namespace
 
 template <class T>
 void firBank(const T* in, const T* bank, FirSum<T>* out, size_t count, BankWalk& walk) {
-  for (size_t n = 0; n < count; ++n, walk.next()) {
+  size_t n = 0;
+  if constexpr (kShifts<T>) {
+    if (walk.fewTaps() >= kFirLanes<T>) {
+      for (; n + kSideBySide<T> <= count; n += kSideBySide<T>) {
+        outputsSideBySide(in, bank, out + n, walk.fewTaps(), walk);
+      }
+    }
+  }
+  for (; n < count; ++n, walk.next()) {
     out[n] = fir_detail::dot(in + walk.oldestInput(), bank + walk.firstTap(), walk.taps());
   }
 }

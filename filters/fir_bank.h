@@ -21,6 +21,8 @@ class BankWalk {
         input_(static_cast<ptrdiff_t>(time >= 0 ? time / up_ : -1)),
         phase_(static_cast<ptrdiff_t>(time >= 0 ? time % up_ : time + up_)) {}
 
+  // The taps of a phase that has no more than others.
+  size_t fewTaps() const { return static_cast<size_t>(fewTaps_); }
   // The taps of this output: so many from there on in the bank, the oldest first.
   size_t taps() const { return static_cast<size_t>(fewTaps_ + (phase_ < morePhases_)); }
   size_t firstTap() const {

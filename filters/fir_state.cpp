@@ -208,7 +208,7 @@ State<T>* build(const Plan& plan, Kvr8u* buffer) {
   memset(static_cast<void*>(taps), 0, padding * sizeof(T));
   state->tapsRev.set(taps + padding);
   if (multi) {
-    state->bank.set(carver.take<T>(tapsLen));
+    state->bank.set(carver.take<T>(tapsLen, kLine));
     if (hasPhases(plan.rates, plan.tapsLen)) {
       state->tapsTable.set(carver.take<FirLane<T>>(kTapLanes<T> * tapsLen, kRecordAlignment));
     }

@@ -17,14 +17,25 @@
 namespace kvrs::bench {
 namespace {
 
+// Complex numbers from arrays of their parts.
+template <class T>
+std::shared_ptr<T> numbers(int count) {
+  if constexpr (requires(T value) { value.re; }) {
+    const auto parts = array<decltype(T::re)>(2 * static_cast<size_t>(count));
+    return {parts, reinterpret_cast<T*>(parts.get())};
+  } else {
+    return array<T>(static_cast<size_t>(count));
+  }
+}
+
 template <class T>
 struct Data {
   Data(int tapsCount, int length)
       : tapsLen(tapsCount),
         len(length),
-        taps(array<T>(static_cast<size_t>(tapsCount))),
-        in(array<T>(static_cast<size_t>(tapsCount + length))),
-        out(array<T>(static_cast<size_t>(length))) {}
+        taps(numbers<T>(tapsCount)),
+        in(numbers<T>(tapsCount + length)),
+        out(numbers<T>(length)) {}
 
   const T* src() const { return in.get() + tapsLen - 1; }
 

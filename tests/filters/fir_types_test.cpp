@@ -369,6 +369,34 @@ TEST(FirTypes, AllocationFails) {
   });
 }
 
+// Sums that are rounded are the same bytes for every number of threads, as they stand and by blocks.
+TEST(FirTypes, ThreadCounts) {
+  Random random;
+  forKinds([&](const FirKind& kind) {
+    for (int tapsLen : {3, 40, 200}) {
+      const int len = tapsLen == 3 ? 400000 : 60001;
+      const auto taps =
+          bytesOf(*kind.taps, randomWholes(random, *kind.taps, static_cast<size_t>(tapsLen), 30000));
+      const auto src = bytesOf(*kind.data, randomWholes(random, *kind.data, static_cast<size_t>(len), 30000));
+      std::vector<Kvr8u> want;
+      for (int threads : {1, 2, 3, 8}) {
+        void* state = nullptr;
+        {
+          ThreadCount atInit(8);
+          ASSERT_EQ(kvrStatusOk, kind.initAlloc(&state, taps.data(), tapsLen, 0, nullptr));
+        }
+        ThreadCount atCall(threads);
+        auto dst = src;
+        ASSERT_EQ(kvrStatusOk, kind.run(src.data(), dst.data(), len, state, 12));
+        ASSERT_EQ(kvrStatusOk, kind.free(state));
+        if (threads == 1) want = dst;
+        EXPECT_EQ(0, memcmp(want.data(), dst.data(), dst.size()))
+            << tapsLen << " taps, " << threads << " threads";
+      }
+    }
+  });
+}
+
 // ---- Sizes
 
 int64_t up16(int64_t bytes) {
