@@ -137,9 +137,9 @@ KvrStatus realInverse(const Record<T>* spec, const T* src, T* dst, Kvr8u* buffer
 }  // namespace
 }  // namespace kvrs::fft
 
+using kvrs::Packing;
 using kvrs::fft::bufSize;
 using kvrs::fft::Kind;
-using kvrs::fft::Packing;
 using kvrs::fft::realForward;
 using kvrs::fft::realInverse;
 using kvrs::fft::release;

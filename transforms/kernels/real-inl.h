@@ -21,6 +21,7 @@
 
 #include "transforms/fft_wave.h"
 #include "transforms/kernels/small-inl.h"
+#include "transforms/packing.h"
 
 namespace kvrs::fft {
 
@@ -176,15 +177,6 @@ KVRS_INLINE void splitEight(Split split, D d, Cx<D>& lo, Cx<D>& hi, Cx<D> head) 
   lo = {hn::CombineShiftRightBytes<3 * kBytes>(d, a.re, hn::Reverse(d, head.re)),
         hn::CombineShiftRightBytes<3 * kBytes>(d, a.im, hn::Reverse(d, head.im))};
   hi = reversed(d, b);
-}
-
-// How the spectrum of n real numbers is stored, see kvrs/fft.h.
-enum class Packing { kPerm, kPack, kCcs };
-
-// Where its last real term stands, n > 1.
-template <Packing kPacking>
-constexpr size_t lastTerm(size_t n) {
-  return kPacking == Packing::kPerm ? 1 : kPacking == Packing::kPack ? n - 1 : n;
 }
 
 template <class T>
