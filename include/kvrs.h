@@ -33,6 +33,7 @@
 #include "kvrs/companding.h"
 #include "kvrs/complex_parts.h"
 #include "kvrs/convert.h"
+#include "kvrs/dft.h"
 #include "kvrs/divide.h"
 #include "kvrs/exponential.h"
 #include "kvrs/fill.h"

@@ -1,8 +1,6 @@
 // The real FFTs: a complex transform of half the length, and the split between its spectrum and the real
 // one's.
 // SPDX-License-Identifier: MIT
-#include <cstring>
-
 #include "frame/check.h"
 #include "frame/unaligned.h"
 #include "transforms/fft_engine.h"
@@ -42,33 +40,6 @@ void tinyForward(int order, const T* src, T* dst, T scale) {
     default:
       if constexpr (kLastTinyOrder<T> >= 4) return forward16(src, dst, scale);
   }
-}
-
-// Perm to the packing asked for, in place.
-template <Packing kPacking, class T>
-void packFromPerm(T* x, size_t n) {
-  if constexpr (kPacking == Packing::kPack) {
-    if (n <= 2) return;
-    const T last = get(x + 1);
-    std::memmove(x + 1, x + 2, (n - 2) * sizeof(T));
-    put(last, x + n - 1);
-  } else if constexpr (kPacking == Packing::kCcs) {
-    if (n > 1) {
-      put(get(x + 1), x + n);
-      put(T(0), x + n + 1);
-    }
-    put(T(0), x + 1);
-  }
-}
-
-// Any packing to Perm; src may be dst.
-template <Packing kPacking, class T>
-void permFromPack(const T* src, T* dst, size_t n) {
-  const T first = get(src);
-  const T last = n == 1 ? first : get(src + lastTerm<kPacking>(n));
-  if (n > 2) std::memmove(dst + 2, src + (kPacking == Packing::kPack ? 1 : 2), (n - 2) * sizeof(T));
-  put(first, dst);
-  if (n > 1) put(last, dst + 1);
 }
 
 template <Packing kPacking, class T>

@@ -5,6 +5,7 @@
 
 #include <array>
 #include <cstddef>
+#include <cstdint>
 
 namespace kvrs::fft {
 
@@ -12,6 +13,27 @@ template <class T>
 struct Root {
   T re, im;
 };
+
+// (cos, sin) of 2 pi k / n by their series, exact to the last bits of a double. For constants of the program.
+constexpr Root<long double> turnOf(int64_t k, int64_t n) {
+  constexpr long double kPi = 3.14159265358979323846264338327950288L;
+  // Within an eighth of a turn, and from there by symmetries.
+  k = (k % n + n) % n;
+  const bool below = 2 * k > n;  // the lower half: the sine is negative
+  if (below) k = n - k;
+  const bool left = 4 * k > n;
+  const int64_t x = left ? n - 2 * k : 2 * k;  // half turns, times n
+  const bool steep = 4 * x > n;
+  const long double angle = kPi * (steep ? n - 2 * x : 2 * x) / (2 * n), square = angle * angle;
+  long double sine = 0, cosine = 0;
+  for (int i = 24; i >= 0; i -= 2) {
+    cosine = 1 - cosine * square / ((i + 1) * (i + 2));
+    sine = 1 - sine * square / ((i + 2) * (i + 3));
+  }
+  sine *= angle;
+  const long double re = steep ? sine : cosine, im = steep ? cosine : sine;
+  return {left ? -re : re, below ? -im : im};
+}
 
 // sin(2 pi k / M) for k = 0 .. M/4. Every twiddle factor is one of these values, so that it carries one
 // rounding.
@@ -34,21 +56,11 @@ struct QuarterWave {
   }
 };
 
-// The table for M = 1024, part of the program. The series are exact to the last bits of a double.
+// The table for M = 1024, part of the program.
 template <class T>
 inline constexpr auto kSine1024 = [] {
-  constexpr long double kPi = 3.14159265358979323846264338327950288L;
   std::array<T, 257> table{};
-  for (int k = 0; k <= 128; ++k) {
-    const long double x = kPi * k / 512, x2 = x * x;
-    long double sine = 0, cosine = 0;
-    for (int i = 24; i >= 0; i -= 2) {
-      cosine = 1 - cosine * x2 / ((i + 1) * (i + 2));
-      sine = 1 - sine * x2 / ((i + 2) * (i + 3));
-    }
-    table[k] = static_cast<T>(sine * x);
-    table[256 - k] = static_cast<T>(cosine);
-  }
+  for (int k = 0; k <= 256; ++k) table[k] = static_cast<T>(turnOf(k, 1024).im);
   return table;
 }();
 

@@ -1,8 +1,9 @@
-// Transforms of 2, 4, 8 and 16 points, each lane a transform of its own.
+// Transforms of 2, 4, 8 and 16 points and of a few odd numbers of them, each lane a transform of its own.
 // SPDX-License-Identifier: MIT
 #ifndef KVRS_TRANSFORMS_KERNELS_BUTTERFLY_INL_H
 #define KVRS_TRANSFORMS_KERNELS_BUTTERFLY_INL_H
 
+#include "transforms/fft_wave.h"
 #include "transforms/kernels/lanes-inl.h"
 
 namespace kvrs::fft {
@@ -146,6 +147,42 @@ KVRS_INLINE void butterfly4(C& x0, C& x1, C& x2, C& x3) {
   x3 = addI(b, e);
 }
 
+// An odd number of points. With u[k] = x[k] + x[R-k], v[k] = x[k] - x[R-k], for k = 1 .. (R-1)/2:
+//
+//   A = x[0] + sum of u[k] cos(2 pi j k / R), B = sum of v[k] sin(2 pi j k / R)
+//   y[j] = A - i B, y[R-j] = A + i B
+template <int R, class D, class Load, class Emit>
+KVRS_INLINE void oddButterfly(D d, Load load, Emit emit) {
+  using T = typename Form<D>::Lane;
+  using C = Cx<D>;
+  using V = typename Form<D>::Vector;
+  constexpr int kHalf = (R - 1) / 2;
+  const C x0 = load(Index<0>());
+  C u[kHalf], v[kHalf], sum = x0;
+  unroll<kHalf>([&](auto k) KVRS_UNROLLED {
+    const C a = load(Index<k + 1>()), b = load(Index<R - 1 - k>());
+    u[k] = add(a, b);
+    v[k] = sub(a, b);
+    sum = add(sum, u[k]);
+  });
+  emit(Index<0>(), sum);
+  unroll<kHalf>([&](auto j) KVRS_UNROLLED {
+    C a = x0, b{};
+    unroll<kHalf>([&](auto k) KVRS_UNROLLED {
+      constexpr Root<long double> w = turnOf((j + 1) * (k + 1), R);
+      const V c = factor(d, static_cast<T>(w.re)), s = factor(d, static_cast<T>(w.im));
+      a = {hn::MulAdd(u[k].re, c, a.re), hn::MulAdd(u[k].im, c, a.im)};
+      if constexpr (k == 0) {
+        b = {hn::Mul(v[k].re, s), hn::Mul(v[k].im, s)};
+      } else {
+        b = {hn::MulAdd(v[k].re, s, b.re), hn::MulAdd(v[k].im, s, b.im)};
+      }
+    });
+    emit(Index<j + 1>(), subI(a, b));
+    emit(Index<R - 1 - j>(), addI(a, b));
+  });
+}
+
 // y[k] = sum over n of x[n] exp(-2 pi i n k / R), with x[n] = load(Index<n>()), and emit(Index<k>(), y[k]) as soon as
 // it is known, so that few numbers have to be kept. All loads come before the first emit.
 template <int R, class D, class Load, class Emit>
@@ -154,6 +191,8 @@ KVRS_INLINE void butterfly(D d, Load load, Emit emit) {
   using C = Cx<D>;
   if constexpr (R == 1) {
     emit(Index<0>(), load(Index<0>()));
+  } else if constexpr (R % 2 != 0) {
+    oddButterfly<R>(d, load, emit);
   } else if constexpr (R == 2) {
     const C a = load(Index<0>()), b = load(Index<1>());
     emit(Index<0>(), add(a, b));

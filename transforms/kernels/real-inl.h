@@ -90,6 +90,36 @@ void splitSpectrum(Split split, const T* src, T* dst, size_t M, const T* halves)
   splitVectors<kLanes<T>>(split, src, dst, M, halves);
 }
 
+// The same for any M: vectors as long as they fit below the middle, then single numbers, each with their factors in `halves`.
+template <class Split, class T>
+void splitSpectrumOfAny(Split split, const T* src, T* dst, size_t M, const T* halves) {
+  const Lanes<T, kLanes<T>> d;
+  const Lanes<T, 1> one;
+  const Interleaved<const T, false> in{src};
+  const Interleaved<T, false> out{dst};
+  const size_t pairs = (M - 1) / 2;
+  size_t k = 1;
+  for (; k + kLanes<T> - 1 <= pairs; k += kLanes<T>, halves += 2 * kLanes<T>) {
+    const size_t mirrored = M - k - kLanes<T> + 1;
+    auto a = in.load(d, k);
+    auto b = reversed(d, in.load(d, mirrored));
+    split(d, a, b, Table<T>{halves}.load(d, 0));
+    out.store(d, k, a);
+    out.store(d, mirrored, reversed(d, b));
+  }
+  for (; k <= pairs; ++k, halves += 2) {
+    auto a = in.load(one, k), b = in.load(one, M - k);
+    split(one, a, b, Table<T>{halves}.load(one, 0));
+    out.store(one, k, a);
+    out.store(one, M - k, b);
+  }
+  if (M % 2 == 0) {
+    auto a = in.load(one, M / 2), b = a;
+    split(one, a, b, {hn::Zero(one), hn::Set(one, T(0.5))});
+    out.store(one, M / 2, a);
+  }
+}
+
 // The table `halves` of a transform of 2^kOrder points whose context has none.
 template <class T, int kOrder>
 alignas(64) inline constexpr auto kHalves = [] {

@@ -1,0 +1,134 @@
+// Stages of transforms of any length: butterflies of every radix over rows of neighbouring numbers, real and imaginary
+// parts apart.
+// SPDX-License-Identifier: MIT
+#ifndef KVRS_TRANSFORMS_KERNELS_STAGE_INL_H
+#define KVRS_TRANSFORMS_KERNELS_STAGE_INL_H
+
+#include "transforms/dft_plan.h"
+#include "transforms/kernels/stockham-inl.h"
+
+namespace kvrs::dft {
+
+using namespace fft;
+
+// For each p < m, butterflies over rows p, p + m, ... become results in rows R p, R p + 1, ...; a row is `count` numbers.
+// Distances are in numbers: between the rows of a butterfly, and from one p to the next.
+struct Shape {
+  size_t m, count;
+  size_t row, step;
+  size_t outRow, outStep;
+};
+
+// The usual one: m * R rows of `side` numbers, one behind the other.
+constexpr Shape shapeOf(size_t m, size_t radix, size_t side) {
+  return {m, side, side * m, side, side, side * radix};
+}
+
+// body(q) for blocks of L numbers that cover `count`, at least L of them: the last one lies over the one before.
+template <size_t L, class Body>
+KVRS_INLINE void forBlocks(size_t count, Body body) {
+  size_t q = 0;
+  for (; q + L <= count; q += L) body(q);
+  if (q < count) body(count - L);
+}
+
+template <int R, class D, class T, class Twiddles>
+KVRS_INLINE void butterflies(D d, const Shape& g, Planes<const T> in, Planes<T> out,
+                             const Twiddles& twiddles) {
+  forBlocks<hn::MaxLanes(D())>(
+      g.count, [&](size_t q) KVRS_UNROLLED { passStep<R>(d, in, q, g.row, out, q, g.outRow, twiddles); });
+}
+
+// `w` holds the factors exp(-2 pi i p j / (R m)), j = 1 .. R - 1, from p = 1 on.
+template <int R, class D, class T>
+__attribute__((noinline)) void stageOf(D d, const Shape& g, Planes<const T> in, Planes<T> out, const T* w) {
+  butterflies<R>(d, g, in, out, NoScale());
+  for (size_t p = 1; p < g.m; ++p, w += 2 * (R - 1)) {
+    in = in.at(g.step);
+    out = out.at(g.outStep);
+    butterflies<R>(d, g, in, out, NumberTwiddles<R, D>(d, w));
+  }
+}
+
+// An odd radix without a kernel of its own, r cosines and r sines of 2 pi k / r in `roots`. See oddButterfly.
+inline constexpr int kMostPairs = 74;
+
+template <class D, class T>
+KVRS_INLINE void oddColumn(D d, int r, Planes<const T> in, size_t row, Planes<T> out, size_t outRow,
+                           const T* roots, const T* w) {
+  using C = Complex<hn::Vec<D>>;
+  const int half = (r - 1) / 2;
+  C u[kMostPairs], v[kMostPairs];
+  const C x0 = in.load(d, 0);
+  C sum = x0;
+  for (int k = 0; k < half; ++k) {
+    const C a = in.load(d, (static_cast<size_t>(k) + 1) * row);
+    const C b = in.load(d, static_cast<size_t>(r - 1 - k) * row);
+    u[k] = add(a, b);
+    v[k] = sub(a, b);
+    sum = add(sum, u[k]);
+  }
+  out.store(d, 0, sum);
+  const auto store = [&](int j, C x) KVRS_UNROLLED {
+    if (w != nullptr) x = mul(x, spread(d, w + 2 * (j - 1)));
+    out.store(d, static_cast<size_t>(j) * outRow, x);
+  };
+  for (int j = 1; j <= half; ++j) {
+    C a = x0, b{hn::Zero(d), hn::Zero(d)};
+    for (int k = 0, at = 0; k < half; ++k) {
+      at += j;
+      if (at >= r) at -= r;
+      const auto c = hn::Set(d, roots[at]), s = hn::Set(d, roots[r + at]);
+      a = {hn::MulAdd(u[k].re, c, a.re), hn::MulAdd(u[k].im, c, a.im)};
+      b = {hn::MulAdd(v[k].re, s, b.re), hn::MulAdd(v[k].im, s, b.im)};
+    }
+    store(j, subI(a, b));
+    store(r - j, addI(a, b));
+  }
+}
+
+template <class D, class T>
+__attribute__((noinline)) void oddStage(D d, int r, const Shape& g, Planes<const T> in, Planes<T> out,
+                                        const T* w, const T* roots) {
+  for (size_t p = 0; p < g.m; ++p) {
+    forBlocks<hn::MaxLanes(D())>(g.count, [&](size_t q) KVRS_UNROLLED {
+      oddColumn(d, r, in.at(q), g.row, out.at(q), g.outRow, roots, p == 0 ? nullptr : w);
+    });
+    if (p > 0) w += 2 * (r - 1);
+    in = in.at(g.step);
+    out = out.at(g.outStep);
+  }
+}
+
+template <class D, class T>
+void stage(D d, int radix, const Shape& g, Planes<const T> in, Planes<T> out, const T* w, const T* roots) {
+  switch (radix) {
+    case 2:
+      return stageOf<2>(d, g, in, out, w);
+    case 3:
+      return stageOf<3>(d, g, in, out, w);
+    case 4:
+      return stageOf<4>(d, g, in, out, w);
+    case 5:
+      return stageOf<5>(d, g, in, out, w);
+    case 7:
+      return stageOf<7>(d, g, in, out, w);
+    case 8:
+      return stageOf<8>(d, g, in, out, w);
+    case 9:
+      return stageOf<9>(d, g, in, out, w);
+    case 11:
+      return stageOf<11>(d, g, in, out, w);
+    case 13:
+      return stageOf<13>(d, g, in, out, w);
+    case 16:
+      if constexpr (kMaxBits >= 4) return stageOf<16>(d, g, in, out, w);
+      return;
+    default:
+      return oddStage(d, radix, g, in, out, w, roots);
+  }
+}
+
+}  // namespace kvrs::dft
+
+#endif
