@@ -34,6 +34,7 @@
 #include "kvrs/complex_parts.h"
 #include "kvrs/convert.h"
 #include "kvrs/dft.h"
+#include "kvrs/dft_integer.h"
 #include "kvrs/divide.h"
 #include "kvrs/exponential.h"
 #include "kvrs/fill.h"
@@ -63,6 +64,7 @@
 #include "kvrs/window.h"
 
 #include "kvrs/fft.h"
+#include "kvrs/fft_integer.h"
 #include "kvrs/spectrum.h"
 
 #include "kvrs/fir.h"
