@@ -3,6 +3,8 @@
 #ifndef KVRS_TRANSFORMS_DFT_ENGINE_H
 #define KVRS_TRANSFORMS_DFT_ENGINE_H
 
+#include <cstdint>
+
 #include "transforms/dft_plan.h"
 #include "transforms/dft_points.h"
 
@@ -74,7 +76,7 @@ void forStrips(size_t rows, size_t columns, size_t lanes, Body body) {
   const size_t most = holds < 8 * lanes ? holds : 8 * lanes;
   const size_t strips = (columns + most - 1) / most;
   for (size_t i = 0, first = 0; i < strips; ++i) {
-    const size_t end = columns * (i + 1) / strips;
+    const size_t end = static_cast<size_t>(uint64_t{columns} * (i + 1) / strips);
     body(first, end - first);
     first = end;
   }

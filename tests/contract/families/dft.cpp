@@ -52,6 +52,7 @@ const Family family{{
              .make = make<KvrsDFTOutOrdSpec_C_64fc, kvrsDFTOutOrdInitAlloc_C_64fc>,
              .release = release<KvrsDFTOutOrdSpec_C_64fc, kvrsDFTOutOrdFree_C_64fc>},
         },
+    .contextRanks = {{"kvrsDFT(OutOrd)?GetBufSize_.*", Rank::afterPointers}},
 }};
 
 }  // namespace

@@ -38,6 +38,7 @@ const Family family{{
              .make = make<KvrsDFTSpec_R_16s, kvrsDFTInitAlloc_R_16s>,
              .release = release<KvrsDFTSpec_R_16s, kvrsDFTFree_R_16s>},
         },
+    .contextRanks = {{"kvrsDFT(OutOrd)?GetBufSize_.*", Rank::afterPointers}},
 }};
 
 }  // namespace

@@ -18,7 +18,8 @@ const Family family{{
     .optionalPointers =
         {
             {.functions = "kvrsFFT(Fwd|Inv).*", .parameter = "buffer"},
-            {.functions = "kvrsFFTInit_.*", .parameter = "initBuf"},  // orders below 11 do not look at it
+            {.functions = "kvrsFFTInit_[CR]_(32|64)fc?",
+             .parameter = "initBuf"},  // orders below 11 do not look at it
         },
     .badValues =
         {

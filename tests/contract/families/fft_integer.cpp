@@ -19,7 +19,7 @@ const Family family{{
     .optionalPointers =
         {
             {.functions = "kvrsFFT(Fwd|Inv).*", .parameter = "buffer"},
-            {.functions = "kvrsFFTInit_.*",
+            {.functions = "kvrsFFTInit_(C_32sc?|R_32s|R_16s32s)",
              .parameter = "initBuf"},  // of those of 32 bits, orders below 11 do not look at it
         },
     .badValues =
@@ -41,6 +41,7 @@ const Family family{{
             {.type = "KvrsFFTSpec_R_32s", .make = make<KvrsFFTSpec_R_32s, kvrsFFTInit_R_32s>},
             {.type = "KvrsFFTSpec_R_16s32s", .make = make<KvrsFFTSpec_R_16s32s, kvrsFFTInit_R_16s32s>},
         },
+    .contextRanks = {{"kvrsFFTGetBufSize_.*", Rank::afterPointers}},
 }};
 
 }  // namespace
