@@ -7,7 +7,7 @@
 #include <chrono>
 #include <cmath>
 #include <memory>
-#include <numbers>
+#include <vector>
 
 #include "failure.h"
 
@@ -39,35 +39,37 @@ double kaiserBeta(double attenuation) {
   return 0.5842 * std::pow(attenuation - 21, 0.4) + 0.07886 * (attenuation - 21);
 }
 
+// The ideal low-pass, without a window: nothing for a cutoff that lets nothing through, a single 1 for one that lets all.
+std::vector<double> lowPass(double cutoff, int tapsLen) {
+  constexpr int kNoWindow = -1;
+  std::vector<double> taps(static_cast<size_t>(tapsLen));
+  if (cutoff >= 0.5) {
+    taps[taps.size() / 2] = 1;
+  } else if (cutoff > 0) {
+    check("kvrsFIRGenLowpass_64f", kvrsFIRGenLowpass_64f(cutoff, taps.data(), tapsLen, kNoWindow, 0));
+  }
+  return taps;
+}
+
 }  // namespace
 
 Samples designFilter(const FilterDesign& design, int sampleRate) {
   const double rate = sampleRate;
   const int tapsLen = design.tapsLen.value_or(tapsFor(design.attenuation, design.transitionHz / rate));
-  const int middle = tapsLen / 2;
 
-  // The ideal filter is a sum of ideal low-passes, each of them a sinc: the band that stays, less what lies
-  // below the notch's upper edge, plus what lies below its lower edge.
-  const auto lowPass = [&](double cutoffHz, int n) {
-    const double f = 2.0 * cutoffHz / rate;
-    return n == 0 ? f : std::sin(std::numbers::pi * f * n) / (std::numbers::pi * n);
-  };
-  const double beta = kaiserBeta(design.attenuation);
-  Samples taps(static_cast<size_t>(tapsLen));
-  for (int i = 0; i < tapsLen; i++) {
-    const int n = i - middle;
-    double ideal = n == 0 ? 1.0 : 0.0;
-    if (design.lowPassHz) ideal = lowPass(*design.lowPassHz, n);
-    if (design.notchHz) {
-      ideal -= lowPass(*design.notchHz + design.notchWidthHz / 2, n);
-      ideal += lowPass(*design.notchHz - design.notchWidthHz / 2, n);
-    }
-    const double x = middle == 0 ? 0.0 : static_cast<double>(n) / middle;
-    const double window =
-        std::cyl_bessel_i(0.0, beta * std::sqrt(1.0 - x * x)) / std::cyl_bessel_i(0.0, beta);
-    taps[static_cast<size_t>(i)] = static_cast<float>(ideal * window);
+  // The ideal filter is a sum of ideal low-passes: the band that stays, less what lies below the notch's upper edge, plus
+  // what lies below its lower edge.
+  std::vector<double> taps = lowPass(design.lowPassHz ? *design.lowPassHz / rate : 0.5, tapsLen);
+  if (design.notchHz) {
+    const auto upTo = [&](double hz) { return lowPass(hz / rate, tapsLen); };
+    const auto upper = upTo(*design.notchHz + design.notchWidthHz / 2);
+    const auto lower = upTo(*design.notchHz - design.notchWidthHz / 2);
+    check("kvrsSub_64f_I", kvrsSub_64f_I(upper.data(), taps.data(), tapsLen));
+    check("kvrsAdd_64f_I", kvrsAdd_64f_I(lower.data(), taps.data(), tapsLen));
   }
-  return taps;
+  const double alpha = 2 * kaiserBeta(design.attenuation) / (tapsLen - 1);
+  check("kvrsWinKaiser_64f_I", kvrsWinKaiser_64f_I(taps.data(), tapsLen, static_cast<float>(alpha)));
+  return Samples(taps.begin(), taps.end());
 }
 
 Recording applyFilter(const Recording& recording, const Samples& taps, int blockLength,

@@ -96,7 +96,7 @@ Options parse(int argc, char** argv) {
     } else if (argument == "--low-pass") {
       options.design.lowPassHz = number(argument, value(), 1, kHighestHz);
     } else if (argument == "--taps") {
-      options.design.tapsLen = wholeNumber(argument, value(), 3, 1 << 20);
+      options.design.tapsLen = wholeNumber(argument, value(), 5, 1 << 20);
       if (*options.design.tapsLen % 2 == 0) throw Failure("--taps wants an odd number");
     } else if (argument == "--block") {
       options.blockLength = wholeNumber(argument, value(), 1, 1 << 24);

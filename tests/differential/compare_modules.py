@@ -20,6 +20,7 @@ ORDER_FREE = [
     (r"kvrsFFT(Fwd|Inv)_.*", 8),
     (r"kvrsFIR(One)?_.*32f.*", 16),
     (r"kvrs(Phase|CartToPolar|PolarToCart)_.*(32|64)fc?", 4),  # both within 2 units, where the module fuses or not
+    (r"kvrsVectorJaehne_(32|64)f", 4),  # the sine, fused or not
     # Fused or not; the exponential and the square root of singles work from estimates.
     (r"kvrs(Arctan|Cauchy|Cubrt|Exp|Ln|Sqrt|SumLn)_.*(32|64)fc?(_I)?", 8),
     # A sum may end on either side of an integer's boundary.
