@@ -1,20 +1,21 @@
 // The engines of recursive filters, for the sources that instantiate them.
 //
 // A recursion is as slow as the additions that each output needs of the one before. Look-ahead lets a whole block of
-// outputs depend on the block before instead (Parhi, Messerschmitt, 1989): with g the impulse response of 1 / A(z) and h
-// that of the section, M outputs are M columns of one product,
+// outputs depend on the block before instead (Parhi, Messerschmitt, 1989). A section is b0 and (e1/z + e2/z^2) / A(z) side
+// by side; with z[n] the outputs of the latter, e its impulse response and g that of 1 / A(z), M of them are M columns of
+// one product,
 //
-//   (y[n], y[n+1], y[n+2], ...) = x[n]   (h0, h1, h2, ...)       + x[n-1] (b1 g0, b1 g1 + b2 g0, b1 g2 + b2 g1, ...)
-//                               + x[n+1] ( 0, h0, h1, ...)       + x[n-2] (b2 g0, b2 g1, b2 g2, ...)
-//                               + x[n+2] ( 0,  0, h0, ...) + ... + y[n-1] (g1, g2, g3, ...) + y[n-2] (c2 g0, c2 g1, ...)
+//   (z[n], z[n+1], z[n+2], ...) = x[n]   (0, e[1], e[2], ...)    + x[n-1] (e1 g0, e1 g1 + e2 g0, e1 g2 + e2 g1, ...)
+//                               + x[n+1] (0,  0,   e[1], ...)    + x[n-2] (e2 g0, e2 g1, e2 g2, ...)
+//                               + x[n+2] (0,  0,    0, ...) + ... + z[n-1] (g1, g2, g3, ...) + z[n-2] (c2 g0, c2 g1, ...)
 //
-// in which all terms but the last two are known long before. Complex numbers lie in vectors as pairs. A product with a
-// complex number x is one with x.re and another with x.im that is turned by a quarter at the end, for a whole sum at once.
+// in which all terms but the last two are known long before. (The outputs themselves would do for z, but those of a filter
+// that changes little, such as a high-pass at a low frequency, come from large terms that cancel.) Complex numbers lie in
+// vectors as pairs. A product with a complex number x is one with x.re and another with x.im that is turned by a quarter at
+// the end, for a whole sum at once.
 // SPDX-License-Identifier: MIT
 #ifndef KVRS_FILTERS_IIR_ENGINE_INL_H
 #define KVRS_FILTERS_IIR_ENGINE_INL_H
-
-#include <initializer_list>
 
 #include "filters/iir_engine.h"
 #include "frame/complex.h"
@@ -115,33 +116,17 @@ KVRS_INLINE Sum<W> nothing() {
   return sum;
 }
 
-// A sum of a few products, and its value.
-template <class W>
-struct Term {
-  Vec<W> row;
-  W x;
-};
-template <class W>
-Sum<W> sumOf(std::initializer_list<Term<W>> terms) {
-  auto sum = nothing<W>();
-  for (const Term<W>& term : terms) sum.add(term.row, term.x);
-  return sum;
-}
-template <class W>
-Vec<W> rowOf(std::initializer_list<Term<W>> terms) {
-  return sumOf<W>(terms).total();
-}
-
 // response[m - shift] for m from 0 on, with zeros before the response: the rows that a block's own numbers meet. As blocks
 // may be two vectors, shifts begin below 0.
 template <class W>
 struct ShiftedRows {
   static constexpr int kFirst = static_cast<int>(kWide<W>) - static_cast<int>(kBlock<W>);
 
-  // `response` has kBlock numbers.
-  KVRS_INLINE explicit ShiftedRows(const W* response) {
+  // `response` has kBlock numbers, the first of which may be left out.
+  KVRS_INLINE explicit ShiftedRows(const W* response, bool withFirst = true) {
     alignas(64) W padded[kWide<W> + kBlock<W>] = {};
     memcpy(static_cast<void*>(padded + kWide<W>), response, kBlock<W> * sizeof(W));
+    if (!withFirst) padded[kWide<W>] = W{};
     for (int i = 0; i < static_cast<int>(kBlock<W>); ++i) {
       rows[i] = loadVector(padded + (static_cast<int>(kWide<W>) - kFirst - i));
     }
@@ -202,10 +187,19 @@ struct Chains {
 };
 static_assert(static_cast<int>(kBlock<Kvr64fc>) >= kChains || kChains == 1);
 
+// Fewer samples are not worth the rows.
+template <class W>
+inline constexpr size_t kLookAheadFrom = kBlock<W> + 2;
+
 // The last inputs and outputs of a section, in the order of a df1 delay line.
 template <class W>
 struct Past {
   W x2, x1, y2, y1;
+};
+// The same with outputs but for what b0 adds to them.
+template <class W>
+struct Recursion {
+  W x2, x1, z2, z1;
 };
 
 template <class W>
@@ -213,79 +207,93 @@ bool looksAhead(const W* sectionTable) {
   return !isZero(sectionTable[0]);
 }
 
-// A section by look-ahead, on at least kBlock samples, with what `past` and the transposed delay line d0, d1 hand over, one
-// of which is 0. Leaves the new past.
+// The last two numbers of a signal as look-ahead takes them: the last one, and the step to it.
 template <class W>
-void sectionByBlocks(const Section<W>& section, const W* table, Past<W>& past, W d0, W d1, const W* in,
-                     W* out, size_t len) {
-  constexpr size_t M = kBlock<W>, kLast = kWide<W> - 1;
-  constexpr int P = static_cast<int>(kBlockVectors);
-  // h and the rows of the past.
-  alignas(64) W h[M];
-  Vec<W> x1Row[P], x2Row[P], y1Row[P], y2Row[P];
-  Sum<W> start[P];
-  {
-    // From two zeros before g on.
-    alignas(64) W g[M + 2] = {};
-    memcpy(static_cast<void*>(g + 2), table, M * sizeof(W));
-    for (int v = 0; v < P; ++v) {
-      const W* from = g + static_cast<size_t>(v) * kWide<W>;
-      const Vec<W> g2 = loadVector(from), g1 = loadVector(from + 1), g0 = loadVector(from + 2);
-      x2Row[v] = rowOf<W>({{g0, section.b2}});
-      x1Row[v] = rowOf<W>({{g0, section.b1}, {g1, section.b2}});
-      storeVector(rowOf<W>({{g0, section.b0}, {g1, section.b1}, {g2, section.b2}}),
-                  h + static_cast<size_t>(v) * kWide<W>);
-      y2Row[v] = rowOf<W>({{g0, negative(section.a2)}});
-      y1Row[v] = loadVector(table + M + static_cast<size_t>(v) * kWide<W>);
-      start[v] = sumOf<W>({{g0, d0}, {g1, d1}});
-    }
-  }
-  const ShiftedRows<W> rows(h);
-  auto x2 = everywhere(past.x2), x1 = everywhere(past.x1);
-  auto y2 = everywhere(past.y2), y1 = everywhere(past.y1);
-  const auto steadiness = hn::Set(Tag<W>(), steadinessOf(section));
+struct Steps {
+  Everywhere<W> last, step;
 
-  Vec<W> y[P];
-  const auto block = [&](const W* xs) KVRS_UNROLLED {
-    Chains<W> chains(rows, [&](int i) KVRS_UNROLLED { return at(xs, static_cast<size_t>(i)); });
-    chains.join();
-    Everywhere<W> slope;
+  KVRS_INLINE void set(Everywhere<W> v2, Everywhere<W> v1, Vec<W> steadiness) {
+    last = v1;
     unroll<static_cast<int>(kParts<W>)>(
-        [&](auto i) KVRS_UNROLLED { slope.parts[i] = hn::NegMulAdd(steadiness, y1.parts[i], y2.parts[i]); });
+        [&](auto i) KVRS_UNROLLED { step.parts[i] = hn::NegMulAdd(steadiness, v1.parts[i], v2.parts[i]); });
+  }
+};
+
+// A section by look-ahead, on at least a block. `past` moves on.
+template <class W>
+void sectionByBlocks(const Section<W>& section, const W* table, Recursion<W>& past, const W* in, W* out,
+                     size_t len) {
+  constexpr size_t M = kBlock<W>;
+  constexpr int P = static_cast<int>(kBlockVectors), kLast = static_cast<int>(kWide<W>) - 1;
+  const ShiftedRows<W> rows(table + 2 * M, false);
+  const auto b0 = everywhere(section.b0);
+  Vec<W> xRow[P], xStepRow[P], zRow[P], zStepRow[P];
+  unroll<P>([&](auto v) KVRS_UNROLLED {
+    const W* from = table + v * kWide<W>;
+    const auto scaled = [&](W by) {
+      Sum<W> sum;
+      sum.begin(loadVector(from), everywhere(by));
+      return sum.total();
+    };
+    xRow[v] = loadVector(from + 3 * M);
+    xStepRow[v] = scaled(table[2 * M]);
+    zRow[v] = loadVector(from + M);
+    zStepRow[v] = scaled(negative(section.a2));
+  });
+  const auto steadiness = hn::Set(Tag<W>(), steadinessOf(section));
+  Steps<W> xs, zs;
+  xs.set(everywhere(past.x2), everywhere(past.x1), steadiness);
+  zs.set(everywhere(past.z2), everywhere(past.z1), steadiness);
+
+  Vec<W> y[P], z[P];
+  const auto block = [&](const W* x) KVRS_UNROLLED {
+    Chains<W> chains(rows, [&](int i) KVRS_UNROLLED { return at(x, static_cast<size_t>(i)); });
+    unroll<P>([&](auto v) KVRS_UNROLLED {
+      chains.sums[0][v].add(xRow[v], xs.last);
+      chains.sums[kChains - 1][v].add(xStepRow[v], xs.step);
+    });
+    chains.join();
     unroll<P>([&](auto v) KVRS_UNROLLED {
       Sum<W>& sum = chains.sums[0][v];
-      start[v].add(x2Row[v], x2);
-      start[v].add(x1Row[v], x1);
-      sum.add(start[v]);
-      sum.add(y1Row[v], y1);
-      sum.add(y2Row[v], slope);
-      y[v] = sum.total();
-      start[v] = nothing<W>();
+      sum.add(zRow[v], zs.last);
+      sum.add(zStepRow[v], zs.step);
+      z[v] = sum.total();
+      Sum<W> straight;
+      straight.begin(loadVector(x + v * kWide<W>), b0);
+      y[v] = hn::Add(straight.total(), z[v]);
     });
   };
+  W x2 = past.x2, x1 = past.x1;
+  auto z2 = everywhere(past.z2), z1 = everywhere(past.z1);
   size_t n = 0;
   for (; n + M <= len; n += M) {
     block(in + n);
-    x2 = everywhere(at(in, n + M - 2));
-    x1 = everywhere(at(in, n + M - 1));
+    x2 = at(in, n + M - 2);
+    x1 = at(in, n + M - 1);
+    xs.set(everywhere(x2), everywhere(x1), steadiness);
     unroll<P>([&](auto v) KVRS_UNROLLED { storeVector(y[v], out + n + v * kWide<W>); });
-    y1 = everywhereOf<W, kLast>(y[P - 1]);
+    z1 = everywhereOf<W, kLast>(z[P - 1]);
     if constexpr (kWide<W> == 1) {
-      y2 = everywhereOf<W, 0>(y[P - 2]);
+      z2 = everywhereOf<W, 0>(z[P - 2]);
     } else {
-      y2 = everywhereOf<W, kLast - 1>(y[P - 1]);
+      z2 = everywhereOf<W, kLast - 1>(z[P - 1]);
     }
+    zs.set(z2, z1, steadiness);
   }
-  past = {one(x2), one(x1), one(y2), one(y1)};
+  past = {x2, x1, one(z2), one(z1)};
   const size_t rest = len - n;
   if (rest == 0) return;
   // The last block, with zeros for the inputs that it has not.
-  alignas(64) W xs[M] = {}, ys[M];
-  memcpy(static_cast<void*>(xs), reinterpret_cast<const char*>(in) + n * sizeof(W), rest * sizeof(W));
-  block(xs);
-  unroll<P>([&](auto v) KVRS_UNROLLED { storeVector(y[v], ys + v * kWide<W>); });
-  memcpy(reinterpret_cast<char*>(out) + n * sizeof(W), static_cast<const void*>(ys), rest * sizeof(W));
-  past = {rest > 1 ? xs[rest - 2] : past.x1, xs[rest - 1], rest > 1 ? ys[rest - 2] : past.y1, ys[rest - 1]};
+  alignas(64) W own[M] = {}, results[M], parts[M];
+  memcpy(static_cast<void*>(own), reinterpret_cast<const char*>(in) + n * sizeof(W), rest * sizeof(W));
+  block(own);
+  unroll<P>([&](auto v) KVRS_UNROLLED {
+    storeVector(y[v], results + v * kWide<W>);
+    storeVector(z[v], parts + v * kWide<W>);
+  });
+  memcpy(reinterpret_cast<char*>(out) + n * sizeof(W), static_cast<const void*>(results), rest * sizeof(W));
+  past = {rest > 1 ? own[rest - 2] : past.x1, own[rest - 1], rest > 1 ? parts[rest - 2] : past.z1,
+          parts[rest - 1]};
 }
 
 // The same sample by sample, in the stated order.
@@ -310,14 +318,19 @@ void df1BySamples(const Section<W>& section, Past<W>& past, const W* in, W* out,
   past = p;
 }
 
+// Two samples lead from the transposed delay line, whose first number is what the recursion adds to an output, to a past.
 template <class W>
-void transposedByBlocks(const Section<W>& section, const W* table, W& d0, W& d1, const W* in, W* out,
-                        size_t len) {
-  Past<W> past{};
-  sectionByBlocks(section, table, past, d0, d1, in, out, len);
-  d0 = minus(minus(plus(times(section.b1, past.x1), times(section.b2, past.x2)), times(section.a1, past.y1)),
-             times(section.a2, past.y2));
-  d1 = minus(times(section.b2, past.x1), times(section.a2, past.y1));
+void transposedByBlocks(const Section<W>& section, const W* table, W* d, const W* in, W* out, size_t len) {
+  Recursion<W> past{at(in, 0), at(in, 1), d[0], W{}};
+  setAt(out, 0, transposedStep(section, d, past.x2));
+  past.z1 = d[0];
+  setAt(out, 1, transposedStep(section, d, past.x1));
+  sectionByBlocks(section, table, past, in + 2, out + 2, len - 2);
+  // b1 x1 + c1 y1 and so on, with the outputs in their two parts.
+  const W e1 = table[2 * kBlock<W> + 1], e2 = table[2 * kBlock<W>];
+  d[0] = minus(minus(plus(times(e1, past.x1), times(e2, past.x2)), times(section.a1, past.z1)),
+               times(section.a2, past.z2));
+  d[1] = minus(times(e2, past.x1), times(section.a2, past.z1));
 }
 
 // Where vectors are short, look-ahead gains less than it takes once there are many sections. Those can stand in the lanes of
@@ -407,14 +420,20 @@ size_t firstInLanes(State<W>& state, const W* in, W* out, size_t len) {
   return done;
 }
 
+// There is no room for tables in its states.
 template <class W>
 void filterDf1(State<W>& state, const W* in, W* out, size_t len) {
   auto* past = reinterpret_cast<Past<W>*>(state.dlyLine.get());
-  const W* table = state.table.get();
-  for (int i = 0; i < state.numBq; ++i, table += kSectionTable<W>, in = out) {
+  for (int i = 0; i < state.numBq; ++i, in = out) {
     const Section<W>& section = state.sections()[i];
-    if (len >= kBlock<W> && looksAhead(table)) {
-      sectionByBlocks(section, table, past[i], W{}, W{}, in, out, len);
+    alignas(64) W table[kSectionTable<W>] = {};
+    if (len >= kLookAheadFrom<W>) makeSectionTable(section, table);
+    if (looksAhead(table)) {
+      const Past<W> old = past[i];
+      Recursion<W> recursion{old.x2, old.x1, minus(old.y2, times(section.b0, old.x2)),
+                             minus(old.y1, times(section.b0, old.x1))};
+      sectionByBlocks(section, table, recursion, in, out, len);
+      past[i] = {recursion.x2, recursion.x1, at(out, len - 2), at(out, len - 1)};
     } else {
       df1BySamples(section, past[i], in, out, len);
     }
@@ -426,7 +445,7 @@ template <class W>
 void filterCascade(State<W>& state, const W* in, W* out, size_t len, Past<W>* past) {
   const auto sections = static_cast<size_t>(state.numBq);
   const bool isLong = state.idWord == wordOf<KvrsIIRState_32f>(Form::cascade) || len > 4 * sections;
-  const bool byBlocks = isLong && len >= kBlock<W>;
+  const bool byBlocks = isLong && len >= kLookAheadFrom<W>;
   if (!byBlocks && sections > 1 && past == nullptr) {
     for (size_t n = 0; n < len; ++n) setAt(out, n, filterSample(state, at(in, n)));
     return;
@@ -440,7 +459,7 @@ void filterCascade(State<W>& state, const W* in, W* out, size_t len, Past<W>* pa
     Past<W> next{};
     if (past != nullptr) next = {len > 1 ? at(in, len - 2) : past[i].x1, at(in, len - 1), W{}, W{}};
     if (byBlocks && looksAhead(table)) {
-      transposedByBlocks(section, table, d[0], d[1], in, out, len);
+      transposedByBlocks(section, table, d, in, out, len);
     } else {
       transposedBySamples(section, d[0], d[1], in, out, len);
     }

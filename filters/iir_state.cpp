@@ -81,37 +81,6 @@ T unit() {
   }
 }
 
-// 1 / A(z) = 1 / (1 - c1/z - c2/z^2). The table's second half obeys the same recursion, from which it is more exact than
-// from differences of the first.
-template <class W>
-void makeSectionTable(const Section<W>& section, W* table) {
-  using Wide = typename WideOf<W>::Type;
-  const auto c1 = negative(converted<Wide>(section.a1)), c2 = negative(converted<Wide>(section.a2));
-  Wide steady = unit<Wide>();
-  const double p = steadinessOf(section);
-  if constexpr (kIsComplex<Wide>) {
-    steady.re = p;
-  } else {
-    steady = p;
-  }
-  // g[m-1] and g[m], s[m-1] and s[m].
-  Wide g1{}, g0 = unit<Wide>(), s1 = g0, s0 = plus(c1, times(steady, c2));
-  double worst = 0;
-  for (size_t m = 0; m < kBlock<W>; ++m) {
-    table[m] = converted<W>(g0);
-    table[kBlock<W> + m] = converted<W>(s0);
-    const Wide g = plus(times(c1, g0), times(c2, g1)), s = plus(times(c1, s0), times(c2, s1));
-    // What the two outputs before do to the m-th one behind them; a NaN must not get lost.
-    const double sum = bulk(g) + bulk(times(c2, g0));
-    if (!(sum <= worst)) worst = sum;
-    g1 = g0;
-    g0 = g;
-    s1 = s0;
-    s0 = s;
-  }
-  if (!growsLittle(worst, bulk(c1) + bulk(c2), kMostGrowthOfSection)) table[0] = W{};
-}
-
 }  // namespace
 
 template <class W>
@@ -149,7 +118,7 @@ State<W>* build(Form form, uint32_t idWord, int n, const void* dlyLine, Kvr8u* m
     state->numBq = n;
     state->taps.set(carver.take<W>(5 * count));
     state->dlyLine.set(carver.take<W>(static_cast<size_t>(state->dlyLen)));
-    state->table.set(carver.take<W>(kSectionTable<W> * count));
+    if (form != Form::df1 || onTop) state->table.set(carver.take<W>(kSectionTable<W> * count));
     if (onTop) {
       W* line = carver.take<W>(4 * count);
       state->df1DlyLine.set(line);
@@ -181,10 +150,54 @@ void getDelayLine(const State<W>* state, void* dlyLine) {
          static_cast<size_t>(state->dlyLen) * sizeof(W));
 }
 
+// 1 / A(z) = 1 / (1 - c1/z - c2/z^2). All rows obey its recursion, from which they are more exact than from differences of
+// the first.
+template <class W>
+void makeSectionTable(const Section<W>& section, W* table) {
+  using Wide = typename WideOf<W>::Type;
+  const auto c1 = negative(converted<Wide>(section.a1)), c2 = negative(converted<Wide>(section.a2));
+  const auto b0 = converted<Wide>(section.b0);
+  const auto e1 = plus(converted<Wide>(section.b1), times(c1, b0));
+  const auto e2 = plus(converted<Wide>(section.b2), times(c2, b0));
+  Wide steady{};
+  if constexpr (kIsComplex<Wide>) {
+    steady.re = steadinessOf(section);
+  } else {
+    steady = steadinessOf(section);
+  }
+  // The number before the row and its first one; what else comes in on the way.
+  struct Row {
+    Wide before, now, first, second;
+  };
+  Row rows[] = {
+      {Wide{}, unit<Wide>(), Wide{}, Wide{}},
+      {unit<Wide>(), plus(c1, times(steady, c2)), Wide{}, Wide{}},
+      {Wide{}, Wide{}, e1, e2},
+      {Wide{}, plus(e1, times(steady, e2)), e2, Wide{}},
+  };
+  double worst = 0;
+  for (size_t m = 0; m < kBlock<W>; ++m) {
+    for (size_t r = 0; r < 4; ++r) {
+      Row& row = rows[r];
+      table[r * kBlock<W> + m] = converted<W>(row.now);
+      Wide next = plus(times(c1, row.now), times(c2, row.before));
+      next = plus(next, m == 0 ? row.first : m == 1 ? row.second : Wide{});
+      // What the two outputs before do to the m-th one behind them; a NaN must not get lost.
+      const double sum = bulk(next) + bulk(times(c2, row.now));
+      if (r == 0 && !(sum <= worst)) worst = sum;
+      row.before = row.now;
+      row.now = next;
+    }
+  }
+  table[2 * kBlock<W>] = converted<W>(e2);
+  if (!growsLittle(worst, bulk(c1) + bulk(c2), kMostGrowthOfSection)) table[0] = W{};
+}
+
 template <class W>
 void storeSection(State<W>* state, size_t index, const Section<W>& section) {
   state->sections()[index] = section;
-  makeSectionTable(section, state->table.get() + index * kSectionTable<W>);
+  W* table = state->table.get();
+  if (table != nullptr) makeSectionTable(section, table + index * kSectionTable<W>);
 }
 
 // With g the impulse response of 1 / A(z), an output y[n-k] adds F[k][m] y[n-k] to y[n+m]:
@@ -267,6 +280,7 @@ KvrStatus loadTaps(State<W>* state, const W* taps) {
   template void setDelayLine<W>(State<W>*, const void*);                 \
   template void getDelayLine<W>(const State<W>*, void*);                 \
   template KvrStatus loadTaps<W>(State<W>*, const W*);                   \
+  template void makeSectionTable<W>(const Section<W>&, W*);              \
   template void storeSection<W>(State<W>*, size_t, const Section<W>&);   \
   template void makeDirectTable<W>(State<W>*)
 KVRS_IIR_STATE_OF(Kvr32f);

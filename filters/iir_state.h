@@ -42,13 +42,18 @@ struct Section {
   W b0, b1, b2, a1, a2;
 };
 
-// The look-ahead table of a section: the impulse response g of 1 / A(z) for kBlock samples, 0 in the place of the leading 1
-// telling that there is none; and g[m+1] + p * c2 * g[m] with the section's steadiness p.
+// The look-ahead table of a section, kBlock numbers each, with p the section's steadiness and e1 = b1 + c1 b0,
+// e2 = b2 + c2 b0 the numerator of what the section does besides multiplying by b0:
+//
+//   steps of outputs    g[m], the impulse response of 1 / A(z), 0 in the place of the leading 1 telling that there is none
+//   outputs             g[m+1] + p c2 g[m]
+//   own inputs          e2 in the place of a leading 0, then the impulse response of the section from its second number on
+//   inputs              e1 g[m] + e2 g[m-1] + p e2 g[m]
 template <class W>
-inline constexpr size_t kSectionTable = 2 * kBlock<W>;
+inline constexpr size_t kSectionTable = 4 * kBlock<W>;
 
-// What an output that goes on as it was would be multiplied by from sample to sample: 1 where poles are near 1, -1 where
-// they are near -1, 0 elsewhere. There the last two outputs go into look-ahead as y1 and y2 - p * y1, of which the latter is
+// What a signal that goes on as it was is multiplied by from sample to sample: 1 where poles are near 1, -1 where they are
+// near -1, 0 elsewhere. The last two numbers of a signal go into look-ahead as v1 and v2 - p * v1, of which the latter is
 // small and exact. Otherwise their large products would leave errors in neighbouring outputs that do not fit to each
 // other, which such filters take for a slope and follow.
 template <class W>
@@ -75,7 +80,8 @@ struct State {
   Ref<W> taps;     // b[0] .. b[N], a[1] .. a[N], or sections
   Ref<W> dlyLine;  // a spare zero behind that of a direct form
   // Of a direct form the impulse response of 1 / A(z) for kBlock samples, then for k = 1 .. N what an output does to the
-  // kBlock samples that begin k behind it. Of a cascade kSectionTable numbers for each section.
+  // kBlock samples that begin k behind it. Of a cascade kSectionTable numbers for each section. Null where there is no room:
+  // in direct forms of high order, and in single-precision df1 forms.
   Ref<W> table;
   Ref<W>
       df1DlyLine;  // 4 numbers for each section of a df1 form that runs on the transposed one; null in others
@@ -150,6 +156,9 @@ void getDelayLine(const State<W>* state, void* dlyLine);
 template <class W>
 KvrStatus loadTaps(State<W>* state, const W* taps);
 
+template <class W>
+void makeSectionTable(const Section<W>& section, W* table);
+
 // One section that is normalised already, and the taps of a direct form that have been stored.
 template <class W>
 void storeSection(State<W>* state, size_t index, const Section<W>& section);
@@ -162,6 +171,7 @@ void makeDirectTable(State<W>* state);
   extern template void setDelayLine<W>(State<W>*, const void*);                 \
   extern template void getDelayLine<W>(const State<W>*, void*);                 \
   extern template KvrStatus loadTaps<W>(State<W>*, const W*);                   \
+  extern template void makeSectionTable<W>(const Section<W>&, W*);              \
   extern template void storeSection<W>(State<W>*, size_t, const Section<W>&);   \
   extern template void makeDirectTable<W>(State<W>*)
 KVRS_IIR_STATE_OF(Kvr32f);

@@ -4,9 +4,11 @@
 
 #include <optional>
 
-#include "recording.h"
+#include "support/recording.h"
 
 namespace denoise {
+
+using namespace examples;
 
 // Levels are in dB of full scale: of a whistle its amplitude, of hiss its root mean square.
 struct Disturbance {

@@ -9,7 +9,7 @@
 #include <memory>
 #include <vector>
 
-#include "failure.h"
+#include "support/failure.h"
 
 namespace denoise {
 namespace {

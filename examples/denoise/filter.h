@@ -5,9 +5,11 @@
 #include <functional>
 #include <optional>
 
-#include "recording.h"
+#include "support/recording.h"
 
 namespace denoise {
+
+using namespace examples;
 
 struct FilterDesign {
   std::optional<double> notchHz;

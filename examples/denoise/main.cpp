@@ -18,11 +18,11 @@
 #include <new>
 
 #include "disturbance.h"
-#include "failure.h"
 #include "filter.h"
 #include "picture.h"
-#include "recording.h"
 #include "spectrum.h"
+#include "support/failure.h"
+#include "support/recording.h"
 
 namespace denoise {
 namespace {

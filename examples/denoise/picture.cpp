@@ -8,8 +8,8 @@
 #include <algorithm>
 #include <cmath>
 
-#include "failure.h"
 #include "spectrum.h"
+#include "support/failure.h"
 
 namespace denoise {
 namespace {

@@ -4,9 +4,11 @@
 
 #include <string>
 
-#include "recording.h"
+#include "support/recording.h"
 
 namespace denoise {
+
+using namespace examples;
 
 struct Picture {
   std::string title;

@@ -9,7 +9,7 @@
 #include <memory>
 #include <numbers>
 
-#include "failure.h"
+#include "support/failure.h"
 
 namespace denoise {
 namespace {

@@ -2,9 +2,11 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "recording.h"
+#include "support/recording.h"
 
 namespace denoise {
+
+using namespace examples;
 
 // Mean powers on a grid of frequencies k * stepHz. A sine of full scale has the power 1 at its peak.
 struct Spectrum {

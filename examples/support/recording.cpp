@@ -1,14 +1,14 @@
 // SPDX-License-Identifier: MIT
-#include "recording.h"
+#include "support/recording.h"
 
 #include <sndfile.h>
 
 #include <cmath>
 #include <memory>
 
-#include "failure.h"
+#include "support/failure.h"
 
-namespace denoise {
+namespace examples {
 namespace {
 
 using File = std::unique_ptr<SNDFILE, decltype(&sf_close)>;
@@ -65,4 +65,4 @@ void writeRecording(const Recording& recording, const std::string& path) {
   if (sf_close(file.release()) != 0) throw Failure("cannot write " + path);
 }
 
-}  // namespace denoise
+}  // namespace examples

@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-namespace denoise {
+namespace examples {
 
 using Samples = std::vector<float>;
 
@@ -23,4 +23,4 @@ Recording readRecording(const std::string& path);
 // A WAV file with 16 bits a sample; louder samples are clipped. Throws Failure.
 void writeRecording(const Recording& recording, const std::string& path);
 
-}  // namespace denoise
+}  // namespace examples

@@ -7,7 +7,7 @@
 #include <stdexcept>
 #include <string>
 
-namespace denoise {
+namespace examples {
 
 struct Failure : std::runtime_error {
   using std::runtime_error::runtime_error;
@@ -18,4 +18,4 @@ inline void check(const char* call, KvrStatus status) {
   if (status < 0) throw Failure(std::string(call) + " failed with status " + std::to_string(status));
 }
 
-}  // namespace denoise
+}  // namespace examples
