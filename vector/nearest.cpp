@@ -12,27 +12,22 @@
 
 #include "frame/check.h"
 #include "frame/simd.h"
+#include "frame/unaligned.h"
 #include "frame/unroll.h"
 
 namespace kvrs {
 namespace {
 
-Kvr16u entryAt(const Kvr16u* table, int i) {
-  Kvr16u entry;
-  memcpy(&entry, reinterpret_cast<const char*>(table) + size_t{2} * static_cast<size_t>(i), sizeof entry);
-  return entry;
-}
-
 int nearestOne(Kvr16u x, const Kvr16u* table, int tableLen) {
-  if (x <= entryAt(table, 0)) return 0;
-  if (x >= entryAt(table, tableLen - 1)) return tableLen - 1;
+  if (x <= unaligned::get(table)) return 0;
+  if (x >= unaligned::get(table + (tableLen - 1))) return tableLen - 1;
   int lo = 0;
   for (int n = tableLen - 1; n > 1;) {
     const int half = n >> 1;
-    if (entryAt(table, lo + half) <= x) lo += half;
+    if (unaligned::get(table + (lo + half)) <= x) lo += half;
     n -= half;
   }
-  return x - entryAt(table, lo) > entryAt(table, lo + 1) - x ? lo + 1 : lo;
+  return x - unaligned::get(table + lo) > unaligned::get(table + (lo + 1)) - x ? lo + 1 : lo;
 }
 
 using D32 = Lanes<int32_t, kLanes<int32_t>>;
@@ -71,7 +66,8 @@ KVRS_INLINE void nearestOfSome(const Kvr16u* src, Kvr16u* dst, int* dstIndex, co
     });
     n -= half;
   }
-  const V32 first = hn::Set(d, entryAt(table, 0)), last = hn::Set(d, entryAt(table, tableLen - 1));
+  const V32 first = hn::Set(d, unaligned::get(table)),
+            last = hn::Set(d, unaligned::get(table + (tableLen - 1)));
   unroll<kVectors>([&](auto k) KVRS_UNROLLED {
     const V32 pair = entriesAt(table, lo[k]), below = lower(pair), above = upper(pair);
     const auto isUpper = hn::Gt(hn::Sub(x[k], below), hn::Sub(above, x[k]));
@@ -111,10 +107,9 @@ KvrStatus kvrsFindNearest_16u(const Kvr16u* src, Kvr16u* dst, int* dstIndex, int
     return kvrStatusOk;
   }
   for (int i = 0; i < len; ++i) {
-    const int index = nearestOne(entryAt(src, i), table, tableLen);
-    const Kvr16u value = entryAt(table, index);
-    memcpy(reinterpret_cast<char*>(dst) + ptrdiff_t{2} * i, &value, sizeof value);
-    memcpy(reinterpret_cast<char*>(dstIndex) + ptrdiff_t{4} * i, &index, sizeof index);
+    const int index = nearestOne(unaligned::get(src + i), table, tableLen);
+    unaligned::put(unaligned::get(table + index), dst + i);
+    unaligned::put(index, dstIndex + i);
   }
   return kvrStatusOk;
 }
@@ -122,8 +117,7 @@ KvrStatus kvrsFindNearestOne_16u(Kvr16u val, Kvr16u* dstVal, int* dstIndex, cons
                                  int tableLen) noexcept {
   KVRS_CHECK(pointers(dstVal, dstIndex, table), length(tableLen));
   const int index = nearestOne(val, table, tableLen);
-  const Kvr16u value = entryAt(table, index);
-  memcpy(dstVal, &value, sizeof value);
-  memcpy(dstIndex, &index, sizeof index);
+  unaligned::put(unaligned::get(table + index), dstVal);
+  unaligned::put(index, dstIndex);
   return kvrStatusOk;
 }
