@@ -15,6 +15,25 @@ struct Counted {
   }
 };
 
+// One more in the lanes that the mask has.
+template <class V, class M>
+KVRS_INLINE V countWhere(V count, M mask) {
+  const hn::DFromV<V> d;
+  if constexpr (kMaskRegisters) {
+    return hn::IfThenElse(mask, hn::Add(count, hn::Set(d, 1)), count);
+  } else {
+    return hn::Sub(count, hn::VecFromMask(d, mask));
+  }
+}
+template <class M>
+KVRS_INLINE M both(M a, M b) {
+  if constexpr (kMaskRegisters) {
+    return bothMasks(a, b);
+  } else {
+    return hn::And(a, b);
+  }
+}
+
 struct Within : Counted {
   Kvr32s lower, upper;
 
@@ -23,8 +42,7 @@ struct Within : Counted {
   template <class V>
   KVRS_INLINE void operator()(V& count, V x) const {
     const hn::DFromV<V> d;
-    const auto is = hn::And(hn::Gt(x, hn::Set(d, lower)), hn::Lt(x, hn::Set(d, upper)));
-    count = hn::Sub(count, hn::VecFromMask(d, is));
+    count = countWhere(count, both(hn::Gt(x, hn::Set(d, lower)), hn::Lt(x, hn::Set(d, upper))));
   }
 };
 
@@ -62,9 +80,13 @@ struct Crossing : Counted {
     const hn::DFromV<V> d;
     if constexpr (flag == 1) {
       count = hn::Sub(count, hn::BroadcastSignBit(hn::Xor(hn::BitCast(d, a), hn::BitCast(d, b))));
+    } else if constexpr (flag == 0) {
+      // With a NaN both extremes are b.
+      const auto zero = hn::Zero(hn::DFromV<Vf>());
+      const auto crosses = both(hn::Lt(hn::Min(a, b), zero), hn::Gt(hn::Max(a, b), zero));
+      count = countWhere(count, hn::RebindMask(d, crosses));
     } else {
-      const V distance = hn::Abs(hn::Sub(signOfFloat<V>(a), signOfFloat<V>(b)));
-      count = hn::Add(count, flag == 0 ? hn::ShiftRight<1>(distance) : distance);
+      count = hn::Add(count, hn::Abs(hn::Sub(signOfFloat<V>(a), signOfFloat<V>(b))));
     }
   }
 };

@@ -83,13 +83,27 @@ template <class K>
 }
 
 template <class K>
-void sortKeys(K* keys, size_t len) {
+void sortAnywhere(K* keys, size_t len) {
   if (reinterpret_cast<uintptr_t>(keys) % sizeof(K) == 0) {
     sortAlignedKeys(keys, len);
   } else {
     sortMisalignedKeys(keys, len);
   }
 }
+
+}  // namespace
+
+void sortKeys(Kvr16s* keys, size_t len) {
+  sortAnywhere(keys, len);
+}
+void sortKeys(Kvr32s* keys, size_t len) {
+  sortAnywhere(keys, len);
+}
+void sortKeys(Kvr64s* keys, size_t len) {
+  sortAnywhere(keys, len);
+}
+
+namespace {
 
 template <Bits bits, bool kDescending, class T>
 KvrStatus sort(T* srcDst, int len) {

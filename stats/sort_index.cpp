@@ -8,6 +8,8 @@
 #include "frame/simd.h"
 #include "frame/unaligned.h"
 #include "kvrs/sort.h"
+#include "stats/sort_key.h"
+#include "stats/vector_sort.h"
 
 namespace kvrs {
 namespace {
@@ -38,12 +40,14 @@ class Keyed {
 };
 
 struct Ascending {
+  static constexpr bool kDescending = false;
   template <class T>
   static constexpr bool before(T a, T b) {
     return a < b;
   }
 };
 struct Descending {
+  static constexpr bool kDescending = true;
   template <class T>
   static constexpr bool before(T a, T b) {
     return a > b;
@@ -71,8 +75,16 @@ class IndexSort {
  private:
   static constexpr ptrdiff_t kSelectedUpTo = 9;
 
+  // Segments of at most kAtOnce elements may have no two equal keys; then they have one order only, which a faster sort finds
+  // as well. Of 8u and 16-bit keys only short ones are worth the try, and shorter ones than kTriedFrom of none.
+  static constexpr int kPlaceBits = 11;
+  static constexpr ptrdiff_t kAtOnce = sizeof(T) == 1 ? 0 : sizeof(T) == 2 ? 128 : ptrdiff_t{1} << kPlaceBits;
+  static constexpr ptrdiff_t kTriedFrom = 32;
+
+  // `tried` is the length at which the last try failed, of this segment or one that it is a part of.
   struct Segment {
     ptrdiff_t first, last;
+    ptrdiff_t tried;
     ptrdiff_t length() const { return last - first + 1; }
   };
 
@@ -81,14 +93,14 @@ class IndexSort {
     // The larger part waits, so each one waiting is at most half of the one before it.
     Segment waiting[32];
     int count = 0;
-    Segment s{0, len_ - 1};
+    Segment s{0, len_ - 1, 4 * kAtOnce};
     for (;;) {
       const ptrdiff_t n = s.length();
       if (n <= kSelectedUpTo) {
         select(s);
       } else if (steps < 0) {
         heapSort(s);
-      } else {
+      } else if (!tryAtOnce(s)) {
         steps -= n;
         const auto [left, right] = partition(s);
         const bool leftIsLarger = left.length() >= right.length();
@@ -106,6 +118,49 @@ class IndexSort {
       if (count == 0) return steps >= 0;
       s = waiting[--count];
     }
+  }
+
+  bool tryAtOnce(Segment& s) const {
+    const ptrdiff_t n = s.length();
+    if (n < kTriedFrom || 4 * n > s.tried) return false;
+    s.tried = n;
+    return sortAtOnce(s);
+  }
+
+  // Keys and places in one number, in order; false, and nothing done, if two keys are equal, or in 64 bits too close to be
+  // told apart by what the place leaves of them, or if one is NaN.
+  bool sortAtOnce(Segment s) const {
+    if constexpr (kAtOnce > 0) {
+      using K = KeyOf<T, Order::kDescending>;
+      using Key = typename K::Key;
+      constexpr uint64_t kPlaces = (uint64_t{1} << kPlaceBits) - 1;
+      const size_t n = static_cast<size_t>(s.length());
+      alignas(64) Kvr64s sorted[kAtOnce];
+      T keys[kAtOnce];
+      Kvr32s indices[kAtOnce];
+      bool anyNaN = false;
+      for (size_t i = 0; i < n; ++i) {
+        keys[i] = a_.key(s.first + static_cast<ptrdiff_t>(i));
+        indices[i] = a_.index(s.first + static_cast<ptrdiff_t>(i));
+        anyNaN |= keys[i] != keys[i];
+        const Key bits =
+            keys[i] == T{0} ? Key{0} : std::bit_cast<Key>(keys[i]);  // zeros of both signs are equal
+        uint64_t key = K::from(bits);
+        key = sizeof(T) < 8 ? key << kPlaceBits : (key & ~kPlaces) ^ (uint64_t{1} << 63);
+        sorted[i] = static_cast<Kvr64s>(key | i);
+      }
+      if (anyNaN) return false;
+      sortAlignedKeys(sorted, n);
+      bool anyEqual = false;
+      for (size_t i = 1; i < n; ++i) anyEqual |= static_cast<uint64_t>(sorted[i] ^ sorted[i - 1]) <= kPlaces;
+      if (anyEqual) return false;
+      for (size_t i = 0; i < n; ++i) {
+        const size_t from = static_cast<size_t>(sorted[i]) & kPlaces;
+        a_.put(s.first + static_cast<ptrdiff_t>(i), keys[from], indices[from]);
+      }
+      return true;
+    }
+    return false;
   }
 
   // The last of the extreme elements goes to the end.
@@ -155,7 +210,7 @@ class IndexSort {
     if constexpr (std::is_floating_point_v<T>) {
       while (right <= s.last && notBehind(a_.key(right))) ++right;
     }
-    return {{s.first, left}, {right, s.last}};
+    return {{s.first, left, s.tried}, {right, s.last, s.tried}};
   }
 
   void heapSort(Segment s) const {

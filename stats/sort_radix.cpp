@@ -10,37 +10,11 @@
 #include "frame/unroll.h"
 #include "kvrs/sort.h"
 #include "stats/counting_sort.h"
+#include "stats/sort_key.h"
+#include "stats/vector_sort.h"
 
 namespace kvrs {
 namespace {
-
-// Elements as unsigned keys whose ascending order is the one that is asked for. Descending keys are the complements of
-// ascending ones.
-template <class T, bool kDescending>
-struct KeyOf {
-  using Key = std::conditional_t<
-      sizeof(T) == 1, Kvr8u,
-      std::conditional_t<sizeof(T) == 2, Kvr16u, std::conditional_t<sizeof(T) == 4, Kvr32u, Kvr64u>>>;
-  static constexpr Key kSign = static_cast<Key>(Key{1} << (8 * sizeof(Key) - 1));
-  static constexpr Key kTurn = kDescending ? static_cast<Key>(~Key{0}) : Key{0};
-
-  // Of the element's bits. Floats: the sign turned over, and of negative ones all bits.
-  static KVRS_INLINE Key from(Key bits) {
-    if constexpr (std::is_floating_point_v<T>) {
-      return bits ^ ((bits & kSign) != 0 ? static_cast<Key>(~kTurn) : static_cast<Key>(kSign ^ kTurn));
-    } else {
-      return static_cast<Key>(bits ^ kTurn ^ (std::is_signed_v<T> ? kSign : Key{0}));
-    }
-  }
-  static KVRS_INLINE Key back(Key key) {
-    if constexpr (std::is_floating_point_v<T>) {
-      const Key ascending = key ^ kTurn;
-      return ascending ^ ((ascending & kSign) != 0 ? kSign : static_cast<Key>(~Key{0}));
-    } else {
-      return from(key);
-    }
-  }
-};
 
 // Digits of a key, least significant first: two of 8 bits, or 11, 11 and 10 of each 32.
 template <class Key>
@@ -81,6 +55,26 @@ class Places {
  private:
   Kvr32u at_[D::kCount][D::kValues] = {};
 };
+
+// Where the vectorised quicksort is faster, with the same result, as equal keys are equal bits: in wide vectors, and where
+// the tables of counts are longer than the vector.
+template <class Key>
+constexpr size_t kCountedFrom = sizeof(Key) == 2    ? 256
+                                : kVectorBytes > 16 ? SIZE_MAX
+                                : sizeof(Key) == 4  ? 2048
+                                                    : 8192;
+template <class K, bool kKeysRemain, class Key = typename K::Key>
+[[gnu::noinline]] Key* vectorSort(Key* src, size_t len) {
+  using Signed = std::make_signed_t<Key>;
+  for (size_t i = 0; i < len; ++i)
+    unaligned::put(static_cast<Key>(K::from(unaligned::get(src + i)) ^ K::kSign), src + i);
+  sortKeys(reinterpret_cast<Signed*>(src), len);
+  for (size_t i = 0; i < len; ++i) {
+    const Key key = static_cast<Key>(unaligned::get(src + i) ^ K::kSign);
+    unaligned::put(kKeysRemain ? key : K::back(key), src + i);
+  }
+  return src;
+}
 
 // Sorts [0, len) of `src`, with `other` for a second array of that length; returns in which of the two the result is. The
 // elements are those of K's type when it begins, and at the end keys or elements again.
@@ -129,6 +123,16 @@ template <class K, bool kKeysRemain, class Key = typename K::Key>
   return src;
 }
 
+// Either of the two.
+template <class K, bool kKeysRemain, class Key = typename K::Key>
+Key* sortByKey(Key* src, [[maybe_unused]] Key* other, size_t len) {
+  constexpr size_t from = kCountedFrom<Key>;
+  if constexpr (from < SIZE_MAX) {
+    if (len >= from) return radixSort<K, kKeysRemain>(src, other, len);
+  }
+  return vectorSort<K, kKeysRemain>(src, len);
+}
+
 // Two sorted runs of keys into `dst`, as elements: the first half of them from below, the others from above. Where keys
 // are equal it does not matter which comes first.
 template <class K, class Key = typename K::Key>
@@ -161,7 +165,7 @@ bool sortByTwo(Key* srcDst, Key* buffer, size_t len) {
   int granted = 1;
   const size_t half = len / 2;
   const auto sortPart = [&](size_t begin, size_t count) {
-    Key* const sorted = radixSort<K, true>(srcDst + begin, buffer + begin, count);
+    Key* const sorted = sortByKey<K, true>(srcDst + begin, buffer + begin, count);
     if (sorted != buffer + begin) memcpy(buffer + begin, sorted, count * sizeof(Key));
   };
   runTeam(kTwoThreads, [&](int thread, int team) {
@@ -185,10 +189,11 @@ KvrStatus sortRadix(T* srcDst, T* buffer, int len) {
   const size_t n = static_cast<size_t>(len);
   Key *const keys = reinterpret_cast<Key*>(srcDst), *const other = reinterpret_cast<Key*>(buffer);
   if constexpr (sizeof(T) >= 4) {
-    constexpr size_t kSharedFrom = sizeof(T) == 4 ? 8192 : 4096;
+    // Lengths that the work is worth sharing from, on the scale of frame/threads.h.
+    constexpr size_t kSharedFrom = (sizeof(T) == 4 ? 8192 : 4096) * kThreadedLengthFactor;
     if (n >= kSharedFrom && sortByTwo<K>(keys, other, n)) return kvrStatusOk;
   }
-  if (radixSort<K, false>(keys, other, n) != keys) memcpy(keys, other, n * sizeof(Key));
+  if (sortByKey<K, false>(keys, other, n) != keys) memcpy(keys, other, n * sizeof(Key));
   return kvrStatusOk;
 }
 

@@ -17,9 +17,9 @@ constexpr int kLengths[] = {64, 1024, 16384, 4 << 20};
 
 #define KVRS_FAST_LOOP __attribute__((noipa, optimize("O3", "fast-math")))
 
-template <class T>
-KVRS_FAST_LOOP T loopL1(const T* src, int len) {
-  T sum = 0;
+template <class T, class S = T>
+KVRS_FAST_LOOP S loopL1(const T* src, int len) {
+  S sum = 0;
   for (int i = 0; i < len; ++i) sum += src[i] < 0 ? -src[i] : src[i];
   return sum;
 }
@@ -163,7 +163,7 @@ Register norms([] {
       Kvr64s norm;
       kvrsNorm_L1_16s64s_Sfs(a.get(), len, &norm, 0);
     });
-    add("norm/L1_16s64s/" + n, "loop", [=] { keep(loopL1(a.get(), len)); });
+    add("norm/L1_16s64s/" + n, "loop", [=] { keep(loopL1<Kvr16s, Kvr64s>(a.get(), len)); });
     add("norm/L2Sqr_16s64s/" + n, "kvrs", [=] {
       Kvr64s norm;
       kvrsNorm_L2Sqr_16s64s_Sfs(a.get(), len, &norm, 0);

@@ -214,6 +214,22 @@ TEST(SortRadix, ThreadsChangeNothing) {
   }
 }
 
+// From the lengths on at which the work is shared.
+TEST(SortRadix, LongVectorsOfTwoThreads) {
+  Random random(59);
+  for (int threads : {1, 2, 3}) {
+    ThreadCount count(threads);
+    const std::string what = std::to_string(threads) + " threads";
+    const size_t len = (size_t{1} << 20) + static_cast<size_t>(threads) - 2;
+    checkSort<Kvr32s>(withBuffer(kvrsSortRadixAscend_32s_I), false, vectorOf<Kvr32s>(0, len, random), {0},
+                      what);
+    checkSort<Kvr32f>(withBuffer(kvrsSortRadixDescend_32f_I), true, vectorOf<Kvr32f>(5, len, random), {1},
+                      what);
+    checkSort<Kvr64f>(withBuffer(kvrsSortRadixAscend_64f_I), false, vectorOf<Kvr64f>(0, len / 2 + 1, random),
+                      {0}, what);
+  }
+}
+
 // Stable: among keys with the same bits the indices ascend.
 template <class T>
 void checkRadixIndex(KvrStatus (*f)(const T*, Kvr32u, Kvr32s*, Kvr32s*, int) noexcept, bool descending) {
