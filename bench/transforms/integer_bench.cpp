@@ -3,6 +3,8 @@
 #include "kvrs/dft_integer.h"
 #include "kvrs/fft_integer.h"
 
+#include <limits>
+
 #include "bench/transforms/fftw.h"
 #include "kvrs/fft.h"
 
