@@ -156,13 +156,13 @@ struct Chains {
       const auto number = everywhere<W>(x(i));
       unroll<kVectors>([&](auto vector) KVRS_UNROLLED {
         constexpr int v = decltype(vector)::value, shift = i - v * kWidth;
-        if constexpr (shift < kWidth) {
-          Sum<W>& sum = sums[i % kChains][v];
-          if constexpr (i < kChains) {
-            sum.begin(rows.template row<shift>(), number);
-          } else {
-            sum.add(rows.template row<shift>(), number);
-          }
+        Sum<W>& sum = sums[i % kChains][v];
+        if constexpr (shift >= kWidth) {
+          if constexpr (i < kChains) sum = nothing<W>();
+        } else if constexpr (i < kChains) {
+          sum.begin(rows.template row<shift>(), number);
+        } else {
+          sum.add(rows.template row<shift>(), number);
         }
       });
     });
