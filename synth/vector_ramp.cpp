@@ -62,10 +62,19 @@ struct Ramp {
 
 template <class T>
 KvrStatus ramp(T* dst, int len, float offset, float slope) {
-  KVRS_CHECK(pointers(dst), length(len));
+  KVRS_CHECK(pointers(dst), lengthOf<T>(len));
   // As many elements a block as doubles are in a vector, where these are in between or stored.
-  using Work = std::conditional_t<std::is_same_v<T, float>, void, double>;
-  return mapInLanesOf<Work>(Ramp{offset, slope}, dst, static_cast<size_t>(len), Counter<int32_t>{0});
+  constexpr size_t N = std::is_same_v<T, float> ? kLanes<float> : kLanes<double>;
+  const Ramp op{offset, slope};
+  // Kept as a vector: one that is made of each block's first index the compiler puts together number by number.
+  const Lanes<int32_t, N> di;
+  auto index = hn::Iota(di, 0);
+  generateBlocks<N>(dst, static_cast<size_t>(len), [&](auto d) {
+    const auto v = op(d, index);
+    index = hn::Add(index, hn::Set(di, static_cast<int32_t>(N)));
+    return v;
+  });
+  return kvrStatusOk;
 }
 
 // --- Slopes
