@@ -13,7 +13,6 @@
 namespace kvrs::test {
 namespace {
 
-constexpr size_t kArrayBytes = size_t{1} << 13;
 constexpr int kChannels = 8;  // that arrays of pointers hold
 
 // Values and contents that many families share. A family's own rows come first.
@@ -162,14 +161,17 @@ void writeElements(const char* type, std::span<const double> elements, std::span
   exit(1);
 }
 
-Arguments::Arguments(const Function& f)
+Arguments::Arguments(const Function& f, size_t arrayBytes)
     : f_(f), memory_(f.parameterCount), bytes_(f.parameterCount), pointers_(f.parameterCount) {
   for (int i = 0; i < f.parameterCount; ++i) {
     const Parameter& p = f.parameters[i];
     if (!p.isPointer()) continue;
     // Bytes may be the memory of a record or of work.
     const bool isLarge = p.kind == Kind::context || strcmp(p.type, "Kvr8u") == 0;
-    bytes_[i] = p.kind == Kind::contexts ? kChannels * kContextBytes : isLarge ? kContextBytes : kArrayBytes;
+    bytes_[i] = p.kind == Kind::contexts   ? kChannels * kContextBytes
+                : p.kind == Kind::channels ? kChannels * arrayBytes
+                : isLarge                  ? std::max(kContextBytes, arrayBytes)
+                                           : arrayBytes;
     memory_[i] = std::make_unique<uint8_t[]>(bytes_[i]);
   }
   reset();

@@ -29,7 +29,8 @@ void writeElements(const char* type, std::span<const double> elements, std::span
 
 class Arguments {
  public:
-  explicit Arguments(const Function& f);
+  // Arrays have `arrayBytes`, or what a context needs.
+  explicit Arguments(const Function& f, size_t arrayBytes = size_t{1} << 13);
   ~Arguments() { releaseContexts(); }
   Arguments(const Arguments&) = delete;
   Arguments& operator=(const Arguments&) = delete;
