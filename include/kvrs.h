@@ -74,6 +74,7 @@
 #include "kvrs/fir_stream.h"
 #include "kvrs/iir.h"
 #include "kvrs/iir_gen.h"
+#include "kvrs/median.h"
 #include "kvrs/sampling.h"
 #include "kvrs/sparse.h"
 
