@@ -111,11 +111,11 @@ void sweep() {
   Random random;
   std::vector<int> lengths;
   for (int len = 1; len <= 40; ++len) lengths.push_back(len);
-  for (int len : {63, 64, 65, 127, 128, 129, 130, 255, 256, 257, 261, 512, 1023, 1024, 1025, 1030, 2050})
-    lengths.push_back(len);
+  for (int len : {64, 65, 127, 128, 129, 256, 261, 1024, 1030, 2050}) lengths.push_back(len);
   for (int len : lengths) {
     std::vector<T> x(static_cast<size_t>(len));
     for (int maskSize : {1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 31, 101, 201}) {
+      if (len > 261 && maskSize > 13) continue;
       // Random numbers, and few different ones.
       for (bool few : {false, true}) {
         for (T& v : x) v = few ? static_cast<T>(random.below(4)) : random.value<T>();
