@@ -65,6 +65,7 @@
 
 #include "kvrs/fft.h"
 #include "kvrs/fft_integer.h"
+#include "kvrs/goertzel.h"
 #include "kvrs/spectrum.h"
 
 #include "kvrs/fir.h"

@@ -22,6 +22,7 @@ ORDER_FREE = [
     (r"kvrsFIR(MR)?(One)?(_Direct)?(32f|64f)?c?_.*(32|64)f.*", 16),
     (r"kvrsIIR(_BiQuad(_DF1)?)?(32f|64f)?c?_.*(32|64)f.*", 64),  # look-ahead, by as many outputs as a vector holds
     (r"kvrs(Phase|CartToPolar|PolarToCart)_.*(32|64)fc?", 4),  # both within 2 units, where the module fuses or not
+    (r"kvrsGoertz(Two)?_64fc?", 256),  # the cosine, fused or not; its last bit counts once a sample
     (r"kvrsVectorJaehne_(32|64)f", 4),  # the sine, fused or not
     # Fused or not; the exponential and the square root of singles work from estimates.
     (r"kvrs(Arctan|Cauchy|Cubrt|Exp|Ln|Sqrt|SumLn)_.*(32|64)fc?(_I)?", 8),
