@@ -23,6 +23,8 @@
 
 #include "kvrs/types.h"
 
+#include "kvrs/status_text.h"
+
 #include "kvrs/frame.h"
 
 #include "kvrs/arctan.h"

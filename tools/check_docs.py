@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
 # SPDX-License-Identifier: MIT
 """Checks that what README.md and docs/ name exists: links, paths, commands of ./kvrs and their options, presets, and
-names of functions. Checks the table of families in README.md too."""
+names of functions. Checks what is generated and kept besides: the table in README.md, the texts of statuses."""
 import json
 import re
 import subprocess
@@ -91,9 +91,10 @@ def main():
         for number, what in [*check_links(page, text), *check_paths(text), *check_commands(text, usage, presets),
                              *check_names(text, names)]:
             bad.append(f"{page.relative_to(TOP)}:{number}: {what}")
-    families = subprocess.run([sys.executable, TOP / "tools/families.py", "--check"], capture_output=True, text=True)
-    if families.returncode != 0:
-        bad.append(families.stderr.strip())
+    for tool in ("families.py", "make_status_text.py"):
+        done = subprocess.run([sys.executable, TOP / "tools" / tool, "--check"], capture_output=True, text=True)
+        if done.returncode != 0:
+            bad.append(done.stderr.strip())
     if bad:
         sys.exit("\n".join(bad))
     print(f"{len(pages())} pages, nothing missing")

@@ -15,7 +15,7 @@ struct Failure : std::runtime_error {
 
 // Ends the program unless the library's call succeeded: check("kvrsFIR_32f", kvrsFIR_32f(...)).
 inline void check(const char* call, KvrStatus status) {
-  if (status < 0) throw Failure(std::string(call) + " failed with status " + std::to_string(status));
+  if (status < 0) throw Failure(std::string(call) + " failed: " + kvrsStatusText(status));
 }
 
 }  // namespace examples
