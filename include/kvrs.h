@@ -81,4 +81,9 @@
 #include "kvrs/sampling.h"
 #include "kvrs/sparse.h"
 
+#include "kvrs/demodulate.h"
+#include "kvrs/preemphasize.h"
+#include "kvrs/running.h"
+#include "kvrs/viterbi.h"
+
 #endif
