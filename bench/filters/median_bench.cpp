@@ -1,8 +1,12 @@
 // SPDX-License-Identifier: MIT
 #include "kvrs/median.h"
 
+#include <gsl/gsl_filter.h>
+
 #include <algorithm>
+#include <memory>
 #include <string>
+#include <type_traits>
 
 #include "bench/support/bench.h"
 
@@ -43,6 +47,30 @@ __attribute__((noipa)) void loopMedian5(const T* x, T* dst, int len) {
   }
 }
 
+// Those of three columns: the largest of their smallest, the middle one of their middle ones, the smallest of their largest.
+template <class T>
+__attribute__((noipa)) void loopMedian9(const T* x, T* dst, int len) {
+  const auto sort = [](T & a, T & b, T & c) __attribute__((always_inline)) {
+    exchange(a, b);
+    exchange(b, c);
+    exchange(a, b);
+  };
+  for (int i = 4; i + 4 < len; ++i) {
+    T a = x[i - 4], b = x[i - 3], c = x[i - 2], d = x[i - 1], e = x[i], f = x[i + 1], g = x[i + 2],
+      h = x[i + 3], j = x[i + 4];
+    sort(a, b, c);
+    sort(d, e, f);
+    sort(g, h, j);
+    exchange(a, d);
+    exchange(d, g);
+    sort(b, e, h);
+    exchange(f, j);
+    exchange(c, f);
+    sort(g, e, c);
+    dst[i] = e;
+  }
+}
+
 // The sorted window with linear searches.
 template <class T>
 __attribute__((noipa)) void loopMedianOfMany(const T* x, T* dst, int len, int mask) {
@@ -62,19 +90,40 @@ __attribute__((noipa)) void loopMedianOfMany(const T* x, T* dst, int len, int ma
   }
 }
 
+// The moving median of GSL, which has doubles alone and holds its window in two heaps.
+void addGsl(const std::string& name, const std::shared_ptr<Kvr64f>& x, const std::shared_ptr<Kvr64f>& dst,
+            int len, int mask) {
+  addPrepared(name, "gsl", [=] {
+    const std::shared_ptr<gsl_filter_median_workspace> work(
+        gsl_filter_median_alloc(static_cast<size_t>(mask)), gsl_filter_median_free);
+    return [=](long calls) {
+      const auto from = gsl_vector_const_view_array(x.get(), static_cast<size_t>(len));
+      auto to = gsl_vector_view_array(dst.get(), static_cast<size_t>(len));
+      for (; calls > 0; --calls) {
+        gsl_filter_median(GSL_FILTER_END_PADVALUE, &from.vector, &to.vector, work.get());
+        writeMemory();
+      }
+    };
+  });
+}
+
 template <class T, class Ours>
 void addCases(const char* type, Ours ours) {
   for (int len : {256, 4096}) {
     const auto x = array<T>(static_cast<size_t>(len)), dst = array<T>(static_cast<size_t>(len));
-    for (int mask : {3, 5, 31, 101}) {
+    for (int mask : {3, 5, 9, 31, 101}) {
       const std::string name =
           std::string("median/") + type + "/" + std::to_string(mask) + "/" + std::to_string(len);
       add(name, "kvrs", [=] { ours(x.get(), dst.get(), len, mask); });
       add(name, "loop", [=] {
         if (mask == 3) return loopMedian3(x.get(), dst.get(), len);
         if (mask == 5) return loopMedian5(x.get(), dst.get(), len);
+        if (mask == 9) return loopMedian9(x.get(), dst.get(), len);
         loopMedianOfMany(x.get(), dst.get(), len, mask);
       });
+      if constexpr (std::is_same_v<T, Kvr64f>) {
+        if (mask > 9) addGsl(name, x, dst, len, mask);
+      }
     }
   }
 }
