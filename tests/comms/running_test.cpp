@@ -96,7 +96,12 @@ TEST(Running, ReturnsFromBeyondTheRange) {
   const std::vector<Kvr16s> full(1, -32768);
   check(kvrsUpdatePower_16s32s_I, full, INT_MAX, 0, -2, kvrHintNone, random);
   check(kvrsUpdatePower_16s32s_I, {0, -32768}, 1 << 30, 0, -2, kvrHintNone, random);
-  check(kvrsUpdatePower_16s32s_I, {0, -32768, -32768}, 1 << 30, 0, -2, kvrHintNone, random);
+  // A constant that the average holds, then twice the highest power, which takes it out and back, after any number of samples.
+  for (size_t held = 0; held <= 70; ++held) {
+    std::vector<Kvr16s> x(held, 23170);
+    x.insert(x.end(), 2, -32768);
+    check(kvrsUpdatePower_16s32s_I, x, 23170 * 23170, 0, -2, kvrHintNone, random);
+  }
 }
 
 TEST(Running, LongAveragesByTurns) {
