@@ -12,17 +12,15 @@
 #include "kvrs/goertzel.h"
 
 #include <algorithm>
-#include <cstring>
-#include <type_traits>
 
 #include "frame/check.h"
 #include "frame/element.h"
-#include "frame/reduce.h"
 #include "frame/rounding.h"
 #include "frame/scale.h"
 #include "frame/sincos.h"
 #include "frame/to_integer.h"
 #include "frame/unaligned.h"
+#include "frame/unroll.h"
 #include "frame/widen.h"
 
 namespace kvrs {
@@ -43,42 +41,14 @@ KvrStatus frequencies(const F* relFreq) {
 
 // --- angles ---
 
-// Of two frequencies.
-struct Angles {
-  double sin[2], cos[2];
-};
-
 using Two = Lanes<double, 2>;
+using V2 = hn::Vec<Two>;
 
-KVRS_INLINE Angles anglesToNearest(double relFreq0, double relFreq1) {
+// Of two frequencies, to nearest. -0.0 is 0.
+KVRS_INLINE SinCos<V2> angles(double relFreq0, double relFreq1) {
   const Two d;
-  // -0.0 is 0.
-  const double freq[2] = {relFreq0 == 0 ? 0 : relFreq0, relFreq1 == 0 ? 0 : relFreq1};
-  const auto of = sinCos<SinCosFor::doubles>(d, hn::Mul(hn::LoadU(d, freq), hn::Set(d, kTwoPi)));
-  Angles angles;
-  hn::StoreU(of.sin, d, angles.sin);
-  hn::StoreU(of.cos, d, angles.cos);
-  return angles;
-}
-
-// cos(k * theta) and sin(k * theta), k = 0 .. 4, of two frequencies.
-struct Turns {
-  float cos[2][5], sin[2][5];
-};
-
-Turns turnsToNearest(float relFreq0, float relFreq1) {
-  const Angles angles = anglesToNearest(relFreq0, relFreq1);
-  Turns turns;
-  for (int f = 0; f < 2; ++f) {
-    const double c = angles.cos[f], s = angles.sin[f], c2 = 2 * c * c - 1, s2 = 2 * c * s;
-    const double cosines[5] = {1, c, c2, (4 * c * c - 3) * c, 2 * c2 * c2 - 1};
-    const double sines[5] = {0, s, s2, (3 - 4 * s * s) * s, 2 * c2 * s2};
-    for (int k = 0; k < 5; ++k) {
-      turns.cos[f][k] = static_cast<float>(cosines[k]);
-      turns.sin[f][k] = static_cast<float>(sines[k]);
-    }
-  }
-  return turns;
+  const V2 relFreq = hn::Abs(hn::InterleaveLower(d, hn::Set(d, relFreq0), hn::Set(d, relFreq1)));
+  return sinCos<SinCosFor::doubles>(d, hn::Mul(relFreq, hn::Set(d, kTwoPi)));
 }
 
 // --- single precision: rotations ---
@@ -86,25 +56,51 @@ Turns turnsToNearest(float relFreq0, float relFreq1) {
 using Four = Lanes<float, 4>;
 using V4 = hn::Vec<Four>;
 
-// Lanes l of one frequency, or lanes 2f + l of two: M samples a step.
-template <int M>
+// Lanes l of one frequency, or lanes 2f + l of two, each by its own angle.
 struct Rotation {
   V4 cos, sin;
 };
 
-template <int M, class TurnOfLane>
-KVRS_INLINE Rotation<M> makeRotation(const Turns& turns, TurnOfLane turnOfLane) {
-  float cos[4], sin[4];
-  for (int lane = 0; lane < 4; ++lane) {
-    const int f = lane / M, k = turnOfLane(lane % M);
-    cos[lane] = turns.cos[f][k];
-    sin[lane] = turns.sin[f][k];
-  }
-  return {hn::LoadU(Four(), cos), hn::LoadU(Four(), sin)};
-}
+// Of M samples a step: by M * theta; lane l by l * theta; and all by k * theta where k < M samples are left.
+template <int M>
+struct Rotations {
+  Rotation step, lanes, shorter[M];
+};
 
 template <int M>
-KVRS_INLINE Complex<V4> rotated(Complex<V4> x, Rotation<M> by) {
+KVRS_INLINE Rotations<M> rotationsToNearest(double relFreq0, double relFreq1) {
+  const Two d;
+  const Four d4;
+  const auto of = angles(relFreq0, relFreq1);
+  const V2 c = of.cos, s = of.sin, one = hn::Set(d, 1), two = hn::Set(d, 2), four = hn::Set(d, 4);
+  const V2 c2 = hn::Sub(hn::Mul(two, hn::Mul(c, c)), one), s2 = hn::Mul(two, hn::Mul(c, s));
+  const auto single = [&](V2 x) KVRS_UNROLLED { return resized<4>(hn::DemoteTo(Lanes<float, 2>(), x)); };
+  // Both lanes of a multiple of the two angles.
+  const auto spread = [&](V4 x) KVRS_UNROLLED {
+    return M == 4 ? hn::Set(d4, hn::GetLane(x)) : hn::InterleaveLower(d4, x, x);
+  };
+  const V4 cos0 = hn::Set(d4, 1), sin0 = hn::Zero(d4);
+  const V4 cos1 = single(c), sin1 = single(s), cos2 = single(c2), sin2 = single(s2);
+  Rotations<M> all;
+  all.shorter[1] = {spread(cos1), spread(sin1)};
+  all.lanes = {hn::InterleaveLower(d4, cos0, cos1), hn::InterleaveLower(d4, sin0, sin1)};
+  if constexpr (M == 2) {
+    all.step = {spread(cos2), spread(sin2)};
+  } else {
+    const V4 cos3 = single(hn::Mul(hn::Sub(hn::Mul(four, hn::Mul(c, c)), hn::Set(d, 3)), c));
+    const V4 sin3 = single(hn::Mul(hn::Sub(hn::Set(d, 3), hn::Mul(four, hn::Mul(s, s))), s));
+    const V4 cos4 = single(hn::Sub(hn::Mul(two, hn::Mul(c2, c2)), one));
+    const V4 sin4 = single(hn::Mul(two, hn::Mul(c2, s2)));
+    all.shorter[2] = {spread(cos2), spread(sin2)};
+    all.shorter[3] = {spread(cos3), spread(sin3)};
+    all.step = {spread(cos4), spread(sin4)};
+    all.lanes = {hn::ConcatLowerLower(d4, hn::InterleaveLower(d4, cos2, cos3), all.lanes.cos),
+                 hn::ConcatLowerLower(d4, hn::InterleaveLower(d4, sin2, sin3), all.lanes.sin)};
+  }
+  return all;
+}
+
+KVRS_INLINE Complex<V4> rotated(Complex<V4> x, Rotation by) {
   return {hn::Add(hn::Mul(x.re, by.cos), hn::Mul(x.im, by.sin)),
           hn::Sub(hn::Mul(x.im, by.cos), hn::Mul(x.re, by.sin))};
 }
@@ -161,10 +157,10 @@ KVRS_INLINE Complex<V4> load(const Kvr16sc* p) {
 
 // The spectrum as (re, im) of the first frequency and, of two, (re, im) of the second one.
 template <int M, class T>
-KVRS_INLINE V4 spectrum(const T* src, size_t len, const Turns& turns) {
+KVRS_INLINE V4 spectrum(const T* src, size_t len, const Rotations<M>& rotations) {
   const Four d;
   const size_t rest = len % M;
-  const auto step = makeRotation<M>(turns, [](int) { return M; });
+  const Rotation step = rotations.step;
   Complex<V4> sums{hn::Zero(d), hn::Zero(d)};
   for (const T* p = src + len; p != src + rest;) {
     p -= M;
@@ -172,11 +168,10 @@ KVRS_INLINE V4 spectrum(const T* src, size_t len, const Turns& turns) {
   }
   if (rest != 0) {
     T first[M] = {};
-    memcpy(static_cast<void*>(first), src, rest * sizeof(T));
-    const auto shorter = makeRotation<M>(turns, [=](int) { return static_cast<int>(rest); });
-    sums = plus(rotated(sums, shorter), load<M>(first));
+    for (size_t n = 0; n < rest; ++n) first[n] = unaligned::get(src + n);
+    sums = plus(rotated(sums, rotations.shorter[rest]), load<M>(first));
   }
-  sums = rotated(sums, makeRotation<M>(turns, [](int l) { return l; }));
+  sums = rotated(sums, rotations.lanes);
   if constexpr (M == 4) {
     // (re0, im0, re1, im1) + (re2, im2, re3, im3), and the upper half of that upon the lower one.
     const V4 pairs =
@@ -195,8 +190,10 @@ using Parts = Lanes<float, 8 / M>;
 
 template <int M, class T>
 KVRS_INLINE KvrStatus single(const T* src, int len, Kvr32fc* dst, float relFreq0, float relFreq1) {
-  const Turns turns = underRounding(Rounding::nearest, [=] { return turnsToNearest(relFreq0, relFreq1); });
-  const V4 y = spectrum<M>(src, static_cast<size_t>(len), turns);
+  Rotations<M>
+      rotations;  // filled where it is: a copy would read in one piece what was just written in several
+  underRounding(Rounding::nearest, [&] { rotations = rotationsToNearest<M>(relFreq0, relFreq1); });
+  const V4 y = spectrum<M>(src, static_cast<size_t>(len), rotations);
   hn::StoreU(resized<8 / M>(y), Parts<M>(), &dst->re);
   return kvrStatusOk;
 }
@@ -206,7 +203,7 @@ KVRS_INLINE KvrStatus integer(const T* src, int len, Kvr16sc* dst, float relFreq
                               int scaleFactor) {
   return underRounding(Rounding::nearest, [=] {
     const V4 scale = hn::Set(Four(), powerOfTwo<float>(-std::clamp(scaleFactor, -127, 126)));
-    const V4 y = spectrum<M>(src, static_cast<size_t>(len), turnsToNearest(relFreq0, relFreq1));
+    const V4 y = spectrum<M>(src, static_cast<size_t>(len), rotationsToNearest<M>(relFreq0, relFreq1));
     const auto rounded =
         toInteger<false>(Lanes<int16_t, 4>(), hn::Mul(y, scale), int16_t{-32768}, int16_t{32767});
     hn::StoreU(resized<8 / M>(rounded), Lanes<int16_t, 8 / M>(), &dst->re);
@@ -249,20 +246,33 @@ using One = Lanes<double, 1>;
 KVRS_INLINE double product(double a, double b) {
   return inRegister(a * b);
 }
-void store(const Angles& angles, int f, double s1, double s2, Kvr64fc* dst) {
-  unaligned::put(product(angles.cos[f], s1) - s2, &dst->re);
-  unaligned::put(product(angles.sin[f], s1), &dst->im);
+KVRS_INLINE void store(double c, double s, double s1, double s2, Kvr64fc* dst) {
+  unaligned::put(product(c, s1) - s2, &dst->re);
+  unaligned::put(product(s, s1), &dst->im);
 }
-void store(const Angles& angles, int f, hn::Vec<Two> s1, hn::Vec<Two> s2, Kvr64fc* dst) {
-  const double c = angles.cos[f], s = angles.sin[f];
+KVRS_INLINE void store(double c, double s, V2 s1, V2 s2, Kvr64fc* dst) {
   const double re1 = hn::ExtractLane(s1, 0), im1 = hn::ExtractLane(s1, 1);
   const double re2 = hn::ExtractLane(s2, 0), im2 = hn::ExtractLane(s2, 1);
   unaligned::put(product(c, re1) - re2 - product(s, im1), &dst->re);
   unaligned::put(product(c, im1) - im2 + product(s, re1), &dst->im);
 }
 
-Angles makeAngles(double relFreq0, double relFreq1) {
-  return underRounding(Rounding::nearest, [=] { return anglesToNearest(relFreq0, relFreq1); });
+struct Angles {
+  double cos[2], sin[2];
+  V2 twiceCos;
+};
+KVRS_INLINE Angles makeAngles(double relFreq0, double relFreq1) {
+  Angles made;
+  underRounding(Rounding::nearest, [&] {
+    const Two d;
+    const auto of = angles(relFreq0, relFreq1);
+    made.cos[0] = hn::GetLane(of.cos);
+    made.cos[1] = hn::ExtractLane(of.cos, 1);
+    made.sin[0] = hn::GetLane(of.sin);
+    made.sin[1] = hn::ExtractLane(of.sin, 1);
+    made.twiceCos = hn::Mul(hn::Set(d, 2), of.cos);
+  });
+  return made;
 }
 
 }  // namespace
@@ -311,42 +321,42 @@ KvrStatus kvrsGoertzTwoQ15_16sc_Sfs(const Kvr16sc* src, int len, Kvr16sc dst[2],
 
 KvrStatus kvrsGoertz_64f(const Kvr64f* src, int len, Kvr64fc* dst, Kvr64f relFreq) noexcept {
   KVRS_CHECK(pointers(src, dst), lengthOf<Kvr64f>(len), frequency(relFreq));
-  const Angles angles = makeAngles(relFreq, relFreq);
-  Resonator<One> at{hn::Set(One(), 2 * angles.cos[0])};
+  const Angles of = makeAngles(relFreq, relFreq);
+  Resonator<One> at{hn::Set(One(), 2 * of.cos[0])};
   for (const Kvr64f* const end = src + len; src != end; ++src) at.take(hn::LoadU(One(), src));
-  store(angles, 0, hn::GetLane(at.s1), hn::GetLane(at.s2), dst);
+  store(of.cos[0], of.sin[0], hn::GetLane(at.s1), hn::GetLane(at.s2), dst);
   return kvrStatusOk;
 }
 KvrStatus kvrsGoertz_64fc(const Kvr64fc* src, int len, Kvr64fc* dst, Kvr64f relFreq) noexcept {
   KVRS_CHECK(pointers(src, dst), lengthOf<Kvr64fc>(len), frequency(relFreq));
-  const Angles angles = makeAngles(relFreq, relFreq);
-  Resonator<Two> at{hn::Set(Two(), 2 * angles.cos[0])};
+  const Angles of = makeAngles(relFreq, relFreq);
+  Resonator<Two> at{hn::Set(Two(), 2 * of.cos[0])};
   for (const Kvr64fc* const end = src + len; src != end; ++src) at.take(hn::LoadU(Two(), &src->re));
-  store(angles, 0, at.s1, at.s2, dst);
+  store(of.cos[0], of.sin[0], at.s1, at.s2, dst);
   return kvrStatusOk;
 }
 KvrStatus kvrsGoertzTwo_64f(const Kvr64f* src, int len, Kvr64fc dst[2], const Kvr64f relFreq[2]) noexcept {
   KVRS_CHECK(pointers(src, dst, relFreq), lengthOf<Kvr64f>(len), frequencies(relFreq));
-  const Angles angles = makeAngles(unaligned::get(relFreq), unaligned::get(relFreq + 1));
-  Resonator<Two> both{hn::Mul(hn::Set(Two(), 2), hn::LoadU(Two(), angles.cos))};
+  const Angles of = makeAngles(unaligned::get(relFreq), unaligned::get(relFreq + 1));
+  Resonator<Two> both{of.twiceCos};
   for (const Kvr64f* const end = src + len; src != end; ++src) {
     both.take(hn::Set(Two(), unaligned::get(src)));
   }
   for (size_t f = 0; f < 2; ++f) {
-    store(angles, static_cast<int>(f), hn::ExtractLane(both.s1, f), hn::ExtractLane(both.s2, f), dst + f);
+    store(of.cos[f], of.sin[f], hn::ExtractLane(both.s1, f), hn::ExtractLane(both.s2, f), dst + f);
   }
   return kvrStatusOk;
 }
 KvrStatus kvrsGoertzTwo_64fc(const Kvr64fc* src, int len, Kvr64fc dst[2], const Kvr64f relFreq[2]) noexcept {
   KVRS_CHECK(pointers(src, dst, relFreq), lengthOf<Kvr64fc>(len), frequencies(relFreq));
-  const Angles angles = makeAngles(unaligned::get(relFreq), unaligned::get(relFreq + 1));
-  Resonator<Two> first{hn::Set(Two(), 2 * angles.cos[0])}, second{hn::Set(Two(), 2 * angles.cos[1])};
+  const Angles of = makeAngles(unaligned::get(relFreq), unaligned::get(relFreq + 1));
+  Resonator<Two> first{hn::Set(Two(), 2 * of.cos[0])}, second{hn::Set(Two(), 2 * of.cos[1])};
   for (const Kvr64fc* const end = src + len; src != end; ++src) {
     const auto x = hn::LoadU(Two(), &src->re);
     first.take(x);
     second.take(x);
   }
-  store(angles, 0, first.s1, first.s2, dst);
-  store(angles, 1, second.s1, second.s2, dst + 1);
+  store(of.cos[0], of.sin[0], first.s1, first.s2, dst);
+  store(of.cos[1], of.sin[1], second.s1, second.s2, dst + 1);
   return kvrStatusOk;
 }
