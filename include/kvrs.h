@@ -69,6 +69,7 @@
 #include "kvrs/fft_integer.h"
 #include "kvrs/goertzel.h"
 #include "kvrs/spectrum.h"
+#include "kvrs/wavelet.h"
 
 #include "kvrs/fir.h"
 #include "kvrs/fir_direct.h"
