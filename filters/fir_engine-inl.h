@@ -7,6 +7,7 @@
 #include "filters/fir_dot-inl.h"
 #include "filters/fir_format-inl.h"
 #include "filters/fir_state.h"
+#include "filters/ring.h"
 #include "frame/threads.h"
 
 namespace kvrs::fir {
@@ -44,16 +45,6 @@ int teamFor(const State<T>& state, size_t len, uint64_t work) {
 }
 
 // ---- One sample.
-
-// Puts a sample into a delay line in which it stands twice; the oldest one of the window that it ends is returned.
-template <class X>
-KVRS_INLINE X* pushTwice(X* line, int tapsLen, int32_t* pos, X sample) {
-  unaligned::put(sample, line + *pos);
-  unaligned::put(sample, line + (*pos + tapsLen));
-  const int next = *pos + 1;
-  *pos = next >= tapsLen ? 0 : next;
-  return line + *pos;
-}
 
 // One sample of a filter that is too long for firShift.
 template <class T>

@@ -74,6 +74,8 @@
 #include "kvrs/fir.h"
 #include "kvrs/fir_direct.h"
 #include "kvrs/fir_gen.h"
+#include "kvrs/fir_lms.h"
+#include "kvrs/fir_lms_multirate.h"
 #include "kvrs/fir_multirate.h"
 #include "kvrs/fir_stream.h"
 #include "kvrs/iir.h"
