@@ -14,6 +14,10 @@ README = TOP / "README.md"
 BEGIN, END = "<!-- families -->\n", "<!-- /families -->\n"
 MOST_OPERATIONS = 14
 
+# Headers of several groups whose first one does not speak for all.
+TITLES = {"kvrs/divide.h": "Division", "kvrs/polar.h": "Magnitude, phase, polar coordinates",
+          "kvrs/unary.h": "Absolute values, squares, normalisation", "kvrs/count.h": "Counts and zero crossings"}
+
 
 def operation(name):
     """kvrsFIR32f_16s_Sfs -> FIR"""
@@ -28,7 +32,7 @@ def families():
         functions = [f for f in all_functions if f.header == header]
         if functions:
             title = re.search(r"@defgroup \w+ (.+)", (TOP / "include" / header).read_text())
-            yield title.group(1) if title else Path(header).stem, header, functions
+            yield TITLES.get(header) or (title.group(1) if title else Path(header).stem), header, functions
 
 
 def table():

@@ -59,8 +59,11 @@ KVRS_BEGIN_DECLS
  * | 16s, 32s, 32s16s| 0      | maximum of the type | minimum of the type |
  * | 16sc            | (0, 0) | (0, 0)              | (0, 0)              |
  *
- * `dst` may be one of the sources; otherwise they do not overlap. Long vectors are shared among threads where
- * the core library allows more than one (Div 16u and DivC are not); that changes no result.
+ * `dst` may be one of the sources; otherwise they do not overlap.
+ *
+ * Threads: Div of 8u, 16s, 32s and 32s16s, and Div_Round of 16u and 16s, may use several from 131,072 elements on,
+ * Div of 16sc from 32,768, DivCRev from 262,144, Div_Round of 8u from 65,536; Div of 16u and DivC use none. That changes
+ * no result.
  *
  * Warning: ::kvrStatusDivByZeroWarn when an element of the divisor was zero.
  *
@@ -152,8 +155,9 @@ KVRS_API KvrStatus kvrsDivCRev_16u_I(Kvr16u val, Kvr16u* srcDst, int len) KVRS_N
  * The NaN has the bits 0x7FBFFFFF, in double precision 0x7FF7FFFFFFFFFFFF: all bits of the fraction but the
  * first. All other elements are computed as usual. No division by zero is carried out.
  *
- * `dst` may be one of the sources; otherwise they do not overlap. Long vectors are shared among threads where
- * the core library allows more than one; that changes no result.
+ * `dst` may be one of the sources; otherwise they do not overlap.
+ *
+ * Threads: functions on 32f may use two from 524,288 elements on, the others from 131,072. That changes no result.
  *
  * Warning: ::kvrStatusDivByZeroWarn when one of the rows above was met.
  *

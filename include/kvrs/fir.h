@@ -100,8 +100,10 @@ KVRS_BEGIN_DECLS
  * |------|-----|-----|------|------|-----|---------|
  * | from | 64  | 64  | 16   | 32   | 32, and by kvrsFIRInitAlloc_32s() only | none |
  *
- * Pieces longer than 1,600 samples (800 of complex ones) are shared out to the state's threads if there is enough work for
- * them. Which of this happens decides on no more than rounding: floating-point sums are in an order of their own. Sums of
+ * Threads: pieces longer than 1,600 samples (800 of complex ones) may use those of the state, if each of them has so much
+ * to do that it is worth waking. That changes no result.
+ *
+ * By blocks or not decides on no more than rounding: floating-point sums are in an order of their own. Sums of
  * whole numbers that their type holds exactly are exact unless they run by FFT. In a block convolution an infinite or
  * huge sample spreads over its block, and the error of all results of a block is in proportion to the largest.
  *

@@ -8,19 +8,20 @@
 KVRS_BEGIN_DECLS
 
 /** @defgroup frame Version and memory
+ *
+ * | Function      | returns                                                                                        |
+ * |---------------|------------------------------------------------------------------------------------------------|
+ * | GetLibVersion | a constant record that tells which module of the library is loaded: the same at every call, never null, and in need of no release |
+ * | Malloc        | a vector of `len` elements, or null when `len` is below 1 or memory is out                       |
+ * | Free          | nothing; releases such a vector, and does nothing for null                                      |
+ *
+ * Malloc is one call of kvrMalloc(), so the vector is aligned to 32 bytes at least, and Free one of kvrFree(). The number
+ * of bytes is `len` times the element's width modulo 2^32: a `len` whose bytes pass 4 GiB wraps.
  * @{
  */
 
-/** Tells which module of the library is loaded.
- * @return a constant record, the same at every call; it needs no release. Never null. */
 KVRS_API const KvrLibraryVersion* kvrsGetLibVersion(void) KVRS_NOEXCEPT;
 
-/** @name Allocate a vector
- *
- * One call of kvrMalloc() for `len` elements, so the block is aligned to 32 bytes at least. The number of
- * bytes is `len` times the element's width modulo 2^32: a `len` whose bytes pass 4 GiB wraps.
- * @return the block, to be released with kvrsFree(); null when `len` is below 1 or memory is out.
- * @{ */
 KVRS_API Kvr8u* kvrsMalloc_8u(int len) KVRS_NOEXCEPT;
 KVRS_API Kvr8s* kvrsMalloc_8s(int len) KVRS_NOEXCEPT;
 KVRS_API Kvr16u* kvrsMalloc_16u(int len) KVRS_NOEXCEPT;
@@ -36,9 +37,7 @@ KVRS_API Kvr32sc* kvrsMalloc_32sc(int len) KVRS_NOEXCEPT;
 KVRS_API Kvr32fc* kvrsMalloc_32fc(int len) KVRS_NOEXCEPT;
 KVRS_API Kvr64sc* kvrsMalloc_64sc(int len) KVRS_NOEXCEPT;
 KVRS_API Kvr64fc* kvrsMalloc_64fc(int len) KVRS_NOEXCEPT;
-/** @} */
 
-/** Releases a block of kvrsMalloc_8u() and its like: one call of kvrFree(), null included. */
 KVRS_API void kvrsFree(void* ptr) KVRS_NOEXCEPT;
 
 /** @} */

@@ -35,8 +35,10 @@ KVRS_BEGIN_DECLS
  * low seven bits of `scaleFactor`; for a negative `scaleFactor` it is 2^(128 - n), or 1 where n is 0; where n is 127 of a
  * positive one, all results are 0.
  *
- * `dst` is `src` or does not overlap it. Square roots of long vectors are shared among threads where the core library allows
- * more than one, which changes no result but 32f in the last bit.
+ * `dst` is `src` or does not overlap it.
+ *
+ * Threads: Sqrt of 32f may use two from 524,288 elements on, of 8u, 16u and 16s from 262,144, of 32s16s from 131,072, of
+ * 64f, 64s16s and 32fc from 65,536, of 64s, 16sc and 64fc from 32,768. That changes no result but 32f in the last bit.
  *
  * Errors, in the order tested: ::kvrStatusNullPointer for a null pointer, ::kvrStatusBadLength for `len` below 1. Warning, of
  * square roots other than complex ones: ::kvrStatusSqrtNegArg where an element is below 0. In kvrsSqrt_32f() the last element, where it

@@ -82,8 +82,10 @@ KVRS_API KvrStatus kvrsSortIndexDescend_64f_I(Kvr64f* srcDst, Kvr32s* dstIndx, i
  *
  * Order `srcDst` by counting digits of 8, 10 and 11 bits, with `buffer` for `len` elements of the same type, whose contents
  * are lost. Where the vectors of a module are wide or the array is short, the sort of SortAscend and SortDescend is faster and
- * takes its place: the order is the same, that of floats too. Long vectors of elements of 32 bits and more are shared by two
- * threads if there are so many; the result is the same.
+ * takes its place: the order is the same, that of floats too.
+ *
+ * Threads: elements of 32 bits may use two from 1,048,576 of them on, elements of 64 bits from 524,288. That changes no
+ * result.
  *
  * Errors, in the order tested: ::kvrStatusNullPointer for a null pointer, ::kvrStatusBadLength for `len` below 1. The
  * functions on 8u test `buffer` too, which they do not use.

@@ -45,9 +45,11 @@ KVRS_BEGIN_DECLS
  * are computed as (re, -im) / s, with s = re^2 + im^2, or sqrt(s) * level where s is below level^2; a sum that underflows to
  * 0 counts as zero. Divisions and roots are rounded correctly, each by itself.
  *
- * `dst` is `src` or does not overlap it. Inverses of long vectors are shared among threads where the core library allows more
- * than one. Results are the same on any number of threads, at any alignment and in every module, in the caller's rounding
+ * `dst` is `src` or does not overlap it. Results are the same at any alignment and in every module, in the caller's rounding
  * mode; 16sc is independent of it.
+ *
+ * Threads: LTInv of 32f may use two from 1,048,576 elements on, of 64f and 32fc from 262,144, of 64fc from 65,536. That
+ * changes no result.
  *
  * Errors, in the order tested: ::kvrStatusNullPointer for a null pointer; ::kvrStatusBadLength for `len` below 1;
  * ::kvrStatusBadArg for a `relOp` that is neither; ::kvrStatusNegativeThreshold for a `level` below 0 of complex elements
