@@ -8,11 +8,11 @@
 #include <cmath>
 #include <cstring>
 
+#include "frame/buffer.h"
 #include "frame/check.h"
 #include "frame/unaligned.h"
 #include "kvrs/tone.h"
 #include "kvrs/window.h"
-#include "kvrscore.h"
 #include "synth/phase.h"
 
 namespace kvrs {
@@ -36,22 +36,17 @@ struct Design {
 class Tone {
  public:
   Tone(const Design& design, double rFreq, double phase)
-      : values_(static_cast<double*>(kvrMalloc(sizeof(double) * static_cast<size_t>(design.half() + 1)))) {
-    if (values_ == nullptr) return;
+      : memory_(sizeof(double) * (static_cast<uint64_t>(design.half()) + 1)) {
+    if (!ok()) return;
     if (phase >= kTwoPi) phase = 0;
-    kvrsTone_Direct_64f(values_, design.half() + 1, 1.0, rFreq, &phase, kvrHintAccurate);
+    kvrsTone_Direct_64f(memory_.as<double>(), design.half() + 1, 1.0, rFreq, &phase, kvrHintAccurate);
   }
-  ~Tone() {
-    if (values_ != nullptr) kvrFree(values_);
-  }
-  Tone(const Tone&) = delete;
-  Tone& operator=(const Tone&) = delete;
 
-  bool ok() const { return values_ != nullptr; }
-  double operator[](int j) const { return values_[j]; }
+  bool ok() const { return memory_.ok(); }
+  double operator[](int j) const { return memory_.as<double>()[j]; }
 
  private:
-  double* values_;
+  Scratch memory_;
 };
 
 // The phases that make a tone sin(2 pi f t), its negative and cos(2 pi f t) at the distances.

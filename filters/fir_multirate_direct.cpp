@@ -56,13 +56,11 @@ KvrStatus directRatesInPlace(D* srcDst, int numIters, const X* taps, int tapsLen
   KVRS_CHECK(checkRated(numIters, taps, tapsLen, rates, dlyLine));
   const uint64_t bytes =
       static_cast<uint64_t>(numIters) * static_cast<uint64_t>(rates.downFactor) * sizeof(D);
-  if (bytes > SIZE_MAX) return kvrStatusOutOfMemory;
-  auto* copy = static_cast<D*>(kvrMalloc(static_cast<size_t>(bytes)));
-  if (copy == nullptr) return kvrStatusOutOfMemory;
+  const Scratch memory(bytes);
+  if (!memory.ok()) return kvrStatusOutOfMemory;
+  auto* const copy = memory.as<D>();
   memcpy(static_cast<void*>(copy), srcDst, static_cast<size_t>(bytes));
-  const KvrStatus status = directRates<Sum, D>(copy, srcDst, numIters, taps, tapsLen, rates, dlyLine, result);
-  kvrFree(copy);
-  return status;
+  return directRates<Sum, D>(copy, srcDst, numIters, taps, tapsLen, rates, dlyLine, result);
 }
 
 }  // namespace

@@ -63,13 +63,11 @@ KvrStatus filterRatesInPlace(State<T>& state, D* srcDst, size_t numIters, const 
     return filterRates(state, srcDst, srcDst, numIters, scale);
   }
   const uint64_t bytes = uint64_t{numIters} * static_cast<uint64_t>(state.rates.downFactor) * sizeof(D);
-  if (bytes > SIZE_MAX) return kvrStatusOutOfMemory;
-  auto* copy = static_cast<D*>(kvrMalloc(static_cast<size_t>(bytes)));
-  if (copy == nullptr) return kvrStatusOutOfMemory;
+  const Scratch memory(bytes);
+  if (!memory.ok()) return kvrStatusOutOfMemory;
+  auto* const copy = memory.as<D>();
   memcpy(copy, srcDst, static_cast<size_t>(bytes));
-  const KvrStatus status = filterRates(state, copy, srcDst, numIters, scale);
-  kvrFree(copy);
-  return status;
+  return filterRates(state, copy, srcDst, numIters, scale);
 }
 
 // kvrsFIR and its form in place, the arguments checked but for the word.

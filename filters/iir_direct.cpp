@@ -96,7 +96,7 @@ class OneCall {
   State* get() const { return state_; }
 
  private:
-  Temporary memory_;
+  Scratch memory_;
   State* state_ = nullptr;
 };
 

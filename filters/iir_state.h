@@ -180,25 +180,6 @@ KVRS_IIR_STATE_OF(Kvr64f);
 KVRS_IIR_STATE_OF(Kvr64fc);
 #undef KVRS_IIR_STATE_OF
 
-// A temporary block of the core library for as long as the scope lasts.
-class Temporary {
- public:
-  explicit Temporary(uint64_t bytes) : block_(kvrMalloc(static_cast<size_t>(bytes))) {}
-  ~Temporary() {
-    if (block_ != nullptr) kvrFree(block_);
-  }
-  Temporary(const Temporary&) = delete;
-  Temporary& operator=(const Temporary&) = delete;
-
-  template <class T>
-  T* as() const {
-    return static_cast<T*>(block_);
-  }
-
- private:
-  void* block_;
-};
-
 // What exports of all types share. Checks stand here, since they are the same for all.
 
 inline KvrStatus filterOrder(int n) {
@@ -261,7 +242,7 @@ KvrStatus initAlloc(Form form, S** state, const W* taps, int n, const void* dlyL
 
 // So many integers, times 2^-tapsFactor, in temporary memory; null if there is none.
 template <class W, class I>
-W* convertTaps(const Temporary& memory, const I* taps, uint64_t count, int tapsFactor) {
+W* convertTaps(const Scratch& memory, const I* taps, uint64_t count, int tapsFactor) {
   auto* floats = memory.as<W>();
   if (floats != nullptr) {
     kvrsConvert_32s32f_Sfs(reinterpret_cast<const Kvr32s*>(taps), reinterpret_cast<Kvr32f*>(floats),
@@ -283,7 +264,7 @@ KvrStatus initInteger(Form form, S** state, const I* taps, int n, int tapsFactor
   const KvrStatus status = sizeOf<S>(form, n, &size);
   if (status != kvrStatusOk) return status;
   const uint64_t count = tapCount(form, n);
-  Temporary memory(count * sizeof(W));
+  const Scratch memory(count * sizeof(W));
   const W* floats = convertTaps<W>(memory, taps, count, tapsFactor);
   return floats == nullptr ? kvrStatusOutOfMemory : init(form, state, floats, n, dlyLine, buffer);
 }
@@ -295,7 +276,7 @@ KvrStatus initAllocInteger(Form form, S** state, const I* taps, int n, int tapsF
   const KvrStatus status = sizeOf<S>(form, n, &size);
   if (status != kvrStatusOk) return status;
   const uint64_t count = tapCount(form, n);
-  Temporary memory(count * sizeof(W));
+  const Scratch memory(count * sizeof(W));
   const W* floats = convertTaps<W>(memory, taps, count, tapsFactor);
   return floats == nullptr ? kvrStatusOutOfMemory : initAlloc(form, state, floats, n, dlyLine);
 }
@@ -333,7 +314,7 @@ KvrStatus setTapsInteger(const I* taps, S* state, int tapsFactor) {
   KVRS_CHECK(pointers(taps, state), contextOf(state));
   const bool isDirect = state->form == Form::direct;
   const uint64_t count = tapCount(state->form, isDirect ? state->dlyLen : state->numBq);
-  Temporary memory(count * sizeof(W));
+  const Scratch memory(count * sizeof(W));
   const W* floats = convertTaps<W>(memory, taps, count, tapsFactor);
   if (floats == nullptr) return kvrStatusOutOfMemory;
   loadTaps<W>(state, floats);

@@ -15,12 +15,12 @@
 #include <limits>
 #include <type_traits>
 
+#include "frame/buffer.h"
 #include "frame/check.h"
 #include "frame/loop.h"
 #include "frame/unaligned.h"
 #include "frame/unroll.h"
 #include "kvrs/fill.h"
-#include "kvrscore.h"
 
 namespace kvrs {
 namespace {
@@ -191,9 +191,9 @@ KvrStatus slide(T* srcDst, size_t len, size_t mask) {
   constexpr bool kOrdered = !std::is_same_v<T, Key>;
   // Beyond four lengths a longer window only adds pairs of the first and the last sample, between which the median lies.
   if (mask / 4 > len) mask = 4 * len + mask % 2;
-  if (mask > SIZE_MAX / (2 * sizeof(Key))) return kvrStatusOutOfMemory;
-  auto* const ring = static_cast<Key*>(kvrMalloc(2 * mask * sizeof(Key)));
-  if (ring == nullptr) return kvrStatusOutOfMemory;
+  const Scratch memory(uint64_t{2 * sizeof(Key)} * mask);
+  if (!memory.ok()) return kvrStatusOutOfMemory;
+  auto* const ring = memory.as<Key>();
   Key* const sorted = ring + mask;
   const auto keyAt = [=](size_t i) {
     const Key bits = unaligned::get(reinterpret_cast<const Key*>(srcDst) + i);
@@ -217,7 +217,6 @@ KvrStatus slide(T* srcDst, size_t len, size_t mask) {
     replace(sorted, mask, ring[oldest], newest);
     ring[oldest] = newest;
   }
-  kvrFree(ring);
   return kvrStatusOk;
 }
 

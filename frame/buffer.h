@@ -1,4 +1,4 @@
-// Caller's memory: rounding a pointer up, cutting tables out of a block, and the work area rule of the
+// Memory: rounding a pointer up, cutting tables out of a block, temporary blocks, and the work area rule of the
 // transforms.
 // SPDX-License-Identifier: MIT
 #ifndef KVRS_FRAME_BUFFER_H
@@ -45,6 +45,38 @@ class Carver {
   uintptr_t next_;
 };
 
+// A block of the core library's memory for as long as the scope lasts, none when no bytes are needed. A number of bytes that
+// no address can tell is memory that cannot be had.
+//
+//   const Scratch copy(uint64_t{len} * sizeof(Kvr32f));
+//   if (!copy.ok()) return kvrStatusOutOfMemory;
+class Scratch {
+ public:
+  explicit Scratch(uint64_t bytes) : needed_(bytes > 0) {
+    if (needed_ && bytes <= SIZE_MAX) block_ = kvrMalloc(static_cast<size_t>(bytes));
+  }
+  ~Scratch() {
+    if (block_ != nullptr) kvrFree(block_);
+  }
+  Scratch(const Scratch&) = delete;
+  Scratch& operator=(const Scratch&) = delete;
+
+  bool ok() const { return !needed_ || block_ != nullptr; }
+
+  // Null when no bytes are needed, or none can be had.
+  template <class T>
+  T* as() const {
+    return static_cast<T*>(block_);
+  }
+
+  // The block outlives the scope: from now on it is the caller's to release.
+  void keep() { block_ = nullptr; }
+
+ private:
+  bool needed_;
+  void* block_ = nullptr;
+};
+
 // The work area of one transform call: none when no bytes are needed; the caller's buffer, rounded up, when
 // there is one; otherwise a block of its own for as long as the scope lasts.
 //
@@ -52,18 +84,13 @@ class Carver {
 //   if (!work.ok()) return kvrStatusOutOfMemory;
 class WorkArea {
  public:
-  WorkArea(int bytes, Kvr8u* buffer) : needed_(bytes > 0) {
-    if (!needed_) return;
-    if (buffer == nullptr) owned_ = kvrMalloc(static_cast<size_t>(bytes));
-    memory_ = buffer != nullptr ? alignUp(buffer) : static_cast<Kvr8u*>(owned_);
-  }
-  ~WorkArea() {
-    if (owned_ != nullptr) kvrFree(owned_);
-  }
-  WorkArea(const WorkArea&) = delete;
-  WorkArea& operator=(const WorkArea&) = delete;
+  WorkArea(int bytes, Kvr8u* buffer)
+      : owned_(bytes > 0 && buffer == nullptr ? static_cast<uint64_t>(bytes) : 0),
+        memory_(bytes <= 0          ? nullptr
+                : buffer != nullptr ? alignUp(buffer)
+                                    : owned_.as<Kvr8u>()) {}
 
-  bool ok() const { return !needed_ || memory_ != nullptr; }
+  bool ok() const { return owned_.ok(); }
 
   // Null when no bytes are needed.
   template <class T>
@@ -72,9 +99,8 @@ class WorkArea {
   }
 
  private:
-  bool needed_;
-  void* owned_ = nullptr;
-  Kvr8u* memory_ = nullptr;
+  Scratch owned_;
+  Kvr8u* memory_;
 };
 
 }  // namespace kvrs

@@ -47,14 +47,10 @@ class Builder {
   Builder(Record<T>* record, int64_t rootCount)
       : record_(record),
         count_(rootCount),
-        roots_(static_cast<Root<T>*>(kvrMalloc(static_cast<size_t>(rootCount) * sizeof(Root<T>)))) {
+        memory_(static_cast<uint64_t>(rootCount) * sizeof(Root<T>)),
+        roots_(memory_.as<Root<T>>()) {
     if (roots_ != nullptr) fillRoots(roots_, count_);
   }
-  ~Builder() {
-    if (roots_ != nullptr) kvrFree(roots_);
-  }
-  Builder(const Builder&) = delete;
-  Builder& operator=(const Builder&) = delete;
 
   bool ok() const { return roots_ != nullptr && !failed_; }
 
@@ -224,6 +220,7 @@ class Builder {
 
   Record<T>* record_;
   int64_t count_;
+  Scratch memory_;
   Root<T>* roots_;
   bool failed_ = false;
 };
@@ -299,15 +296,14 @@ KvrStatus makeChirp(Record<T>* r, int n) {
     if (!inner.ok()) return kvrStatusOutOfMemory;
   }
   // Its work area for a while.
-  const size_t bytes = static_cast<size_t>(innerWork<T>(M));
-  T* const work = bytes > 0 ? static_cast<T*>(kvrMalloc(bytes)) : nullptr;
-  if (bytes > 0 && work == nullptr) return kvrStatusOutOfMemory;
+  const Scratch memory(static_cast<uint64_t>(innerWork<T>(M)));
+  if (!memory.ok()) return kvrStatusOutOfMemory;
+  T* const work = memory.as<T>();
   if (core.fft != nullptr) {
     fft::transform(*core.fft, core.fft->order, fft::Direction::kForward, spectrum, spectrum, work, T(1));
   } else {
     runMixed(core.mixed, Points<const T>::ofPairs(spectrum), Points<T>::ofPairs(spectrum), work, T(1));
   }
-  if (work != nullptr) kvrFree(work);
   return kvrStatusOk;
 }
 

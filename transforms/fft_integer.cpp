@@ -167,23 +167,14 @@ KvrStatus initAlloc(uint32_t word, Spec** spec, int order, int flag, KvrHintAlgo
   int specSize, initBufSize, workSize;
   KvrStatus status = getIntegerSize<X>(order, flag, hint, &specSize, &initBufSize, &workSize);
   if (status != kvrStatusOk) return status;
-  Kvr8u* const specMem = static_cast<Kvr8u*>(kvrMalloc(static_cast<size_t>(specSize)));
-  if (specMem == nullptr) return kvrStatusOutOfMemory;
-  Kvr8u* initBuf = nullptr;
-  if (initBufSize > 0) {
-    initBuf = static_cast<Kvr8u*>(kvrMalloc(static_cast<size_t>(initBufSize)));
-    if (initBuf == nullptr) {
-      kvrFree(specMem);
-      return kvrStatusOutOfMemory;
-    }
-  }
+  Scratch specMem(static_cast<uint64_t>(specSize));
+  if (!specMem.ok()) return kvrStatusOutOfMemory;
+  const Scratch initBuf(static_cast<uint64_t>(initBufSize));
+  if (!initBuf.ok()) return kvrStatusOutOfMemory;
   IntegerRecord* record;
-  status = initInteger<X>(word, &record, order, flag, hint, specMem, initBuf);
-  if (initBuf != nullptr) kvrFree(initBuf);
-  if (status != kvrStatusOk) {
-    kvrFree(specMem);
-    return status;
-  }
+  status = initInteger<X>(word, &record, order, flag, hint, specMem.as<Kvr8u>(), initBuf.as<Kvr8u>());
+  if (status != kvrStatusOk) return status;
+  specMem.keep();
   record->ownedByAlloc = 1;
   *spec = static_cast<Spec*>(record);
   return kvrStatusOk;

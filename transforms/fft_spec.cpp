@@ -300,23 +300,14 @@ KvrStatus initAllocRecord(Kind kind, IdWord word, Record<T>** record, int order,
   int specSize, initBufSize, workSize;
   KvrStatus status = getSize<T>(kind, order, flag, &specSize, &initBufSize, &workSize);
   if (status != kvrStatusOk) return status;
-  Kvr8u* specMem = static_cast<Kvr8u*>(kvrMalloc(static_cast<size_t>(specSize)));
-  if (specMem == nullptr) return kvrStatusOutOfMemory;
-  Kvr8u* initBuf = nullptr;
-  if (initBufSize > 0) {
-    initBuf = static_cast<Kvr8u*>(kvrMalloc(static_cast<size_t>(initBufSize)));
-    if (initBuf == nullptr) {
-      kvrFree(specMem);
-      return kvrStatusOutOfMemory;
-    }
-  }
+  Scratch specMem(static_cast<uint64_t>(specSize));
+  if (!specMem.ok()) return kvrStatusOutOfMemory;
+  const Scratch initBuf(static_cast<uint64_t>(initBufSize));
+  if (!initBuf.ok()) return kvrStatusOutOfMemory;
   Record<T>* made;
-  status = initRecord<T>(kind, word, &made, order, flag, hint, specMem, initBuf);
-  if (initBuf != nullptr) kvrFree(initBuf);
-  if (status != kvrStatusOk) {
-    kvrFree(specMem);
-    return status;
-  }
+  status = initRecord<T>(kind, word, &made, order, flag, hint, specMem.as<Kvr8u>(), initBuf.as<Kvr8u>());
+  if (status != kvrStatusOk) return status;
+  specMem.keep();
   made->ownedByAlloc = 1;
   *record = made;
   return kvrStatusOk;

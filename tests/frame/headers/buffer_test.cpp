@@ -56,6 +56,61 @@ TEST(Buffer, CarverSizesAndPlacesAlike) {
   EXPECT_EQ(block + 32, placed[3]);
 }
 
+TEST(Buffer, ScratchOfNoBytes) {
+  const int allocations = test::allocationCount();
+  const Scratch scratch(0);
+  EXPECT_TRUE(scratch.ok());
+  EXPECT_EQ(nullptr, scratch.as<Kvr32f>());
+  EXPECT_EQ(allocations, test::allocationCount());
+}
+
+TEST(Buffer, ScratchLivesAsLongAsItsScope) {
+  const int before = test::liveBlocks();
+  {
+    const Scratch scratch(1000);
+    ASSERT_TRUE(scratch.ok());
+    EXPECT_EQ(before + 1, test::liveBlocks());
+    EXPECT_EQ(1000u, test::lastAllocation());
+    scratch.as<Kvr8u>()[999] = 1;
+  }
+  EXPECT_EQ(before, test::liveBlocks());
+}
+
+TEST(Buffer, ScratchThatIsKept) {
+  const int before = test::liveBlocks();
+  void* block;
+  {
+    Scratch scratch(100);
+    block = scratch.as<Kvr8u>();
+    scratch.keep();
+  }
+  EXPECT_EQ(before + 1, test::liveBlocks());
+  EXPECT_EQ(100u, test::blockBytes(block));
+  kvrFree(block);
+  EXPECT_EQ(before, test::liveBlocks());
+}
+
+TEST(Buffer, ScratchOutOfMemory) {
+  const int before = test::liveBlocks();
+  {
+    const test::FailingAllocator failing(1);
+    const Scratch scratch(1000);
+    EXPECT_FALSE(scratch.ok());
+    EXPECT_EQ(nullptr, scratch.as<Kvr8u>());
+  }
+  EXPECT_EQ(before, test::liveBlocks());
+}
+
+// More bytes than there are addresses: nobody is asked for what is left of the number in 32 bits.
+TEST(Buffer, ScratchBeyondAllAddresses) {
+  if constexpr (sizeof(size_t) < sizeof(uint64_t)) {
+    const int allocations = test::allocationCount();
+    const Scratch scratch((uint64_t{1} << 32) + 8);
+    EXPECT_FALSE(scratch.ok());
+    EXPECT_EQ(allocations, test::allocationCount());
+  }
+}
+
 TEST(Buffer, WorkAreaOfNoBytes) {
   Kvr8u caller[1];
   const int allocations = test::allocationCount();
