@@ -19,21 +19,6 @@ using ScaleOf = typename Format<D, T>::Scale;
 template <class D, class T>
 inline constexpr bool kPlain = std::is_same_v<D, T>&& std::is_same_v<D, FirSum<T>>;
 
-// Multiply-adds that are worth a thread: it takes some microseconds to wake, and a core does about
-// 3,000 vectors of them in one.
-template <class T>
-inline constexpr uint64_t kWorkOfThread = uint64_t{kFirLanes<T>} << 16;
-
-// The time of a block of N points, there and back, over N log2(N), in multiply-adds of the direct engine, which
-// gains more from long vectors than the FFT does. Measured on real blocks of 256 to 8,192 points: 4.9 to 5.9 with
-// vectors of 128 bits, 6.2 to 7.8 with 256, 7.5 to 11.9 with 512. So blocks pay from about 66, 90 and 128 taps on. A
-// complex multiply-add takes four times as long as a real one, and a complex block twice as long.
-template <class T>
-inline constexpr uint64_t kTransformCost = (kVectorBytes == 16   ? 6
-                                            : kVectorBytes == 32 ? 7
-                                                                 : 9) /
-                                           (FirElement<T>::kComplex ? 2 : 1);
-
 // How many threads to use for so many multiply-adds on a piece of `len` samples.
 template <class T>
 int teamFor(const State<T>& state, size_t len, uint64_t work) {
@@ -173,9 +158,7 @@ uint64_t costOfBlocks(const State<T>& state, size_t len) {
   const uint64_t fftLen = static_cast<uint64_t>(state.blocks.fftLen),
                  tapsLen = static_cast<uint64_t>(state.tapsLen);
   const uint64_t step = fftLen - tapsLen + 1;
-  uint64_t log = 0;
-  while (fftLen >> (log + 1) != 0) ++log;
-  return (len + step - 1) / step * fftLen * log * kTransformCost<T>;
+  return workOfBlocks<T>(fftLen, (len + step - 1) / step);
 }
 
 template <class T>

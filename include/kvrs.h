@@ -71,6 +71,7 @@
 #include "kvrs/spectrum.h"
 #include "kvrs/wavelet.h"
 
+#include "kvrs/convolution.h"
 #include "kvrs/fir.h"
 #include "kvrs/fir_direct.h"
 #include "kvrs/fir_gen.h"
