@@ -3,8 +3,10 @@
 //
 //   out[n] = y[lo + n],  y[i] = sum over k of tap[tapsLen-1-k] * in[i - k],  lo = first + tapsLen - 1
 //
-// Either one transform takes all inputs; it is long enough that what is wrapped around stays outside the outputs. Or blocks
-// overlap by tapsLen - 1 inputs (filters/block_convolution.h).
+// - One transform takes all inputs; it is long enough that what is wrapped around stays outside the outputs.
+// - Blocks overlap by tapsLen - 1 inputs (filters/block_convolution.h): for taps that are few beside the inputs.
+// - Pieces of the taps meet their inputs in blocks whose products are added up before the one transform back: for outputs that
+//   are few beside the taps (Rader, An improved algorithm for high speed autocorrelation, 1970).
 // SPDX-License-Identifier: MIT
 #include "filters/block_convolution.h"
 #include "filters/sliding_results-inl.h"
@@ -18,6 +20,7 @@ constexpr uint64_t kNearBytes = 16384, kTablePasses = 80;
 struct Plan {
   int order;
   size_t overlap;  // results of a block in front of its first output
+  size_t piece;    // taps of a piece; 0: all in one
 };
 
 int orderOf(uint64_t points) {
@@ -34,24 +37,32 @@ uint64_t timeOf(int order) {
   return points * static_cast<uint64_t>(order) * (points * sizeof(T) > kNearBytes ? 3 : 2) / 2;
 }
 
-// The shortest time for making tables, the transform of the taps, and two transforms a block. What the tables take was
-// measured: as long as kTablePasses passes.
+// The shortest time for the tables, which were measured to take as long as kTablePasses passes, and all transforms.
 template <class D, class T = Working<D>>
 Plan planOf(const Sums<D>& s) {
   const uint64_t overlap = s.tapsLen - 1, all = s.inLen + overlap;
   const auto lo = static_cast<uint64_t>(s.first + static_cast<int64_t>(overlap));
   const uint64_t behind = lo + s.count, inFront = all - lo;
-  Plan best{orderOf(behind > inFront ? behind : inFront), static_cast<size_t>(lo)};
-  const auto timeWith = [](int order, uint64_t blocks) {
-    return timeOf<T>(order) * (2 * blocks + 1) + (kTablePasses << order);
+  const auto timeWith = [](int order, uint64_t transforms) {
+    return timeOf<T>(order) * transforms + (kTablePasses << order);
   };
-  uint64_t shortest = timeWith(best.order, 1);
-  for (int order = orderOf(overlap + 2); order < best.order; ++order) {
-    const uint64_t step = (uint64_t{1} << order) - overlap;
-    const uint64_t time = timeWith(order, (s.count + step - 1) / step);
-    if (time < shortest) {
+  Plan best{orderOf(behind > inFront ? behind : inFront), static_cast<size_t>(lo), 0};
+  uint64_t shortest = timeWith(best.order, 3);
+  for (int order = best.order - 1; order >= 2; --order) {
+    const uint64_t points = uint64_t{1} << order;
+    const auto compare = [&](uint64_t transforms, uint64_t before, uint64_t piece) {
+      const uint64_t time = timeWith(order, transforms);
+      if (time >= shortest) return;
       shortest = time;
-      best = {order, static_cast<size_t>(overlap)};
+      best = {order, static_cast<size_t>(before), static_cast<size_t>(piece)};
+    };
+    if (points > overlap) {
+      const uint64_t step = points - overlap;
+      compare(2 * ((s.count + step - 1) / step) + 1, overlap, 0);
+    }
+    if (points >= s.count) {
+      const uint64_t piece = points - s.count + 1;
+      compare(2 * ((s.tapsLen + piece - 1) / piece) + 1, piece - 1, piece);
     }
   }
   return best;
@@ -80,13 +91,70 @@ class Bytes {
   uint64_t used_ = 0;
 };
 
-// The transform of the taps, reversed.
+// The transform of so many zeros, `count` taps from `from` on, the last one first, and zeros behind.
 template <class D, class T>
-KvrStatus transformTaps(Sums<D> sums, T* spectrum, const BlockConvolution<T>& blocks) {
+KvrStatus transformTaps(Sums<D> sums, size_t from, size_t count, size_t zeros, T* spectrum,
+                        const BlockConvolution<T>& blocks) {
   sums.reversed = !sums.reversed;
-  loadTaps(sums, 0, sums.tapsLen, spectrum);
-  memset(static_cast<void*>(spectrum + sums.tapsLen), 0, (blocks.fftLen - sums.tapsLen) * sizeof(T));
+  memset(static_cast<void*>(spectrum), 0, zeros * sizeof(T));
+  loadTaps(sums, sums.tapsLen - from - count, count, spectrum + zeros);
+  const size_t end = zeros + count;
+  memset(static_cast<void*>(spectrum + end), 0, (blocks.fftLen - end) * sizeof(T));
   return BlockTransform<T>::forward(spectrum, spectrum, blocks.spec, blocks.buffers);
+}
+
+inline void add(const Kvr32f* from, Kvr32f* to, int len) {
+  kvrsAdd_32f_I(from, to, len);
+}
+inline void add(const Kvr64f* from, Kvr64f* to, int len) {
+  kvrsAdd_64f_I(from, to, len);
+}
+inline void add(const Kvr32fc* from, Kvr32fc* to, int len) {
+  kvrsAdd_32fc_I(from, to, len);
+}
+inline void add(const Kvr64fc* from, Kvr64fc* to, int len) {
+  kvrsAdd_64fc_I(from, to, len);
+}
+
+// All outputs, stored block by block.
+template <class D, class T>
+KvrStatus runBlocks(const Sums<D>& sums, const Results<D>& results, const BlockConvolution<T>& blocks,
+                    int team) {
+  // The first input of the block that begins with output 0.
+  const int64_t start =
+      sums.first + static_cast<int64_t>(sums.tapsLen) - 1 - static_cast<int64_t>(blocks.overlap);
+  const auto fetch = [&, start](size_t begin, size_t, T* frame) -> const T* {
+    const int64_t at = start + static_cast<int64_t>(begin);
+    if constexpr (std::is_same_v<D, T>) {
+      if (at >= 0 && at + static_cast<int64_t>(blocks.fftLen) <= static_cast<int64_t>(sums.inLen)) {
+        return sums.in + at;
+      }
+    }
+    loadInputs(sums, at, frame, blocks.fftLen);
+    return frame;
+  };
+  return blocks.run(sums.count, team, fetch,
+                    [&](T* sum, size_t begin, size_t count) { store(results, sum, begin, count); });
+}
+
+// All outputs, in blocks.frames + blocks.overlap. The frames are two.
+template <class D, class T>
+KvrStatus runPieces(const Sums<D>& sums, size_t piece, T* spectrum, const BlockConvolution<T>& blocks) {
+  using Transform = BlockTransform<T>;
+  const size_t inputs = sums.count + piece - 1;
+  const int points = static_cast<int>(blocks.fftLen);
+  for (size_t from = 0; from < sums.tapsLen; from += piece) {
+    const size_t count = sums.tapsLen - from < piece ? sums.tapsLen - from : piece;
+    T* const frame = from == 0 ? blocks.frames : blocks.frames + blocks.fftLen;
+    loadInputs(sums, sums.first + static_cast<int64_t>(from), frame, inputs);
+    memset(static_cast<void*>(frame + inputs), 0, (blocks.fftLen - inputs) * sizeof(T));
+    KvrStatus status = transformTaps(sums, from, count, piece - count, spectrum, blocks);
+    if (status == kvrStatusOk) status = Transform::forward(frame, frame, blocks.spec, blocks.buffers);
+    if (status == kvrStatusOk) status = Transform::multiply(spectrum, frame, points);
+    if (status != kvrStatusOk) return status;
+    if (from > 0) add(frame, blocks.frames, points);
+  }
+  return Transform::inverse(blocks.frames, blocks.spec, blocks.buffers);
 }
 
 }  // namespace
@@ -106,13 +174,13 @@ KvrStatus byTransforms(const Sums<D>& all, const Results<D>& results, bool mayTh
   blocks.fftLen = size_t{1} << plan.order;
   blocks.overlap = plan.overlap;
   blocks.bufferSize = static_cast<size_t>(workSize);
-  const int team = mayThread ? teamFor(blocks, sums.count) : 1;
-  const auto threads = static_cast<uint64_t>(team < 1 ? 1 : team);
+  const int team = mayThread && plan.piece == 0 ? teamFor(blocks, sums.count) : 1;
+  const auto threads = static_cast<uint64_t>(team < 1 ? 1 : team), frames = threads + (plan.piece > 0);
   Bytes bytes;
   const uint64_t points = uint64_t{sizeof(T)} << plan.order;
   const uint64_t specAt = bytes.take(static_cast<uint64_t>(specSize)),
                  initBufAt = bytes.take(static_cast<uint64_t>(initBufSize)), spectrumAt = bytes.take(points),
-                 framesAt = bytes.take(threads * points),
+                 framesAt = bytes.take(frames * points),
                  buffersAt = bytes.take(threads * static_cast<uint64_t>(workSize)),
                  statusesAt = bytes.take(threads * sizeof(KvrStatus));
   const Scratch memory(bytes.used() + 64);
@@ -127,23 +195,13 @@ KvrStatus byTransforms(const Sums<D>& all, const Results<D>& results, bool mayTh
   status = Transform::init(&spec, plan.order, base + specAt, base + initBufAt);
   if (status != kvrStatusOk) return status;
   blocks.spec = spec;
-  status = transformTaps(sums, spectrum, blocks);
-  if (status != kvrStatusOk) return status;
-
-  const int64_t lo = sums.first + static_cast<int64_t>(sums.tapsLen) - 1,
-                start = lo - static_cast<int64_t>(plan.overlap);  // the first input of the block of output 0
-  const auto fetch = [&](size_t begin, size_t, T* frame) -> const T* {
-    const int64_t at = start + static_cast<int64_t>(begin);
-    if constexpr (std::is_same_v<D, T>) {
-      if (at >= 0 && at + static_cast<int64_t>(blocks.fftLen) <= static_cast<int64_t>(sums.inLen)) {
-        return sums.in + at;
-      }
-    }
-    loadInputs(sums, at, frame, blocks.fftLen);
-    return frame;
-  };
-  status = blocks.run(sums.count, team, fetch,
-                      [&](T* sum, size_t begin, size_t count) { store(results, sum, begin, count); });
+  if (plan.piece > 0) {
+    status = runPieces(sums, plan.piece, spectrum, blocks);
+    if (status == kvrStatusOk) store(results, blocks.frames + plan.overlap, 0, sums.count);
+  } else {
+    status = transformTaps(sums, 0, sums.tapsLen, 0, spectrum, blocks);
+    if (status == kvrStatusOk) status = runBlocks(sums, results, blocks, team);
+  }
   if (status == kvrStatusOk && results.mirrored) mirror(results.dst, static_cast<int>(sums.count));
   return status;
 }

@@ -72,6 +72,7 @@
 #include "kvrs/wavelet.h"
 
 #include "kvrs/convolution.h"
+#include "kvrs/correlation.h"
 #include "kvrs/fir.h"
 #include "kvrs/fir_direct.h"
 #include "kvrs/fir_gen.h"

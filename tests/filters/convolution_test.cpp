@@ -19,7 +19,12 @@ KvrStatus conv(const T* src1, int len1, const T* src2, int len2, T* dst, int sca
   }
 }
 
-// The definition; and the sums of the products' magnitudes, which bound what rounding can do.
+// The definition; and the sums of the products' magnitudes, which bound what rounding can do. Of many results those near the
+// ends and some between.
+bool isTested(size_t n, size_t count) {
+  return count < 2000 || n < 200 || n + 200 >= count || n % 17 == 0;
+}
+
 struct Want {
   std::vector<long double> sums, magnitudes;
 };
@@ -27,12 +32,16 @@ template <class T>
 Want definition(const std::vector<T>& a, const std::vector<T>& b) {
   const size_t count = a.size() + b.size() - 1;
   Want want{std::vector<long double>(count), std::vector<long double>(count)};
-  for (size_t i = 0; i < a.size(); ++i) {
-    for (size_t j = 0; j < b.size(); ++j) {
-      const long double product = static_cast<long double>(a[i]) * b[j];
-      want.sums[i + j] += product;
-      want.magnitudes[i + j] += std::fabs(product);
+  for (size_t n = 0; n < count; ++n) {
+    if (!isTested(n, count)) continue;
+    long double sum = 0, magnitude = 0;
+    for (size_t k = n < b.size() ? 0 : n - (b.size() - 1); k < a.size() && k <= n; ++k) {
+      const long double product = static_cast<long double>(a[k]) * b[n - k];
+      sum += product;
+      magnitude += std::fabs(product);
     }
+    want.sums[n] = sum;
+    want.magnitudes[n] = magnitude;
   }
   return want;
 }
@@ -51,8 +60,9 @@ long double norm(const std::vector<T>& x) {
 // The error that a sum may have: of `count` products one by one, or by transforms, whose error is of the size of the signals'
 // norms.
 template <class T>
-long double errorOf(const std::vector<T>& a, const std::vector<T>& b, const Want& want, size_t n) {
-  if (byTransforms(a.size(), b.size())) return 8 * epsilonOf<T>() * norm(a) * norm(b);
+long double errorOf(const std::vector<T>& a, const std::vector<T>& b, const Want& want, long double norms,
+                    size_t n) {
+  if (byTransforms(a.size(), b.size())) return 8 * epsilonOf<T>() * norms;
   return epsilonOf<T>() * want.magnitudes[n] *
          std::sqrt(static_cast<long double>(std::min(a.size(), b.size())));
 }
@@ -71,8 +81,10 @@ void check(Random& random, int len1, int len2, Data data, int scaleFactor = 0) {
   ASSERT_TRUE(src1.intact() && src2.intact() && dst.intact()) << what;
   ASSERT_TRUE(src1.holds(a) && src2.holds(b)) << what;
   const Want want = definition(a, b);
+  const long double norms = norm(a) * norm(b);
   for (size_t n = 0; n < want.sums.size(); ++n) {
-    const long double error = errorOf(a, b, want, n), got = dst[n];
+    if (!isTested(n, want.sums.size())) continue;
+    const long double error = errorOf(a, b, want, norms, n), got = dst[n];
     if (std::is_same_v<T, Kvr16s>) {
       // Whole numbers have exact sums, far below a unit's error.
       ASSERT_TRUE(
@@ -300,7 +312,7 @@ TEST(ConvBiased, Triangles) {
 
 TEST(ConvBiased, AllWindows) {
   Random random(3);
-  for (int turn = 0; turn < 3000; ++turn) {
+  for (int turn = 0; turn < 1500; ++turn) {
     const int len1 = 1 + static_cast<int>(random.below(60)), len2 = 1 + static_cast<int>(random.below(90)),
               dstLen = 1 + static_cast<int>(random.below(100)),
               bias = static_cast<int>(random.below(200)) - 110;
