@@ -7,6 +7,7 @@
 #include <type_traits>
 
 #include "filters/fir_dot-inl.h"
+#include "filters/fir_format-inl.h"
 #include "filters/ring.h"
 #include "frame/buffer.h"
 #include "frame/check.h"
@@ -64,8 +65,15 @@ struct KvrsFIRLMSState32f_16s : kvrs::lms::State {
 namespace kvrs::lms {
 namespace {
 
+// Each sample waits for the sum of the one before, whose lanes take the longer to add up the more there are. So few taps
+// are in short vectors: measured on v4, of 16, 8 and 4 lanes.
+constexpr size_t lanesFor(size_t tapsLen) {
+  constexpr size_t kAll = kLanes<Kvr32f>;
+  return tapsLen <= 32 ? 4 : tapsLen <= 128 && kAll > 8 ? 8 : kAll;
+}
+
 constexpr size_t paddingOf(size_t tapsLen) {
-  return (0 - tapsLen) % kLanes<Kvr32f>;
+  return (0 - tapsLen) % lanesFor(tapsLen);
 }
 
 template <class S>
@@ -147,9 +155,8 @@ KvrStatus setDlyLine(S* state, const D* dlyLine, int dlyLineIndex) {
 
 // taps[k] = taps[k] + x[k] * step, where kMoves; returns the sum of taps[k] * x[k+1] with the taps as they are then, where
 // kSums. One pass over the taps does what belongs to two samples, so that none is loaded while its store is on its way.
-template <bool kMoves, bool kSums>
+template <size_t N, bool kMoves, bool kSums>
 KVRS_INLINE Kvr32f pass(Kvr32f* taps, const Kvr32f* x, size_t len, size_t padding, Kvr32f step) {
-  constexpr size_t N = kLanes<Kvr32f>;
   const Lanes<Kvr32f, N> d;
   using V = hn::Vec<decltype(d)>;
   const V steps = hn::Set(d, step);
@@ -180,21 +187,35 @@ KVRS_INLINE Kvr32f pass(Kvr32f* taps, const Kvr32f* x, size_t len, size_t paddin
 }
 
 // Filters the first `count` samples that are staged. dst may be ref.
-__attribute__((noinline)) void adapt(State& state, const Kvr32f* ref, Kvr32f* dst, size_t count, Kvr32f mu) {
+template <size_t N>
+__attribute__((noinline)) void adaptBy(State& state, const Kvr32f* ref, Kvr32f* dst, size_t count,
+                                       Kvr32f mu) {
   const size_t padding = paddingOf(state.length()), len = padding + state.length();
   Kvr32f* taps = state.tapsRev.present() - padding;
   // The window of sample n begins at x + n + 1.
   const Kvr32f* x = state.window() - padding;
   const Kvr32f mu2 = mu + mu;
-  Kvr32f y = pass<false, true>(taps, x, len, padding, 0), step;
+  Kvr32f y = pass<N, false, true>(taps, x, len, padding, 0), step;
   for (size_t n = 0;;) {
     step = (unaligned::get(ref + n) - y) * mu2;
     unaligned::put(y, dst + n);
     ++x;
     if (++n == count) break;
-    y = pass<true, true>(taps, x, len, padding, step);
+    y = pass<N, true, true>(taps, x, len, padding, step);
   }
-  pass<true, false>(taps, x, len, padding, step);
+  pass<N, true, false>(taps, x, len, padding, step);
+}
+
+void adapt(State& state, const Kvr32f* ref, Kvr32f* dst, size_t count, Kvr32f mu) {
+  constexpr size_t kAll = kLanes<Kvr32f>;
+  const size_t lanes = lanesFor(state.length());
+  if constexpr (kAll > 4) {
+    if (lanes == kAll) return adaptBy<kAll>(state, ref, dst, count, mu);
+  }
+  if constexpr (kAll > 8) {
+    if (lanes == 8) return adaptBy<8>(state, ref, dst, count, mu);
+  }
+  adaptBy<4>(state, ref, dst, count, mu);
 }
 
 // Makes room behind the window for some of the samples that are left, and returns how many.
@@ -304,7 +325,7 @@ void adaptNormalised(const Kvr16s* window, Kvr16s ref, Kvr16s* dst, Kvr32s* taps
                                       static_cast<const Kvr32s*>(taps));
   const Kvr64f y = sumLanes(sums.sum) * 0x1p-15, energy = sumLanes(sums.energy);
   if (energy < 0.5) return;
-  kvrsConvert_64f16s_Sfs(&y, dst, 1, kvrRoundNear, 0);
+  unaligned::put(fir::nearestScaled<Kvr16s>(y, 1), dst);
   const Kvr64f step = static_cast<Kvr64f>(mu) * (static_cast<Kvr64f>(ref) - y) / energy;
   mapInLanesOf<Kvr64f>(MoveIntegerTaps{step}, taps, len, window, static_cast<const Kvr32s*>(taps));
 }
@@ -406,7 +427,7 @@ KvrStatus kvrsFIRLMSOne_Direct32f_16s(Kvr16s src, Kvr16s ref, Kvr16s* dst, Kvr32
   const size_t len = static_cast<size_t>(tapsLen);
   const Kvr32f* const old = taps;
   const Kvr32f y = sumLanes(reduce<Kvr32f, 2>(SumTaps(), hn::Zero(hn::DFromV<Floats>()), len, window, old));
-  kvrsConvert_32f16s_Sfs(&y, dst, 1, kvrRoundNear, 0);
+  unaligned::put(fir::nearestScaled<Kvr16s>(static_cast<Kvr64f>(y), 1), dst);
   return mapElements(MoveTaps{(static_cast<Kvr32f>(ref) - y) * (mu + mu)}, taps, len, window, old);
 }
 

@@ -190,21 +190,25 @@ KvrStatus putVal(X val, S* state) {
 
 // ---- Samples that consecutive taps meet.
 //
-// Next to each other they are read as they are. Of two steps each is the lower half of 32 bits, and the kernels take these; the
-// half above the last one is in the line too, as the ring goes on behind it. Of more steps they are gathered on the stack.
+// Next to each other they are read as they are. Real ones two steps apart are the lower halves of 32 bits, which kernels take
+// too; the half above the last one is in the line, as the ring goes on behind it. All others are gathered, 32 bits each.
 
 constexpr size_t kGathered = 512;
 
-// body(samples, taps, count) for all taps of a filter, a piece at a time; the first tap meets samples[0].
+// body(words, taps, count) for all taps of a filter, a piece at a time: the first tap meets the sample at `samples`.
 template <class S, class X, class Body>
 KVRS_INLINE void forPiecesOf(const S& state, const X* samples, Body body) {
-  auto* taps = state.tapsRev;
-  const size_t len = state.length(), step = static_cast<size_t>(state.dlyStep);
-  if (step == 1) return body(samples, taps, len);
-  alignas(64) X gathered[kGathered];
-  forPieces(len, kGathered, [&](size_t begin, size_t count) KVRS_UNROLLED {
-    for (size_t i = 0; i < count; ++i) gathered[i] = samples[(begin + i) * step];
-    body(static_cast<const X*>(gathered), taps + begin, count);
+  const size_t step = static_cast<size_t>(state.dlyStep);
+  alignas(64) Kvr32s words[kGathered];
+  forPieces(state.length(), kGathered, [&](size_t begin, size_t count) KVRS_UNROLLED {
+    const auto gather = [&](size_t i, size_t steps) KVRS_UNROLLED {
+      words[i + steps] = unaligned::get(reinterpret_cast<const Kvr32s*>(samples + steps * step));
+    };
+    size_t i = 0;
+    for (; i + 4 <= count; i += 4, samples += 4 * step)
+      unroll<4>([&](auto j) KVRS_UNROLLED { gather(i, j); });
+    for (; i < count; ++i, samples += step) gather(i, 0);
+    body(static_cast<const Kvr32s*>(words), state.tapsRev + begin, count);
   });
 }
 
@@ -246,6 +250,15 @@ struct Join {
 
 // ---- Real filters.
 
+// body(samples, taps, count), where samples are numbers of 16 bits or the lower halves of 32.
+template <class Body>
+KVRS_INLINE void forSamplesOf(const KvrsFIRLMSMRState32s_16s& state, const Kvr16s* samples, Body body) {
+  if (state.dlyStep == 1) return body(samples, state.tapsRev, state.length());
+  if (state.dlyStep == 2)
+    return body(reinterpret_cast<const Kvr32s*>(samples), state.tapsRev, state.length());
+  forPiecesOf(state, samples, body);
+}
+
 // The upper halves of taps times samples: pairs of halves are multiplied, and the lower one of a sample is 0.
 struct Sum : Join {
   template <class V>
@@ -265,13 +278,9 @@ int32_t sumOf(const X* samples, const Kvr32s* taps, size_t len) {
 
 void sum(const KvrsFIRLMSMRState32s_16s& state, const Kvr16s* samples, Kvr32s* dst) {
   uint total = 0;
-  if (state.dlyStep == 2) {
-    total = static_cast<uint>(sumOf(reinterpret_cast<const Kvr32s*>(samples), state.tapsRev, state.length()));
-  } else {
-    forPiecesOf(state, samples, [&](const Kvr16s* x, const Kvr32s* taps, size_t len) {
-      total += static_cast<uint>(sumOf(x, taps, len));
-    });
-  }
+  forSamplesOf(state, samples, [&](const auto* x, const Kvr32s* taps, size_t len) {
+    total += static_cast<uint>(sumOf(x, taps, len));
+  });
   unaligned::put(wrapped(total), dst);
 }
 
@@ -303,14 +312,18 @@ void move(const KvrsFIRLMSMRState32s_16s& state, const Kvr16s* samples, int32_t 
   const auto run = [&](const auto* x, Kvr32s* taps, size_t len) {
     mapElements(op, taps, len, x, static_cast<const Kvr32s*>(taps));
   };
-  if (state.dlyStep == 2) {
-    run(reinterpret_cast<const Kvr32s*>(samples), state.tapsRev, state.length());
-  } else {
-    forPiecesOf(state, samples, run);
-  }
+  forSamplesOf(state, samples, run);
 }
 
 // ---- Complex filters.
+
+// body(samples, taps, count), with the samples as words of 32 bits.
+template <class Body>
+KVRS_INLINE void forSamplesOf(const KvrsFIRLMSMRState32sc_16sc& state, const Kvr16sc* samples, Body body) {
+  if (state.dlyStep == 1)
+    return body(reinterpret_cast<const Kvr32s*>(samples), state.tapsRev, state.length());
+  forPiecesOf(state, samples, body);
+}
 
 // Products of like parts, re*re and im*im in turn, and of unlike ones.
 struct ComplexSum {
@@ -345,9 +358,10 @@ KVRS_INLINE Kvr32sc sumPairs(V32 v) {
 void sum(const KvrsFIRLMSMRState32sc_16sc& state, const Kvr16sc* samples, Kvr32sc* dst) {
   const V32 zero = hn::Zero(D32());
   ComplexSum::Sums sums{zero, zero};
-  forPiecesOf(state, samples, [&](const Kvr16sc* x, const Kvr32sc* taps, size_t len) {
+  forSamplesOf(state, samples, [&](const Kvr32s* x, const Kvr32sc* taps, size_t len) {
     const ComplexSum op;
-    op.join(sums, reduce<Kvr32s, 2>(op, ComplexSum::Sums{zero, zero}, 2 * len, &x->re, &taps->re));
+    const auto* parts = reinterpret_cast<const Kvr16s*>(x);
+    op.join(sums, reduce<Kvr32s, 2>(op, ComplexSum::Sums{zero, zero}, 2 * len, parts, &taps->re));
   });
   const Kvr32sc like = sumPairs(sums.like), unlike = sumPairs(sums.unlike);
   unaligned::put(Kvr32sc{wrapped(static_cast<uint>(like.re) - static_cast<uint>(like.im)),
@@ -380,9 +394,9 @@ struct ComplexMove {
 template <bool kSmall>
 void move(const KvrsFIRLMSMRState32sc_16sc& state, const Kvr16sc* samples, int32_t re, int32_t im) {
   const ComplexMove<kSmall> op{re, im};
-  forPiecesOf(state, samples, [&](const Kvr16sc* x, Kvr32sc* taps, size_t len) {
+  forSamplesOf(state, samples, [&](const Kvr32s* x, Kvr32sc* taps, size_t len) {
     auto* pairs = asPairs<Kvr32s>(taps);
-    mapElements(op, pairs, len, reinterpret_cast<const Kvr32s*>(x), static_cast<const Pair<Kvr32s>*>(pairs));
+    mapElements(op, pairs, len, x, static_cast<const Pair<Kvr32s>*>(pairs));
   });
 }
 
