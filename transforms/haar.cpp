@@ -10,13 +10,9 @@
 #include "frame/scaled.h"
 #include "frame/unaligned.h"
 #include "kvrs/wavelet.h"
+#include "transforms/byte_pairs.h"
 
 namespace kvrs {
-
-// Bytes come in pairs nowhere else.
-template <>
-struct Element<Kvr8sc> : ComplexElement<Kvr8sc, Kvr8s> {};
-
 namespace {
 
 using scaled_detail::Halved;

@@ -1,0 +1,468 @@
+// Two-channel filter banks.
+//
+// Outputs are computed side by side in the lanes of a vector, each the sum of its own products in the order of the contract:
+// products in single precision, sums in double. So results are the same to the bit in all modules and however a signal is cut.
+// SPDX-License-Identifier: MIT
+#include "kvrs/wavelet.h"
+
+#include <algorithm>
+#include <cstring>
+#include <type_traits>
+
+#include "frame/generate.h"
+#include "frame/loop.h"
+#include "frame/unroll.h"
+#include "kvrs/convert.h"
+#include "kvrscore.h"
+#include "transforms/byte_pairs.h"
+#include "transforms/wavelet_state.h"
+
+namespace kvrs::wavelet {
+namespace {
+
+// Outputs of a block: as many as sums fill a vector.
+constexpr size_t kBlock = kLanes<double>;
+using Sums = Lanes<double, kBlock>;
+using Singles = Lanes<float, kBlock>;
+
+// The samples that meet taps in the outputs of a block: for tap `begin` + k, with an even `begin`.
+struct SplitWindow {
+  const Kvr32f *even, *odd;
+  template <int k>
+  const Kvr32f* samples(size_t begin, Index<k>) const {
+    return (k % 2 == 0 ? even : odd) + begin / 2 + k / 2;
+  }
+};
+struct Window {
+  const Kvr32f* p;
+  template <int k>
+  const Kvr32f* samples(size_t begin, Index<k>) const {
+    return p + begin + k;
+  }
+};
+
+template <class Samples, class K>
+KVRS_INLINE hn::Vec<Sums> plusProduct(hn::Vec<Sums> sum, const Samples& window, const Kvr32f* taps,
+                                      size_t begin, K k) {
+  const Singles d;
+  const auto x = hn::LoadU(d, window.samples(begin, k));
+  return hn::Add(sum, hn::PromoteTo(Sums(), hn::Mul(x, hn::Set(d, taps[begin + k]))));
+}
+
+// The rest of a sum: fewer than eight taps from `begin` on, one after the other.
+template <class Samples>
+KVRS_INLINE hn::Vec<Sums> plusRest(hn::Vec<Sums> sum, const Samples& window, const Kvr32f* taps, size_t begin,
+                                   size_t count) {
+  const auto next = [&](auto k) KVRS_UNROLLED {
+    if (k < static_cast<int>(count)) sum = plusProduct(sum, window, taps, begin, k);
+  };
+  switch (count) {
+    case 1:
+      return plusProduct(sum, window, taps, begin, Index<0>());
+    case 2:
+      unroll<2>([&](auto k) KVRS_UNROLLED { sum = plusProduct(sum, window, taps, begin, k); });
+      return sum;
+    case 4:
+      unroll<4>([&](auto k) KVRS_UNROLLED { sum = plusProduct(sum, window, taps, begin, k); });
+      return sum;
+    default:
+      unroll<7>(next);
+      return sum;
+  }
+}
+
+template <class Samples>
+KVRS_INLINE hn::Vec<Singles> dot(const Samples& window, const Kvr32f* taps, size_t count) {
+  const hn::Vec<Sums> zero = hn::Zero(Sums());
+  if (count < 8) return hn::DemoteTo(Singles(), plusRest(zero, window, taps, 0, count));
+  hn::Vec<Sums> part[4] = {zero, zero, zero, zero};
+  size_t j = 0;
+  for (; j + 8 <= count; j += 8) {
+    unroll<8>([&](auto k) KVRS_UNROLLED { part[k % 4] = plusProduct(part[k % 4], window, taps, j, k); });
+  }
+  const auto sum = hn::Add(hn::Add(part[0], part[2]), hn::Add(part[1], part[3]));
+  return hn::DemoteTo(Singles(), plusRest(sum, window, taps, j, count - j));
+}
+
+// --- forward ---
+
+// Of a pair of samples the first one and the second one, as singles.
+template <class T>
+struct ToSingles {
+  template <class D, class V>
+  KVRS_INLINE auto operator()(D d, Complex<V> x) const {
+    if constexpr (std::is_same_v<T, Kvr32f>) {
+      return x;
+    } else {
+      const hn::Rebind<T, D> dt;
+      const hn::Rebind<int32_t, D> di;
+      const auto converted = [&](V v) KVRS_UNROLLED {
+        return hn::ConvertTo(d, hn::PromoteTo(di, hn::BitCast(dt, v)));
+      };
+      return Complex<hn::Vec<D>>{converted(x.re), converted(x.im)};
+    }
+  }
+};
+
+template <class T>
+using PairOf =
+    std::conditional_t<sizeof(T) == 1, Kvr8sc, std::conditional_t<sizeof(T) == 2, Kvr16sc, Kvr32fc>>;
+
+// What an array of the longest of a call is made of: pairs of samples, or singles.
+template <class T>
+using Longest = std::conditional_t<(sizeof(PairOf<T>) > sizeof(Kvr32f)), PairOf<T>, Kvr32f>;
+
+// `count` pairs of samples to the end of the line.
+template <class T>
+KVRS_INLINE void take(ForwardChannel* channel, const T* src, size_t count) {
+  reserve(channel, count);
+  Kvr32f* const even = channel->even.present() + channel->line.at;
+  Kvr32f* const odd = channel->odd.present() + channel->line.at;
+  const ptrdiff_t lead = channel->lead;
+  const Planes<Kvr32f> places = lead % 2 == 0
+                                    ? Planes<Kvr32f>{even + lead / 2, odd + lead / 2}
+                                    : Planes<Kvr32f>{odd + (lead + 1) / 2 - 1, even + (lead + 1) / 2};
+  mapElements(ToSingles<T>(), places, count, reinterpret_cast<const PairOf<T>*>(src));
+}
+
+// `count` outputs, over whose samples the line moves on.
+[[gnu::noinline]] void filter(ForwardChannel* channel, Kvr32f* dst, size_t count) {
+  SplitWindow window{channel->even.present() + channel->line.at, channel->odd.present() + channel->line.at};
+  const Kvr32f* const taps = channel->filter.reversed.present();
+  const size_t tapsLen = static_cast<size_t>(channel->filter.taps);
+  generateBlocks<kBlock>(dst, count, [&](auto) KVRS_UNROLLED {
+    const auto y = dot(window, taps, tapsLen);
+    window.even += kBlock;
+    window.odd += kBlock;
+    return y;
+  });
+  channel->line.at += static_cast<int32_t>(count);
+}
+
+template <class T>
+KvrStatus forward(const T* src, Kvr32f* dstLow, Kvr32f* dstHigh, int dstLen, State<ForwardChannel>* state,
+                  Word word) {
+  KVRS_CHECK(sound(state, word), pointers(src, dstLow, dstHigh), lengthOf<Longest<T>>(dstLen));
+  for (size_t left = static_cast<size_t>(dstLen); left != 0;) {
+    const size_t count = std::min(left, kPiece);
+    // Both read before either is written, which may lie over the source.
+    take(&state->low, src, count);
+    take(&state->high, src, count);
+    filter(&state->low, dstLow, count);
+    filter(&state->high, dstHigh, count);
+    src += 2 * count;
+    dstLow += count;
+    dstHigh += count;
+    left -= count;
+  }
+  return kvrStatusOk;
+}
+
+// --- inverse ---
+
+KVRS_INLINE void take(InverseChannel* channel, const Kvr32f* src, size_t count) {
+  reserve(channel, count);
+  Kvr32f* const end = channel->samples.present() + channel->line.at + channel->line.dlyLen;
+  memcpy(end, src, count * sizeof(Kvr32f));
+}
+
+// Both outputs of each of a block's pairs, from one channel.
+struct PairOfDots {
+  Window window[2];
+  const Kvr32f* taps[2];
+  size_t count[2];
+
+  explicit PairOfDots(const InverseChannel& channel) {
+    const Kvr32f* const line = channel.samples.present() + channel.line.at;
+    for (int k = 0; k < 2; ++k) {
+      window[k].p = line + channel.filter[k].from;
+      taps[k] = channel.filter[k].reversed.present();
+      count[k] = static_cast<size_t>(channel.filter[k].taps);
+    }
+  }
+  template <int k>
+  KVRS_INLINE hn::Vec<Singles> next() {
+    const auto y = dot(window[k], taps[k], count[k]);
+    window[k].p += kBlock;
+    return y;
+  }
+};
+
+[[gnu::noinline]] void join(InverseChannel* low, InverseChannel* high, Kvr32f* dst, size_t count) {
+  PairOfDots fromLow(*low), fromHigh(*high);
+  generateBlocks<kBlock>(reinterpret_cast<Kvr32fc*>(dst), count, [&](auto) KVRS_UNROLLED {
+    const auto first = hn::Add(fromLow.next<0>(), fromHigh.next<0>());
+    const auto second = hn::Add(fromLow.next<1>(), fromHigh.next<1>());
+    return Complex<hn::Vec<Singles>>{first, second};
+  });
+  low->line.at += static_cast<int32_t>(count);
+  high->line.at += static_cast<int32_t>(count);
+}
+
+template <class T>
+using ToInteger = KvrStatus (*)(const Kvr32f*, T*, int, KvrRoundMode, int);
+
+template <class T>
+KvrStatus inverse(const Kvr32f* srcLow, const Kvr32f* srcHigh, int srcLen, T* dst,
+                  State<InverseChannel>* state, Word word, [[maybe_unused]] ToInteger<T> convert = nullptr) {
+  // Known to callers: the length before `dst`.
+  KVRS_CHECK(sound(state, word), pointers(srcLow, srcHigh), lengthOf<Longest<T>>(srcLen), pointers(dst));
+  for (size_t left = static_cast<size_t>(srcLen); left != 0;) {
+    const size_t count = std::min(left, kPiece);
+    take(&state->low, srcLow, count);
+    take(&state->high, srcHigh, count);
+    if constexpr (std::is_same_v<T, Kvr32f>) {
+      join(&state->low, &state->high, dst, count);
+    } else {
+      alignas(64) Kvr32f tile[2 * kPiece];
+      join(&state->low, &state->high, tile, count);
+      convert(tile, dst, static_cast<int>(2 * count), kvrRoundNear, 0);
+    }
+    srcLow += count;
+    srcHigh += count;
+    dst += 2 * count;
+    left -= count;
+  }
+  return kvrStatusOk;
+}
+
+// --- contexts ---
+
+KvrStatus offset(int value) {
+  return check::require(value >= -1, kvrStatusBadWaveletOffset);
+}
+
+template <class Record, class Channel = decltype(Record::low)>
+KvrStatus initAlloc(Record** state, Word word, const Given& low, const Given& high) {
+  KVRS_CHECK(pointers(state, low.taps), length(low.len), pointers(high.taps), length(high.len),
+             offset(low.offset), offset(high.offset));
+  *state = static_cast<Record*>(create<Channel>(word, low, high));
+  return *state != nullptr ? kvrStatusOk : kvrStatusOutOfMemory;
+}
+
+template <class Channel>
+KvrStatus release(State<Channel>* state, Word word) {
+  KVRS_CHECK(sound(state, word));
+  state->idWord = 0;
+  kvrFree(state);
+  return kvrStatusOk;
+}
+
+template <class Channel>
+KvrStatus getLines(const State<Channel>* state, Word word, Kvr32f* dlyLow, Kvr32f* dlyHigh) {
+  KVRS_CHECK(sound(state, word), pointers(dlyLow, dlyHigh));
+  getDlyLine(state->low, dlyLow);
+  getDlyLine(state->high, dlyHigh);
+  return kvrStatusOk;
+}
+
+template <class Channel>
+KvrStatus setLines(State<Channel>* state, Word word, const Kvr32f* dlyLow, const Kvr32f* dlyHigh) {
+  KVRS_CHECK(sound(state, word), pointers(dlyLow, dlyHigh));
+  setDlyLine(&state->low, dlyLow);
+  setDlyLine(&state->high, dlyHigh);
+  return kvrStatusOk;
+}
+
+}  // namespace
+}  // namespace kvrs::wavelet
+
+using namespace kvrs::wavelet;
+
+KvrStatus kvrsWTFwdInitAlloc_32f(KvrsWTFwdState_32f** state, const Kvr32f* tapsLow, int lenLow, int offsLow,
+                                 const Kvr32f* tapsHigh, int lenHigh, int offsHigh) noexcept {
+  return initAlloc(state, kForward_32f, {tapsLow, lenLow, offsLow}, {tapsHigh, lenHigh, offsHigh});
+}
+KvrStatus kvrsWTFwdFree_32f(KvrsWTFwdState_32f* state) noexcept {
+  return release(state, kForward_32f);
+}
+KvrStatus kvrsWTFwdGetDlyLine_32f(const KvrsWTFwdState_32f* state, Kvr32f* dlyLow, Kvr32f* dlyHigh) noexcept {
+  return getLines(state, kForward_32f, dlyLow, dlyHigh);
+}
+KvrStatus kvrsWTFwdSetDlyLine_32f(KvrsWTFwdState_32f* state, const Kvr32f* dlyLow,
+                                  const Kvr32f* dlyHigh) noexcept {
+  return setLines(state, kForward_32f, dlyLow, dlyHigh);
+}
+KvrStatus kvrsWTFwd_32f(const Kvr32f* src, Kvr32f* dstLow, Kvr32f* dstHigh, int dstLen,
+                        KvrsWTFwdState_32f* state) noexcept {
+  return forward(src, dstLow, dstHigh, dstLen, state, kForward_32f);
+}
+
+KvrStatus kvrsWTFwdInitAlloc_8u32f(KvrsWTFwdState_8u32f** state, const Kvr32f* tapsLow, int lenLow,
+                                   int offsLow, const Kvr32f* tapsHigh, int lenHigh, int offsHigh) noexcept {
+  return initAlloc(state, kForward_8u32f, {tapsLow, lenLow, offsLow}, {tapsHigh, lenHigh, offsHigh});
+}
+KvrStatus kvrsWTFwdFree_8u32f(KvrsWTFwdState_8u32f* state) noexcept {
+  return release(state, kForward_8u32f);
+}
+KvrStatus kvrsWTFwdGetDlyLine_8u32f(const KvrsWTFwdState_8u32f* state, Kvr32f* dlyLow,
+                                    Kvr32f* dlyHigh) noexcept {
+  return getLines(state, kForward_8u32f, dlyLow, dlyHigh);
+}
+KvrStatus kvrsWTFwdSetDlyLine_8u32f(KvrsWTFwdState_8u32f* state, const Kvr32f* dlyLow,
+                                    const Kvr32f* dlyHigh) noexcept {
+  return setLines(state, kForward_8u32f, dlyLow, dlyHigh);
+}
+KvrStatus kvrsWTFwd_8u32f(const Kvr8u* src, Kvr32f* dstLow, Kvr32f* dstHigh, int dstLen,
+                          KvrsWTFwdState_8u32f* state) noexcept {
+  return forward(src, dstLow, dstHigh, dstLen, state, kForward_8u32f);
+}
+
+KvrStatus kvrsWTFwdInitAlloc_8s32f(KvrsWTFwdState_8s32f** state, const Kvr32f* tapsLow, int lenLow,
+                                   int offsLow, const Kvr32f* tapsHigh, int lenHigh, int offsHigh) noexcept {
+  return initAlloc(state, kForward_8s32f, {tapsLow, lenLow, offsLow}, {tapsHigh, lenHigh, offsHigh});
+}
+KvrStatus kvrsWTFwdFree_8s32f(KvrsWTFwdState_8s32f* state) noexcept {
+  return release(state, kForward_8s32f);
+}
+KvrStatus kvrsWTFwdGetDlyLine_8s32f(const KvrsWTFwdState_8s32f* state, Kvr32f* dlyLow,
+                                    Kvr32f* dlyHigh) noexcept {
+  return getLines(state, kForward_8s32f, dlyLow, dlyHigh);
+}
+KvrStatus kvrsWTFwdSetDlyLine_8s32f(KvrsWTFwdState_8s32f* state, const Kvr32f* dlyLow,
+                                    const Kvr32f* dlyHigh) noexcept {
+  return setLines(state, kForward_8s32f, dlyLow, dlyHigh);
+}
+KvrStatus kvrsWTFwd_8s32f(const Kvr8s* src, Kvr32f* dstLow, Kvr32f* dstHigh, int dstLen,
+                          KvrsWTFwdState_8s32f* state) noexcept {
+  return forward(src, dstLow, dstHigh, dstLen, state, kForward_8s32f);
+}
+
+KvrStatus kvrsWTFwdInitAlloc_16u32f(KvrsWTFwdState_16u32f** state, const Kvr32f* tapsLow, int lenLow,
+                                    int offsLow, const Kvr32f* tapsHigh, int lenHigh, int offsHigh) noexcept {
+  return initAlloc(state, kForward_16u32f, {tapsLow, lenLow, offsLow}, {tapsHigh, lenHigh, offsHigh});
+}
+KvrStatus kvrsWTFwdFree_16u32f(KvrsWTFwdState_16u32f* state) noexcept {
+  return release(state, kForward_16u32f);
+}
+KvrStatus kvrsWTFwdGetDlyLine_16u32f(const KvrsWTFwdState_16u32f* state, Kvr32f* dlyLow,
+                                     Kvr32f* dlyHigh) noexcept {
+  return getLines(state, kForward_16u32f, dlyLow, dlyHigh);
+}
+KvrStatus kvrsWTFwdSetDlyLine_16u32f(KvrsWTFwdState_16u32f* state, const Kvr32f* dlyLow,
+                                     const Kvr32f* dlyHigh) noexcept {
+  return setLines(state, kForward_16u32f, dlyLow, dlyHigh);
+}
+KvrStatus kvrsWTFwd_16u32f(const Kvr16u* src, Kvr32f* dstLow, Kvr32f* dstHigh, int dstLen,
+                           KvrsWTFwdState_16u32f* state) noexcept {
+  return forward(src, dstLow, dstHigh, dstLen, state, kForward_16u32f);
+}
+
+KvrStatus kvrsWTFwdInitAlloc_16s32f(KvrsWTFwdState_16s32f** state, const Kvr32f* tapsLow, int lenLow,
+                                    int offsLow, const Kvr32f* tapsHigh, int lenHigh, int offsHigh) noexcept {
+  return initAlloc(state, kForward_16s32f, {tapsLow, lenLow, offsLow}, {tapsHigh, lenHigh, offsHigh});
+}
+KvrStatus kvrsWTFwdFree_16s32f(KvrsWTFwdState_16s32f* state) noexcept {
+  return release(state, kForward_16s32f);
+}
+KvrStatus kvrsWTFwdGetDlyLine_16s32f(const KvrsWTFwdState_16s32f* state, Kvr32f* dlyLow,
+                                     Kvr32f* dlyHigh) noexcept {
+  return getLines(state, kForward_16s32f, dlyLow, dlyHigh);
+}
+KvrStatus kvrsWTFwdSetDlyLine_16s32f(KvrsWTFwdState_16s32f* state, const Kvr32f* dlyLow,
+                                     const Kvr32f* dlyHigh) noexcept {
+  return setLines(state, kForward_16s32f, dlyLow, dlyHigh);
+}
+KvrStatus kvrsWTFwd_16s32f(const Kvr16s* src, Kvr32f* dstLow, Kvr32f* dstHigh, int dstLen,
+                           KvrsWTFwdState_16s32f* state) noexcept {
+  return forward(src, dstLow, dstHigh, dstLen, state, kForward_16s32f);
+}
+
+KvrStatus kvrsWTInvInitAlloc_32f(KvrsWTInvState_32f** state, const Kvr32f* tapsLow, int lenLow, int offsLow,
+                                 const Kvr32f* tapsHigh, int lenHigh, int offsHigh) noexcept {
+  return initAlloc(state, kInverse_32f, {tapsLow, lenLow, offsLow}, {tapsHigh, lenHigh, offsHigh});
+}
+KvrStatus kvrsWTInvFree_32f(KvrsWTInvState_32f* state) noexcept {
+  return release(state, kInverse_32f);
+}
+KvrStatus kvrsWTInvGetDlyLine_32f(const KvrsWTInvState_32f* state, Kvr32f* dlyLow, Kvr32f* dlyHigh) noexcept {
+  return getLines(state, kInverse_32f, dlyLow, dlyHigh);
+}
+KvrStatus kvrsWTInvSetDlyLine_32f(KvrsWTInvState_32f* state, const Kvr32f* dlyLow,
+                                  const Kvr32f* dlyHigh) noexcept {
+  return setLines(state, kInverse_32f, dlyLow, dlyHigh);
+}
+KvrStatus kvrsWTInv_32f(const Kvr32f* srcLow, const Kvr32f* srcHigh, int srcLen, Kvr32f* dst,
+                        KvrsWTInvState_32f* state) noexcept {
+  return inverse(srcLow, srcHigh, srcLen, dst, state, kInverse_32f);
+}
+
+KvrStatus kvrsWTInvInitAlloc_32f8u(KvrsWTInvState_32f8u** state, const Kvr32f* tapsLow, int lenLow,
+                                   int offsLow, const Kvr32f* tapsHigh, int lenHigh, int offsHigh) noexcept {
+  return initAlloc(state, kInverse_32f8u, {tapsLow, lenLow, offsLow}, {tapsHigh, lenHigh, offsHigh});
+}
+KvrStatus kvrsWTInvFree_32f8u(KvrsWTInvState_32f8u* state) noexcept {
+  return release(state, kInverse_32f8u);
+}
+KvrStatus kvrsWTInvGetDlyLine_32f8u(const KvrsWTInvState_32f8u* state, Kvr32f* dlyLow,
+                                    Kvr32f* dlyHigh) noexcept {
+  return getLines(state, kInverse_32f8u, dlyLow, dlyHigh);
+}
+KvrStatus kvrsWTInvSetDlyLine_32f8u(KvrsWTInvState_32f8u* state, const Kvr32f* dlyLow,
+                                    const Kvr32f* dlyHigh) noexcept {
+  return setLines(state, kInverse_32f8u, dlyLow, dlyHigh);
+}
+KvrStatus kvrsWTInv_32f8u(const Kvr32f* srcLow, const Kvr32f* srcHigh, int srcLen, Kvr8u* dst,
+                          KvrsWTInvState_32f8u* state) noexcept {
+  return inverse(srcLow, srcHigh, srcLen, dst, state, kInverse_32f8u, kvrsConvert_32f8u_Sfs);
+}
+
+KvrStatus kvrsWTInvInitAlloc_32f8s(KvrsWTInvState_32f8s** state, const Kvr32f* tapsLow, int lenLow,
+                                   int offsLow, const Kvr32f* tapsHigh, int lenHigh, int offsHigh) noexcept {
+  return initAlloc(state, kInverse_32f8s, {tapsLow, lenLow, offsLow}, {tapsHigh, lenHigh, offsHigh});
+}
+KvrStatus kvrsWTInvFree_32f8s(KvrsWTInvState_32f8s* state) noexcept {
+  return release(state, kInverse_32f8s);
+}
+KvrStatus kvrsWTInvGetDlyLine_32f8s(const KvrsWTInvState_32f8s* state, Kvr32f* dlyLow,
+                                    Kvr32f* dlyHigh) noexcept {
+  return getLines(state, kInverse_32f8s, dlyLow, dlyHigh);
+}
+KvrStatus kvrsWTInvSetDlyLine_32f8s(KvrsWTInvState_32f8s* state, const Kvr32f* dlyLow,
+                                    const Kvr32f* dlyHigh) noexcept {
+  return setLines(state, kInverse_32f8s, dlyLow, dlyHigh);
+}
+KvrStatus kvrsWTInv_32f8s(const Kvr32f* srcLow, const Kvr32f* srcHigh, int srcLen, Kvr8s* dst,
+                          KvrsWTInvState_32f8s* state) noexcept {
+  return inverse(srcLow, srcHigh, srcLen, dst, state, kInverse_32f8s, kvrsConvert_32f8s_Sfs);
+}
+
+KvrStatus kvrsWTInvInitAlloc_32f16u(KvrsWTInvState_32f16u** state, const Kvr32f* tapsLow, int lenLow,
+                                    int offsLow, const Kvr32f* tapsHigh, int lenHigh, int offsHigh) noexcept {
+  return initAlloc(state, kInverse_32f16u, {tapsLow, lenLow, offsLow}, {tapsHigh, lenHigh, offsHigh});
+}
+KvrStatus kvrsWTInvFree_32f16u(KvrsWTInvState_32f16u* state) noexcept {
+  return release(state, kInverse_32f16u);
+}
+KvrStatus kvrsWTInvGetDlyLine_32f16u(const KvrsWTInvState_32f16u* state, Kvr32f* dlyLow,
+                                     Kvr32f* dlyHigh) noexcept {
+  return getLines(state, kInverse_32f16u, dlyLow, dlyHigh);
+}
+KvrStatus kvrsWTInvSetDlyLine_32f16u(KvrsWTInvState_32f16u* state, const Kvr32f* dlyLow,
+                                     const Kvr32f* dlyHigh) noexcept {
+  return setLines(state, kInverse_32f16u, dlyLow, dlyHigh);
+}
+KvrStatus kvrsWTInv_32f16u(const Kvr32f* srcLow, const Kvr32f* srcHigh, int srcLen, Kvr16u* dst,
+                           KvrsWTInvState_32f16u* state) noexcept {
+  return inverse(srcLow, srcHigh, srcLen, dst, state, kInverse_32f16u, kvrsConvert_32f16u_Sfs);
+}
+
+KvrStatus kvrsWTInvInitAlloc_32f16s(KvrsWTInvState_32f16s** state, const Kvr32f* tapsLow, int lenLow,
+                                    int offsLow, const Kvr32f* tapsHigh, int lenHigh, int offsHigh) noexcept {
+  return initAlloc(state, kInverse_32f16s, {tapsLow, lenLow, offsLow}, {tapsHigh, lenHigh, offsHigh});
+}
+KvrStatus kvrsWTInvFree_32f16s(KvrsWTInvState_32f16s* state) noexcept {
+  return release(state, kInverse_32f16s);
+}
+KvrStatus kvrsWTInvGetDlyLine_32f16s(const KvrsWTInvState_32f16s* state, Kvr32f* dlyLow,
+                                     Kvr32f* dlyHigh) noexcept {
+  return getLines(state, kInverse_32f16s, dlyLow, dlyHigh);
+}
+KvrStatus kvrsWTInvSetDlyLine_32f16s(KvrsWTInvState_32f16s* state, const Kvr32f* dlyLow,
+                                     const Kvr32f* dlyHigh) noexcept {
+  return setLines(state, kInverse_32f16s, dlyLow, dlyHigh);
+}
+KvrStatus kvrsWTInv_32f16s(const Kvr32f* srcLow, const Kvr32f* srcHigh, int srcLen, Kvr16s* dst,
+                           KvrsWTInvState_32f16s* state) noexcept {
+  return inverse(srcLow, srcHigh, srcLen, dst, state, kInverse_32f16s, kvrsConvert_32f16s_Sfs);
+}
