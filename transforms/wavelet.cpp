@@ -32,6 +32,10 @@ struct SplitWindow {
   const Kvr32f* samples(size_t begin, Index<k>) const {
     return (k % 2 == 0 ? even : odd) + begin / 2 + k / 2;
   }
+  void move(size_t outputs) {
+    even += outputs;
+    odd += outputs;
+  }
 };
 struct Window {
   const Kvr32f* p;
@@ -39,49 +43,101 @@ struct Window {
   const Kvr32f* samples(size_t begin, Index<k>) const {
     return p + begin + k;
   }
+  void move(size_t outputs) { p += outputs; }
 };
 
 template <class Samples, class K>
-KVRS_INLINE hn::Vec<Sums> plusProduct(hn::Vec<Sums> sum, const Samples& window, const Kvr32f* taps,
-                                      size_t begin, K k) {
-  const Singles d;
-  const auto x = hn::LoadU(d, window.samples(begin, k));
-  return hn::Add(sum, hn::PromoteTo(Sums(), hn::Mul(x, hn::Set(d, taps[begin + k]))));
+KVRS_INLINE hn::Vec<Sums> product(const Samples& window, hn::Vec<Singles> tap, size_t begin, K k) {
+  return hn::PromoteTo(Sums(), hn::Mul(hn::LoadU(Singles(), window.samples(begin, k)), tap));
 }
 
-// The rest of a sum: fewer than eight taps from `begin` on, one after the other.
+// Of eight taps four sums, which the next eight join.
+struct FourSums {
+  hn::Vec<Sums> part[4];
+
+  KVRS_INLINE hn::Vec<Sums> total() const {
+    return hn::Add(hn::Add(part[0], part[2]), hn::Add(part[1], part[3]));
+  }
+};
+template <class Samples, class Taps>
+KVRS_INLINE FourSums firstEight(const Samples& window, const Taps& tap) {
+  FourSums sums;
+  unroll<4>([&](auto k) KVRS_UNROLLED { sums.part[k] = product(window, tap(k), 0, k); });
+  unroll<4>([&](auto k) KVRS_UNROLLED {
+    sums.part[k] = hn::Add(sums.part[k], product(window, tap(k + 4), 0, Index<k + 4>()));
+  });
+  return sums;
+}
+
+// `len` outputs of up to eight taps, which stay in registers where there are as many.
+template <int kTaps, class Samples>
+void runFew(Samples window, const Kvr32f* taps, Kvr32f* dst, size_t len) {
+  hn::Vec<Singles> held[kTaps];
+  unroll<kTaps>([&](auto k) KVRS_UNROLLED { held[k] = hn::Set(Singles(), taps[k]); });
+  generateBlocks<kBlock>(dst, len, [&](auto d) KVRS_UNROLLED {
+    hn::Vec<Sums> sum;
+    if constexpr (kTaps == 8) {
+      sum = firstEight(window, [&](int k) KVRS_UNROLLED { return held[k]; }).total();
+    } else {
+      sum = product(window, held[0], 0, Index<0>());
+      unroll<kTaps - 1>(
+          [&](auto k) KVRS_UNROLLED { sum = hn::Add(sum, product(window, held[k + 1], 0, Index<k + 1>())); });
+    }
+    window.move(kBlock);
+    return hn::DemoteTo(d, sum);
+  });
+}
+
+// Of more than eight.
 template <class Samples>
-KVRS_INLINE hn::Vec<Sums> plusRest(hn::Vec<Sums> sum, const Samples& window, const Kvr32f* taps, size_t begin,
-                                   size_t count) {
-  const auto next = [&](auto k) KVRS_UNROLLED {
-    if (k < static_cast<int>(count)) sum = plusProduct(sum, window, taps, begin, k);
-  };
-  switch (count) {
+void runMany(Samples window, const Kvr32f* taps, size_t count, Kvr32f* dst, size_t len) {
+  const auto tap = [=](size_t j) KVRS_UNROLLED { return hn::Set(Singles(), taps[j]); };
+  generateBlocks<kBlock>(dst, len, [&](auto d) KVRS_UNROLLED {
+    FourSums sums = firstEight(window, tap);
+    size_t j = 8;
+    for (; j + 8 <= count; j += 8) {
+      unroll<8>([&](auto k) KVRS_UNROLLED {
+        sums.part[k % 4] = hn::Add(sums.part[k % 4], product(window, tap(j + k), j, k));
+      });
+    }
+    auto sum = sums.total();
+    const auto plus = [&](auto several) KVRS_UNROLLED {
+      unroll<several>([&](auto k) KVRS_UNROLLED { sum = hn::Add(sum, product(window, tap(j + k), j, k)); });
+      j += several;
+    };
+    if (count & 4) plus(Index<4>());
+    if (count & 2) plus(Index<2>());
+    if (count & 1) plus(Index<1>());
+    window.move(kBlock);
+    return hn::DemoteTo(d, sum);
+  });
+}
+
+template <class Samples>
+[[gnu::noinline]] void run(Samples window, const Filter& filter, Kvr32f* dst, size_t len) {
+  const Kvr32f* const taps = filter.reversed.present();
+  switch (filter.taps) {
+    case 0:
+      return static_cast<void>(memset(dst, 0, len * sizeof(Kvr32f)));
     case 1:
-      return plusProduct(sum, window, taps, begin, Index<0>());
+      return runFew<1>(window, taps, dst, len);
     case 2:
-      unroll<2>([&](auto k) KVRS_UNROLLED { sum = plusProduct(sum, window, taps, begin, k); });
-      return sum;
+      return runFew<2>(window, taps, dst, len);
+    case 3:
+      return runFew<3>(window, taps, dst, len);
     case 4:
-      unroll<4>([&](auto k) KVRS_UNROLLED { sum = plusProduct(sum, window, taps, begin, k); });
-      return sum;
+      return runFew<4>(window, taps, dst, len);
+    case 5:
+      return runFew<5>(window, taps, dst, len);
+    case 6:
+      return runFew<6>(window, taps, dst, len);
+    case 7:
+      return runFew<7>(window, taps, dst, len);
+    case 8:
+      return runFew<8>(window, taps, dst, len);
     default:
-      unroll<7>(next);
-      return sum;
+      return runMany(window, taps, static_cast<size_t>(filter.taps), dst, len);
   }
-}
-
-template <class Samples>
-KVRS_INLINE hn::Vec<Singles> dot(const Samples& window, const Kvr32f* taps, size_t count) {
-  const hn::Vec<Sums> zero = hn::Zero(Sums());
-  if (count < 8) return hn::DemoteTo(Singles(), plusRest(zero, window, taps, 0, count));
-  hn::Vec<Sums> part[4] = {zero, zero, zero, zero};
-  size_t j = 0;
-  for (; j + 8 <= count; j += 8) {
-    unroll<8>([&](auto k) KVRS_UNROLLED { part[k % 4] = plusProduct(part[k % 4], window, taps, j, k); });
-  }
-  const auto sum = hn::Add(hn::Add(part[0], part[2]), hn::Add(part[1], part[3]));
-  return hn::DemoteTo(Singles(), plusRest(sum, window, taps, j, count - j));
 }
 
 // --- forward ---
@@ -126,16 +182,9 @@ KVRS_INLINE void take(ForwardChannel* channel, const T* src, size_t count) {
 }
 
 // `count` outputs, over whose samples the line moves on.
-[[gnu::noinline]] void filter(ForwardChannel* channel, Kvr32f* dst, size_t count) {
-  SplitWindow window{channel->even.present() + channel->line.at, channel->odd.present() + channel->line.at};
-  const Kvr32f* const taps = channel->filter.reversed.present();
-  const size_t tapsLen = static_cast<size_t>(channel->filter.taps);
-  generateBlocks<kBlock>(dst, count, [&](auto) KVRS_UNROLLED {
-    const auto y = dot(window, taps, tapsLen);
-    window.even += kBlock;
-    window.odd += kBlock;
-    return y;
-  });
+void filter(ForwardChannel* channel, Kvr32f* dst, size_t count) {
+  const int32_t at = channel->line.at;
+  run(SplitWindow{channel->even.present() + at, channel->odd.present() + at}, channel->filter, dst, count);
   channel->line.at += static_cast<int32_t>(count);
 }
 
@@ -166,37 +215,31 @@ KVRS_INLINE void take(InverseChannel* channel, const Kvr32f* src, size_t count) 
   memcpy(end, src, count * sizeof(Kvr32f));
 }
 
-// Both outputs of each of a block's pairs, from one channel.
-struct PairOfDots {
-  Window window[2];
-  const Kvr32f* taps[2];
-  size_t count[2];
-
-  explicit PairOfDots(const InverseChannel& channel) {
-    const Kvr32f* const line = channel.samples.present() + channel.line.at;
-    for (int k = 0; k < 2; ++k) {
-      window[k].p = line + channel.filter[k].from;
-      taps[k] = channel.filter[k].reversed.present();
-      count[k] = static_cast<size_t>(channel.filter[k].taps);
-    }
+// The first and the second outputs of `count` pairs, from one channel.
+struct Halves {
+  alignas(64) Kvr32f half[2][kPiece];
+};
+void filter(InverseChannel* channel, Halves* to, size_t count) {
+  const Kvr32f* const line = channel->samples.present() + channel->line.at;
+  for (int k = 0; k < 2; ++k) {
+    run(Window{line + channel->filter[k].from}, channel->filter[k], to->half[k], count);
   }
-  template <int k>
-  KVRS_INLINE hn::Vec<Singles> next() {
-    const auto y = dot(window[k], taps[k], count[k]);
-    window[k].p += kBlock;
-    return y;
+  channel->line.at += static_cast<int32_t>(count);
+}
+
+struct AddInTurn {
+  template <class D, class V>
+  KVRS_INLINE Complex<V> operator()(D, V low0, V high0, V low1, V high1) const {
+    return {hn::Add(low0, high0), hn::Add(low1, high1)};
   }
 };
 
-[[gnu::noinline]] void join(InverseChannel* low, InverseChannel* high, Kvr32f* dst, size_t count) {
-  PairOfDots fromLow(*low), fromHigh(*high);
-  generateBlocks<kBlock>(reinterpret_cast<Kvr32fc*>(dst), count, [&](auto) KVRS_UNROLLED {
-    const auto first = hn::Add(fromLow.next<0>(), fromHigh.next<0>());
-    const auto second = hn::Add(fromLow.next<1>(), fromHigh.next<1>());
-    return Complex<hn::Vec<Singles>>{first, second};
-  });
-  low->line.at += static_cast<int32_t>(count);
-  high->line.at += static_cast<int32_t>(count);
+void join(State<InverseChannel>* state, Kvr32f* dst, size_t count) {
+  Halves low, high;
+  filter(&state->low, &low, count);
+  filter(&state->high, &high, count);
+  mapElements(AddInTurn(), reinterpret_cast<Kvr32fc*>(dst), count, low.half[0], high.half[0], low.half[1],
+              high.half[1]);
 }
 
 template <class T>
@@ -212,10 +255,10 @@ KvrStatus inverse(const Kvr32f* srcLow, const Kvr32f* srcHigh, int srcLen, T* ds
     take(&state->low, srcLow, count);
     take(&state->high, srcHigh, count);
     if constexpr (std::is_same_v<T, Kvr32f>) {
-      join(&state->low, &state->high, dst, count);
+      join(state, dst, count);
     } else {
       alignas(64) Kvr32f tile[2 * kPiece];
-      join(&state->low, &state->high, tile, count);
+      join(state, tile, count);
       convert(tile, dst, static_cast<int>(2 * count), kvrRoundNear, 0);
     }
     srcLow += count;
