@@ -65,9 +65,11 @@
 #include "kvrs/triangle.h"
 #include "kvrs/window.h"
 
+#include "kvrs/dct.h"
 #include "kvrs/fft.h"
 #include "kvrs/fft_integer.h"
 #include "kvrs/goertzel.h"
+#include "kvrs/hilbert.h"
 #include "kvrs/spectrum.h"
 #include "kvrs/wavelet.h"
 

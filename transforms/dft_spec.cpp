@@ -7,6 +7,7 @@
 
 #include "frame/simd.h"
 #include "kvrs/arith_float.h"
+#include "transforms/dft_tables.h"
 #include "transforms/fft_engine.h"
 #include "transforms/fft_wave.h"
 #include "transforms/kernels/lanes-inl.h"
@@ -23,20 +24,12 @@ KvrStatus multiply(const Kvr64f* src, Kvr64f* srcDst, int len) {
   return kvrsMul_64fc_I(reinterpret_cast<const Kvr64fc*>(src), reinterpret_cast<Kvr64fc*>(srcDst), len);
 }
 
-// exp(-2 pi i k / n) for k = 0 .. n - 1. Angles stay within an eighth of a turn.
+// exp(-2 pi i k / n) for k = 0 .. n - 1.
 template <class T>
 void fillRoots(Root<T>* root, int64_t n) {
-  const double step = 6.283185307179586 / static_cast<double>(n);
   for (int64_t k = 0; 2 * k <= n; ++k) {
-    const bool left = 4 * k > n;
-    const int64_t toAxis = left ? n - 2 * k : 2 * k;  // twice the distance from the real axis
-    const bool steep = 4 * toAxis > n;
-    const double angle = static_cast<double>(steep ? n - 2 * toAxis : 2 * toAxis) * 0.25 * step;
-    const double sine = std::sin(angle), cosine = std::cos(angle);
-    const T re = static_cast<T>((left ? -1 : 1) * (steep ? sine : cosine));
-    const T im = static_cast<T>(steep ? cosine : sine);
-    root[k] = {re, -im};
-    if (k > 0) root[n - k] = {re, 2 * k == n ? -im : im};
+    root[k] = rootOf<T>(k, n);
+    if (k > 0) root[n - k] = {root[k].re, 2 * k == n ? root[k].im : -root[k].im};
   }
 }
 
@@ -70,14 +63,7 @@ class Builder {
 
   void mixed(Mixed<T>* x, int n) {
     x->plan = makeMixedPlan<T>(n);
-    const MixedPlan& plan = x->plan;
-    const int64_t rows = plan.strip, rest = n / rows;
-    x->stripNumbers = numbers(plan.radix, plan.stripCount, rows);
-    if (plan.count > plan.stripCount) {
-      x->restNumbers = numbers(plan.radix + plan.stripCount, plan.count - plan.stripCount, rest);
-      x->turns = turns(rows, rest, plan.lanes);
-    }
-    odd(&x->odd, plan.radix, plan.count, n);
+    makeMixed(*this, x);
   }
 
   void outOfOrder(OutOfOrder<T>* x, int n) {
@@ -87,12 +73,12 @@ class Builder {
     int used = 0;
     for (int level = 0; level < plan.levels; ++level) {
       const int64_t rows = plan.size[level];
-      x->numbers[level] = numbers(plan.radix + used, plan.stages[level], rows);
+      x->numbers[level] = makeNumbers<T>(*this, plan.radix + used, plan.stages[level], rows);
       used += plan.stages[level];
-      if (level + 1 < plan.levels) x->turns[level] = turns(rows, length / rows, plan.lanes);
+      if (level + 1 < plan.levels) x->turns[level] = makeTurns<T>(*this, rows, length / rows, plan.lanes);
       length /= rows;
     }
-    odd(&x->odd, plan.radix, used, n);
+    makeOdd(*this, &x->odd, plan.radix, used);
   }
 
   // Row k of the table of a direct transform: cos and sin of 2 pi j k / n, j = 1 .. (n-1)/2, filled up with zeros.
@@ -113,7 +99,7 @@ class Builder {
 
   void rows(RealRows<T>* x, int r, int n) {
     const int m = n / r;
-    x->roots = oddRoots(r, n);
+    x->roots = makeOddRoots<T>(*this, r);
     T* const table = take(static_cast<size_t>(r - 1) * static_cast<size_t>(m));
     if (table == nullptr) return;
     for (int j = 1; j <= (r - 1) / 2; ++j) {
@@ -151,73 +137,6 @@ class Builder {
   }
 
  private:
-  // Between the stages of a transform of n points: for p = 1, 2 ... and j = 1 .. r - 1, exp(-2 pi i p j / n), and so on
-  // within each r-th of it.
-  const T* numbers(const int* radix, int count, int64_t n) {
-    size_t all = 0;
-    int64_t length = n;
-    for (int i = 0; i < count; ++i) {
-      const int64_t m = length / radix[i];
-      all += static_cast<size_t>(2 * (m - 1) * (radix[i] - 1));
-      length = m;
-    }
-    T* const table = take(all);
-    if (table == nullptr) return nullptr;
-    T* to = table;
-    for (int i = 0; i < count; ++i) {
-      const int64_t m = n / radix[i];
-      for (int64_t p = 1; p < m; ++p) {
-        for (int64_t j = 1; j < radix[i]; ++j) {
-          const Root<T> w = root(p * j, n);
-          *to++ = w.re;
-          *to++ = w.im;
-        }
-      }
-      n = m;
-    }
-    return table;
-  }
-
-  // Between columns and rows, strip by strip.
-  const T* turns(int64_t rows, int64_t columns, int lanes) {
-    T* const table = take(static_cast<size_t>(2 * (rows - 1) * columns));
-    if (table == nullptr) return nullptr;
-    T* to = table;
-    forStrips<T>(static_cast<size_t>(rows), static_cast<size_t>(columns), static_cast<size_t>(lanes),
-                 [&](size_t first, size_t width) {
-                   for (int64_t j = 1; j < rows; ++j, to += 2 * width) {
-                     for (size_t q = 0; q < width; ++q) {
-                       const Root<T> w = root(j * static_cast<int64_t>(first + q), rows * columns);
-                       to[q] = w.re;
-                       to[width + q] = w.im;
-                     }
-                   }
-                 });
-    return table;
-  }
-
-  const T* oddRoots(int r, int n) {
-    T* const table = take(static_cast<size_t>(2 * r));
-    if (table == nullptr) return nullptr;
-    static_cast<void>(n);
-    for (int k = 0; k < r; ++k) {
-      const Root<T> w = root(k, r);
-      table[k] = w.re;
-      table[r + k] = -w.im;
-    }
-    return table;
-  }
-
-  void odd(OddRoots<T>* x, const int* radix, int count, int n) {
-    for (int i = 0; i < count; ++i) {
-      if (hasKernel(radix[i]) || x->of(radix[i]) != nullptr || !ok()) continue;
-      const T* const table = oddRoots(radix[i], n);
-      x->radix[x->count] = radix[i];
-      x->table[x->count] = table;
-      ++x->count;
-    }
-  }
-
   Record<T>* record_;
   int64_t count_;
   Scratch memory_;

@@ -17,7 +17,7 @@ import sys
 
 # Pattern on the function's name -> largest difference in units of the type's epsilon.
 ORDER_FREE = [
-    (r"kvrs(FFT|DFT|DFTOutOrd)(Fwd|Inv)_.*", 8),
+    (r"kvrs((FFT|DFT|DFTOutOrd|DCT)(Fwd|Inv)|Hilbert)_.*", 8),
     (r"kvrs(DotProd|Norm|NormDiff|Sum|Mean|StdDev|MeanStdDev)_.*(32|64)fc?.*", 16),
     (r"kvrsFIR(MR)?(One)?(_Direct)?(32f|64f)?c?_.*(32|64)f.*", 16),
     (r"kvrs(Conv|ConvBiased|ConvCyclic[48]x[48]|CrossCorr|AutoCorr(_Norm[AB])?)_(32|64)f.*", 16),
@@ -32,7 +32,7 @@ ORDER_FREE = [
     # A sum may end on either side of an integer's boundary, see INTEGERS.
 ]
 # Transforms and sums of integers by way of floats, and adaptive filters: a result may be the next integer.
-ROUNDED = (r"kvrs((FFT|DFT)(Fwd|Inv)|Conv|CrossCorr|AutoCorr(_Norm[AB])?)_.*(16|32)sc?.*"
+ROUNDED = (r"kvrs((FFT|DFT|DCT)(Fwd|Inv)|Hilbert|Conv|CrossCorr|AutoCorr(_Norm[AB])?)_.*(16|32)sc?.*"
            r"|kvrsFIRLMS(One_Direct)?32f_16s")
 INTEGERS = {"Kvr16s": "h", "Kvr16sc": "h", "Kvr32s": "i", "Kvr32sc": "i"}
 FORMATS = {"Kvr32f": ("f", 2.0**-23), "Kvr32fc": ("f", 2.0**-23), "Kvr64f": ("d", 2.0**-52), "Kvr64fc": ("d", 2.0**-52)}
