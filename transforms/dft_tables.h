@@ -69,8 +69,7 @@ const T* makeTurns(Source& source, int64_t rows, int64_t columns, int lanes) {
                [&](size_t first, size_t width) {
                  for (int64_t j = 1; j < rows; ++j, to += 2 * width) {
                    for (size_t q = 0; q < width; ++q) {
-                     const fft::Root<T> w =
-                         source.root(j * static_cast<int64_t>(first + q), rows * columns);
+                     const fft::Root<T> w = source.root(j * static_cast<int64_t>(first + q), rows * columns);
                      to[q] = w.re;
                      to[width + q] = w.im;
                    }
@@ -111,8 +110,7 @@ void makeMixed(Source& source, Mixed<T>* x) {
   const int64_t rows = plan.strip, rest = plan.n / rows;
   x->stripNumbers = makeNumbers<T>(source, plan.radix, plan.stripCount, rows);
   if (plan.count > plan.stripCount) {
-    x->restNumbers =
-        makeNumbers<T>(source, plan.radix + plan.stripCount, plan.count - plan.stripCount, rest);
+    x->restNumbers = makeNumbers<T>(source, plan.radix + plan.stripCount, plan.count - plan.stripCount, rest);
     x->turns = makeTurns<T>(source, rows, rest, plan.lanes);
   }
   makeOdd(source, &x->odd, plan.radix, plan.count);

@@ -31,6 +31,9 @@ struct Fftw<float> {
   static Plan inverse(int n, void* in, float* out) {
     return fftwf_plan_dft_c2r_1d(n, static_cast<Pair*>(in), out, FFTW_MEASURE);
   }
+  static Plan cosine(int n, float* in, float* out, fftw_r2r_kind kind) {
+    return fftwf_plan_r2r_1d(n, in, out, kind, FFTW_MEASURE);
+  }
   static void execute(Plan plan) { fftwf_execute(plan); }
   static void destroy(Plan plan) { fftwf_destroy_plan(plan); }
 };
@@ -51,6 +54,9 @@ struct Fftw<double> {
   }
   static Plan inverse(int n, void* in, double* out) {
     return fftw_plan_dft_c2r_1d(n, static_cast<Pair*>(in), out, FFTW_MEASURE);
+  }
+  static Plan cosine(int n, double* in, double* out, fftw_r2r_kind kind) {
+    return fftw_plan_r2r_1d(n, in, out, kind, FFTW_MEASURE);
   }
   static void execute(Plan plan) { fftw_execute(plan); }
   static void destroy(Plan plan) { fftw_destroy_plan(plan); }

@@ -216,9 +216,8 @@ TEST(DctAccuracy, EveryLengthTo600) {
 }
 
 TEST(DctAccuracy, LongOnes) {
-  for (size_t n : {675,   1000,  1009,  1023,  1024,  1125,  1155,  2018,  2025,  2047,  2048,  2187,
-                   2401,  3000,  4095,  4096,  4099,  5005,  6561,  8192,  9409,  10007, 11025, 16384,
-                   20014, 22201, 24000, 30030, 32761, 32768, 40009, 40022, 44100, 48000, 65025, 65536}) {
+  for (size_t n :
+       {1000, 1009, 1024, 1155, 2018, 2187, 4096, 5005, 10007, 20014, 32768, 44100, 65025, 65536}) {
     if (testing::Test::HasFailure()) return;
     checkAllTypes(n);
   }
@@ -248,7 +247,7 @@ void checkRoundTrip(size_t n) {
 }
 
 TEST(DctAccuracy, RoundTripsOfVeryLongOnes) {
-  for (size_t n : {131072, 262144, 524288, 1048576, 100000, 196613, 300030, 524294, 1000003}) {
+  for (size_t n : {131072, 1048576, 100000, 196613, 524294}) {
     checkRoundTrip<Fwd32, Inv32>(n);
     checkRoundTrip<Fwd64, Inv64>(n);
   }
