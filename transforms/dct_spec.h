@@ -121,16 +121,14 @@ KvrStatus initAlloc(KvrStatus (*sizesOfType)(int, Sizes*), IdWord word, Spec** s
   int specSize, initBufSize, workSize;
   KvrStatus status = getSize(sizesOfType, len, &specSize, &initBufSize, &workSize);
   if (status != kvrStatusOk) return status;
-  Kvr8u* const specMem = static_cast<Kvr8u*>(kvrMalloc(static_cast<size_t>(specSize)));
-  if (specMem == nullptr) return kvrStatusOutOfMemory;
-  const WorkArea initBuf(initBufSize, nullptr);
-  status = kvrStatusOutOfMemory;
+  Scratch specMem(static_cast<uint64_t>(specSize));
+  if (!specMem.ok()) return kvrStatusOutOfMemory;
+  const Scratch initBuf(static_cast<uint64_t>(initBufSize));
+  if (!initBuf.ok()) return kvrStatusOutOfMemory;
   Record* record;
-  if (initBuf.ok()) status = initRecord(word, &record, len, hint, specMem, initBuf.template as<Kvr8u>());
-  if (status != kvrStatusOk) {
-    kvrFree(specMem);
-    return status;
-  }
+  status = initRecord(word, &record, len, hint, specMem.as<Kvr8u>(), initBuf.as<Kvr8u>());
+  if (status != kvrStatusOk) return status;
+  specMem.keep();
   record->ownedByAlloc = 1;
   *spec = static_cast<Spec*>(record);
   return kvrStatusOk;

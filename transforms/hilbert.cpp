@@ -45,15 +45,14 @@ template <class Spec>
 KvrStatus initAlloc(IdWord word, Spec** spec, int len, KvrHintAlgorithm hint) {
   if (spec == nullptr) return kvrStatusNullPointer;
   if (len < 1) return kvrStatusBadLength;
-  Record* const r = static_cast<Record*>(kvrMalloc(sizeof(Record)));
-  if (r == nullptr) return kvrStatusOutOfMemory;
+  Scratch memory(sizeof(Record));
+  if (!memory.ok()) return kvrStatusOutOfMemory;
+  Record* const r = memory.as<Record>();
   r->len = len;
   r->hint = hint;
   const KvrStatus status = kvrsDFTInitAlloc_R_32f(&r->dft, len, kvrFftDivInvByN, hint);
-  if (status != kvrStatusOk) {
-    kvrFree(r);
-    return status;
-  }
+  if (status != kvrStatusOk) return status;
+  memory.keep();
   kvrsDFTGetBufSize_R_32f(r->dft, &r->workSize);
   r->idWord = word;
   *spec = static_cast<Spec*>(r);
@@ -145,21 +144,19 @@ KvrStatus run(const Record& r, const Kvr16s* src, Kvr16sc* dst, int scaleFactor)
   }
   const size_t len = static_cast<size_t>(r.len);
   const size_t bytes = roundUp(len * sizeof(Kvr32f), kBufferAlignment);
-  void* const block = kvrMalloc(bytes + static_cast<size_t>(r.workSize));
-  if (block == nullptr) return kvrStatusOutOfMemory;
-  Kvr32f* const imag = static_cast<Kvr32f*>(block);
+  const Scratch block(uint64_t{bytes} + static_cast<uint64_t>(r.workSize));
+  if (!block.ok()) return kvrStatusOutOfMemory;
+  Kvr32f* const imag = block.as<Kvr32f>();
   kvrsConvert_16s32f(src, imag, r.len);
-  const KvrStatus status = transform(r, imag, imag, static_cast<Kvr8u*>(block) + bytes);
-  if (status == kvrStatusOk) {
-    forTilePairs<Kvr32f, Kvr32fc>(len, [=](Kvr32f* tile, Kvr32fc* both, size_t begin, size_t count) {
-      const int numbers = static_cast<int>(count);
-      kvrsConvert_16s32f(src + begin, tile, numbers);
-      kvrsRealToCplx_32f(tile, imag + begin, both, numbers);
-      kvrsConvert_32f16s_Sfs(&both->re, &dst[begin].re, 2 * numbers, kvrRoundNear, scaleFactor);
-    });
-  }
-  kvrFree(block);
-  return status;
+  const KvrStatus status = transform(r, imag, imag, block.as<Kvr8u>() + bytes);
+  if (status != kvrStatusOk) return status;
+  forTilePairs<Kvr32f, Kvr32fc>(len, [=](Kvr32f* tile, Kvr32fc* both, size_t begin, size_t count) {
+    const int numbers = static_cast<int>(count);
+    kvrsConvert_16s32f(src + begin, tile, numbers);
+    kvrsRealToCplx_32f(tile, imag + begin, both, numbers);
+    kvrsConvert_32f16s_Sfs(&both->re, &dst[begin].re, 2 * numbers, kvrRoundNear, scaleFactor);
+  });
+  return kvrStatusOk;
 }
 
 }  // namespace
