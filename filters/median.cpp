@@ -6,21 +6,22 @@
 //
 //   a b c d e    of a b c d forget min and max;  e joins;  of three the middle one
 //
-// Many samples: the window as a sorted array, in which the oldest sample is looked up, the new one put into its place and
-// what lies between them moved by one.
+// Many samples: the window as it came, with its median and the numbers of samples below that and up to it. A sample that
+// takes the place of another one changes these by one at most, so that the next median is this one or its neighbour in
+// order of size, which a pass over the window in vectors finds.
 // SPDX-License-Identifier: MIT
 #include "kvrs/median.h"
 
+#include <algorithm>
 #include <cstring>
 #include <limits>
 #include <type_traits>
 
 #include "frame/buffer.h"
 #include "frame/check.h"
-#include "frame/loop.h"
+#include "frame/reduce.h"
 #include "frame/unaligned.h"
 #include "frame/unroll.h"
-#include "kvrs/fill.h"
 
 namespace kvrs {
 namespace {
@@ -38,11 +39,22 @@ struct Ordered {
   }
 };
 
-// --- few samples ---
-
-// What networks compare: singles as integers, everything else as it is.
 template <class T>
-using Few = std::conditional_t<std::is_same_v<T, Kvr32f>, Kvr32s, T>;
+inline constexpr bool kIsFloat = std::is_floating_point_v<T>;
+
+// What the order of floats tells apart and a comparison does not: NaN and -0.0.
+struct Odd {
+  template <class V>
+  KVRS_INLINE auto operator()(V v) const {
+    const hn::DFromV<V> d;
+    const hn::RebindToSigned<decltype(d)> di;
+    using Int = hn::TFromD<decltype(di)>;
+    const auto isNegativeZero = hn::Eq(hn::BitCast(di, v), hn::Set(di, std::numeric_limits<Int>::min()));
+    return hn::Or(hn::IsNaN(v), hn::RebindMask(d, isNegativeZero));
+  }
+};
+
+// --- few samples ---
 
 template <class V>
 KVRS_INLINE void exchange(V& low, V& high) {
@@ -74,187 +86,335 @@ KVRS_INLINE V medianOf(V* pool, [[maybe_unused]] const V* next) {
   }
 }
 
-template <int M, class V>
-struct Windows {
-  V sample[M];
-};
-
-// Reads the windows of N outputs; all of a block, of which the last ones may be nobody's, lie inside a tile.
 template <int M, class T>
-struct WindowCursor {
-  const T* p;
-
-  static constexpr size_t kElementBytes = sizeof(T);
-  static constexpr size_t kLaneBytes = sizeof(T);
-  template <size_t N>
-  using Tag = Lanes<T, N>;
-
-  template <size_t N>
-  KVRS_INLINE auto load(ptrdiff_t i) const {
-    const Tag<N> d;
-    Windows<M, hn::Vec<Tag<N>>> windows;
-    unroll<M>([&](auto k) KVRS_UNROLLED { windows.sample[k] = hn::LoadU(d, p + i + k); });
-    return windows;
+class Few {
+ public:
+  // Vectors wanted: dst may be src.
+  static void filter(const T* src, T* dst, size_t len) {
+    // In front of the first sample and behind the last one stand copies of them.
+    if (len < 2 * H + kChunk) return filterShort(src, dst, len);
+    constexpr size_t kReach = 2 * H;
+    T front[H + kReach + kSlack] = {}, back[kReach + H + kSlack] = {}, first[H + kSlack], last[H + kSlack];
+    memcpy(static_cast<void*>(front + H), src, kReach * sizeof(T));
+    std::fill_n(front, H, front[H]);
+    memcpy(static_cast<void*>(back), reinterpret_cast<const char*>(src) + (len - kReach) * sizeof(T),
+           kReach * sizeof(T));
+    std::fill_n(back + kReach, H, back[kReach - 1]);
+    medians(front + H, first, H);
+    medians(back + H, last, H);
+    filterInside(src, dst, H, len - H);
+    memcpy(static_cast<void*>(dst), first, H * sizeof(T));
+    memcpy(reinterpret_cast<char*>(dst) + (len - H) * sizeof(T), last, H * sizeof(T));
   }
-  template <size_t N>
-  KVRS_INLINE auto loadFirst(ptrdiff_t) const {
-    return load<N>(0);
-  }
-  KVRS_INLINE void move(ptrdiff_t count) { keep(p += count); }
-};
 
-template <int M, bool kOrdered>
-struct Median {
-  static constexpr bool kIsHeavy = M > 3;
+ private:
+  static constexpr size_t H = M / 2, N = kLanes<T>;
+  // Samples at a time: so many that the windows of two chunks in turn have no sample that is new in neither of them.
+  static constexpr int kVectors = static_cast<int>((2 * H + N - 1) / N);
+  static constexpr size_t kChunk = kVectors * N;
+  // That vectors may reach beyond an array of ours.
+  static constexpr size_t kSlack = N;
+  // Doubles are compared as they are in any case.
+  static constexpr bool kHasOdd = std::is_same_v<T, Kvr32f>;
+  using D = Lanes<T, N>;
+  using V = hn::Vec<D>;
 
-  template <class D, class V>
-  KVRS_INLINE V operator()(D d, Windows<M, V> windows) const {
-    const V median = medianOf<M / 2 + 2>(windows.sample, windows.sample + M / 2 + 2);
-    if constexpr (kOrdered) return Ordered()(d, median);
-    return median;
-  }
-};
-
-// Tile by tile, since windows reach back to samples that have been replaced.
-template <int M, class T>
-[[gnu::noinline]] KvrStatus filterByNetwork(T* srcDst, size_t len) {
-  using Key = Few<T>;
-  constexpr bool kOrdered = !std::is_same_v<T, Key>;
-  constexpr size_t H = M / 2, kTile = 1024 / sizeof(Key), kSlack = kLanes<Key>;
-  alignas(64) Key tile[H + kTile + H + kSlack] = {};
-  Key* const samples = tile + H;
-  const auto load = [&](size_t begin, Key* to, size_t count) {
-    if constexpr (kOrdered) {
-      mapElements(Ordered(), to, count, reinterpret_cast<const Key*>(srcDst) + begin);
+  // The medians around x[0] and the samples behind it.
+  template <bool kAsIntegers>
+  static KVRS_INLINE V mediansAt(const T* x) {
+    V sample[M];
+    unroll<M>([&](auto k) KVRS_UNROLLED { sample[k] = hn::LoadU(D(), x + k - static_cast<ptrdiff_t>(H)); });
+    if constexpr (kAsIntegers) {
+      const hn::RebindToSigned<D> di;
+      hn::Vec<decltype(di)> key[M];
+      unroll<M>([&](auto k) KVRS_UNROLLED { key[k] = Ordered()(di, hn::BitCast(di, sample[k])); });
+      return hn::BitCast(D(), Ordered()(di, medianOf<H + 2>(key, key + H + 2)));
     } else {
-      memcpy(static_cast<void*>(to), reinterpret_cast<const char*>(srcDst) + begin * sizeof(T),
-             count * sizeof(T));
+      return medianOf<H + 2>(sample, sample + H + 2);
+    }
+  }
+
+  // `samples` is ours and goes on beyond `count` by what a vector takes.
+  static void medians(const T* samples, T* result, size_t count) {
+    for (size_t i = 0; i < count; i += N) hn::StoreU(mediansAt<kHasOdd>(samples + i), D(), result + i);
+  }
+
+  static void filterShort(const T* src, T* dst, size_t len) {
+    constexpr size_t kMost = 2 * H + kChunk;
+    T samples[H + kMost + H + kSlack] = {}, result[kMost + kSlack];
+    memcpy(static_cast<void*>(samples + H), src, len * sizeof(T));
+    std::fill_n(samples, H, samples[H]);
+    std::fill_n(samples + H + len, H, samples[H + len - 1]);
+    medians(samples + H, result, len);
+    memcpy(static_cast<void*>(dst), result, len * sizeof(T));
+  }
+
+  struct Chunk {
+    V v[kVectors];
+    KVRS_INLINE void store(T* to) const {
+      unroll<kVectors>([&](auto k) KVRS_UNROLLED { hn::StoreU(v[k], D(), to + k * N); });
     }
   };
-  load(0, samples, 1);
-  for (size_t k = 0; k < H; ++k) tile[k] = samples[0];
-  for (size_t begin = 0; begin < len; begin += kTile) {
-    const size_t left = len - begin, count = left < kTile ? left : kTile;
-    const size_t there = left < count + H ? left : count + H;
-    load(begin, samples, there);
-    for (size_t k = there; k < count + H; ++k) samples[k] = samples[there - 1];
-    Key behind[H];
-    memcpy(behind, samples + count - H, sizeof behind);  // may reach into the samples before
-    mapElements(Median<M, kOrdered>(), reinterpret_cast<Key*>(srcDst) + begin, count,
-                WindowCursor<M, Key>{tile});
-    memcpy(tile, behind, sizeof behind);
+  template <bool kAsIntegers>
+  static KVRS_INLINE Chunk chunkAt(const T* x) {
+    Chunk chunk;
+    unroll<kVectors>([&](auto k) KVRS_UNROLLED { chunk.v[k] = mediansAt<kAsIntegers>(x + k * N); });
+    return chunk;
   }
-  return kvrStatusOk;
-}
+  // Out of line: nobody waits for it.
+  [[gnu::noinline]] static void chunkAsIntegers(const T* x, Chunk& chunk) { chunk = chunkAt<kHasOdd>(x); }
+
+  // Whether one of the samples that a chunk is the first one to meet is odd.
+  static KVRS_INLINE bool hasOdd(const T* x) {
+    if constexpr (kHasOdd) {
+      bool has = false;
+      unroll<kVectors>([&](auto k) KVRS_UNROLLED {
+        has = has || !hn::AllFalse(D(), Odd()(hn::LoadU(D(), x + H + k * N)));
+      });
+      return has;
+    } else {
+      return false;
+    }
+  }
+
+  // Samples whose windows lie inside the array. Each chunk is stored when the windows of the next one have been read; the
+  // last one, which lies over the one before it, is read before anything is stored.
+  static void filterInside(const T* src, T* dst, size_t begin, size_t end) {
+    Chunk last, old, next;
+    chunkAsIntegers(src + end - kChunk, last);
+    chunkAsIntegers(src + begin, old);
+    bool isOdd = hasOdd(src + begin);
+    size_t i = begin;
+    while (i + 2 * kChunk <= end) {
+      const T* const x = src + i + kChunk;
+      isOdd = isOdd || hasOdd(x);
+      if (__builtin_expect(isOdd, false)) {
+        chunkAsIntegers(x, next);
+      } else {
+        next = chunkAt<false>(x);
+      }
+      old.store(dst + i);
+      old = next;
+      i += kChunk;
+    }
+    old.store(dst + i);
+    last.store(dst + end - kChunk);
+  }
+};
 
 // --- many samples ---
 
-template <class T>
-struct ManyOf {
-  using Type = T;
-};
-template <>
-struct ManyOf<Kvr32f> {
-  using Type = Kvr32s;
-};
-template <>
-struct ManyOf<Kvr64f> {
-  using Type = Kvr64s;
-};
-template <class T>
-using Many = typename ManyOf<T>::Type;
+// What a window holds: floats as they are where they compare well, else as integers.
+template <class T, bool kAsIntegers>
+using Key = std::conditional_t<kAsIntegers, hwy::MakeSigned<T>, T>;
 
-// The place of the first of `count` sorted keys that is not below `key`.
-template <class Key>
-size_t lowerBound(const Key* sorted, size_t count, Key key) {
-  const Key* base = sorted;
-  for (; count > 1; count -= count / 2) base += base[count / 2 - 1] < key ? count / 2 : 0;
-  return static_cast<size_t>(base - sorted) + (*base < key ? 1 : 0);
-}
+template <class T>
+constexpr T kLowest = kIsFloat<T> ? -std::numeric_limits<T>::infinity() : std::numeric_limits<T>::lowest();
+template <class T>
+constexpr T kHighest = kIsFloat<T> ? std::numeric_limits<T>::infinity() : std::numeric_limits<T>::max();
 
-template <class Key>
-void replace(Key* sorted, size_t count, Key oldest, Key newest) {
-  if (oldest == newest) return;
-  const size_t from = lowerBound(sorted, count, oldest), to = lowerBound(sorted, count, newest);
-  if (newest > oldest) {
-    memmove(sorted + from, sorted + from + 1, (to - 1 - from) * sizeof(Key));
-    sorted[to - 1] = newest;
-  } else {
-    memmove(sorted + to + 1, sorted + to, (from - to) * sizeof(Key));
-    sorted[to] = newest;
+template <class T>
+struct LargestBelow {
+  T limit;
+  template <class V>
+  KVRS_INLINE void operator()(V& best, V v) const {
+    const hn::DFromV<V> d;
+    best = hn::Max(best, hn::IfThenElse(hn::Lt(v, hn::Set(d, limit)), v, hn::Set(d, kLowest<T>)));
+  }
+  template <class V>
+  KVRS_INLINE void join(V& best, V other) const {
+    best = hn::Max(best, other);
+  }
+};
+template <class T>
+struct SmallestAbove {
+  T limit;
+  template <class V>
+  KVRS_INLINE void operator()(V& best, V v) const {
+    const hn::DFromV<V> d;
+    best = hn::Min(best, hn::IfThenElse(hn::Gt(v, hn::Set(d, limit)), v, hn::Set(d, kHighest<T>)));
+  }
+  template <class V>
+  KVRS_INLINE void join(V& best, V other) const {
+    best = hn::Min(best, other);
+  }
+};
+struct MinLanes {
+  template <class V>
+  KVRS_INLINE V operator()(V a, V b) const {
+    return hn::Min(a, b);
+  }
+};
+struct MaxLanes {
+  template <class V>
+  KVRS_INLINE V operator()(V a, V b) const {
+    return hn::Max(a, b);
+  }
+};
+// Counts in lanes, which are as wide as an index at least.
+template <class T>
+struct CountEqual {
+  T value;
+  template <class Vi, class V>
+  KVRS_INLINE void operator()(Vi& count, V v) const {
+    const hn::DFromV<V> d;
+    const hn::DFromV<Vi> di;
+    count = hn::Sub(count, hn::VecFromMask(di, hn::RebindMask(di, hn::Eq(v, hn::Set(d, value)))));
+  }
+  template <class Vi>
+  KVRS_INLINE void join(Vi& count, Vi other) const {
+    count = hn::Add(count, other);
+  }
+};
+
+// A window of samples all alike in the beginning, and its element of index `rank` in order of size.
+template <class T>
+class Window {
+ public:
+  // Its memory: whole vectors, of which the last one is filled up with what is below nothing.
+  static constexpr size_t kept(size_t count) { return roundUp(count, N); }
+
+  Window(T* samples, size_t count, size_t rank, T sample)
+      : samples_(samples), kept_(kept(count)), rank_(rank), median_(sample), upTo_(count) {
+    std::fill_n(samples, count, sample);
+    std::fill_n(samples + count, kept_ - count, kHighest<T>);
+  }
+
+  T median() const { return median_; }
+
+  KVRS_INLINE void replace(size_t at, T newest) {
+    const T oldest = samples_[at];
+    samples_[at] = newest;
+    below_ += static_cast<size_t>(newest < median_) - static_cast<size_t>(oldest < median_);
+    upTo_ += static_cast<size_t>(newest <= median_) - static_cast<size_t>(oldest <= median_);
+    if (below_ > rank_) {
+      median_ = foldLanes(pass(LargestBelow<T>{median_}, kLowest<T>), MaxLanes());
+      upTo_ = below_;
+      below_ -= countEqual();
+    } else if (upTo_ <= rank_) {
+      median_ = foldLanes(pass(SmallestAbove<T>{median_}, kHighest<T>), MinLanes());
+      below_ = upTo_;
+      upTo_ += countEqual();
+    }
+  }
+
+ private:
+  static constexpr size_t N = kLanes<T>;
+  using D = Lanes<T, N>;
+
+  template <class Op>
+  KVRS_INLINE hn::Vec<D> pass(Op op, T start) const {
+    return reduce<T, kFewAccumulators>(op, hn::Set(D(), start), kept_, samples_);
+  }
+  // Those that fill up the last vector may count: where they do, all samples are up to the median.
+  KVRS_INLINE size_t countEqual() const {
+    if constexpr (kMaskRegisters || sizeof(T) < 4) {
+      size_t count = 0;
+      for (size_t i = 0; i < kept_; i += N) {
+        count += hn::CountTrue(D(), hn::Eq(hn::LoadU(D(), samples_ + i), hn::Set(D(), median_)));
+      }
+      return count;
+    } else {
+      const hn::RebindToSigned<D> di;
+      return static_cast<size_t>(
+          sumLanes(reduce<T, kFewAccumulators>(CountEqual<T>{median_}, hn::Zero(di), kept_, samples_)));
+    }
+  }
+
+  T* samples_;
+  size_t kept_, rank_;
+  T median_;
+  size_t below_ = 0, upTo_;  // samples that are smaller than the median, and that are not larger
+};
+
+// `memory` has room for Window<...>::kept(mask) elements.
+template <class T, bool kAsIntegers>
+[[gnu::noinline]] void slide(const T* src, T* dst, size_t len, size_t mask, void* memory) {
+  using K = Key<T, kAsIntegers>;
+  const auto keyAt = [=](size_t i) {
+    const K bits = unaligned::get(reinterpret_cast<const K*>(src) + i);
+    if constexpr (kAsIntegers && kIsFloat<T>) return ordered(bits);
+    return bits;
+  };
+  const size_t half = mask / 2, ahead = mask - 1 - half;
+  Window<K> window(static_cast<K*>(memory), mask, half, keyAt(0));
+  const K last = keyAt(len - 1);
+  size_t oldest = 0, next = 1;
+  const auto move = [&] {
+    window.replace(oldest, next < len ? keyAt(next) : last);
+    ++next;
+    oldest = oldest + 1 < mask ? oldest + 1 : 0;
+  };
+  for (size_t k = 0; k < ahead; ++k) move();
+  for (size_t i = 0;; ++i) {
+    K median = window.median();
+    if constexpr (kAsIntegers && kIsFloat<T>) median = ordered(median);
+    // What is stored here has been read: with even masks of two samples none would be ahead.
+    if (i + 1 == len) return unaligned::put(median, reinterpret_cast<K*>(dst) + i);
+    move();
+    unaligned::put(median, reinterpret_cast<K*>(dst) + i);
   }
 }
 
 template <class T>
-KvrStatus slide(T* srcDst, size_t len, size_t mask) {
-  using Key = Many<T>;
-  constexpr bool kOrdered = !std::is_same_v<T, Key>;
+KvrStatus slide(const T* src, T* dst, size_t len, size_t mask) {
   // Beyond four lengths a longer window only adds pairs of the first and the last sample, between which the median lies.
   if (mask / 4 > len) mask = 4 * len + mask % 2;
-  const Scratch memory(uint64_t{2 * sizeof(Key)} * mask);
-  if (!memory.ok()) return kvrStatusOutOfMemory;
-  auto* const ring = memory.as<Key>();
-  Key* const sorted = ring + mask;
-  const auto keyAt = [=](size_t i) {
-    const Key bits = unaligned::get(reinterpret_cast<const Key*>(srcDst) + i);
-    return kOrdered ? ordered(bits) : bits;
-  };
-
-  const size_t half = mask / 2, ahead = mask - 1 - half;
-  const Key last = keyAt(len - 1);
-  for (size_t k = 0; k < mask; ++k) {
-    const Key key = k <= half ? keyAt(0) : k - half < len ? keyAt(k - half) : last;
-    const size_t place = k == 0 ? 0 : lowerBound(sorted, k, key);
-    memmove(sorted + place + 1, sorted + place, (k - place) * sizeof(Key));
-    sorted[place] = key;
-    ring[k] = key;
-  }
-  for (size_t i = 0, oldest = 0; i < len; ++i, oldest = oldest + 1 < mask ? oldest + 1 : 0) {
-    const Key median = sorted[half];
-    // Read before it may be overwritten: windows of even masks of two samples would have none ahead.
-    const Key newest = i + 1 + ahead < len ? keyAt(i + 1 + ahead) : last;
-    unaligned::put(kOrdered ? ordered(median) : median, reinterpret_cast<Key*>(srcDst) + i);
-    replace(sorted, mask, ring[oldest], newest);
-    ring[oldest] = newest;
+  const Scratch scratch(uint64_t{sizeof(T)} * Window<T>::kept(mask));
+  if (!scratch.ok()) return kvrStatusOutOfMemory;
+  void* const memory = scratch.as<T>();
+  if constexpr (!kIsFloat<T>) {
+    slide<T, false>(src, dst, len, mask, memory);
+  } else if constexpr (kMaskRegisters) {
+    slide<T, true>(src, dst, len, mask, memory);  // which then have all operations too
+  } else if (findFirst(src, len, Odd()) < len) {
+    slide<T, true>(src, dst, len, mask, memory);
+  } else {
+    slide<T, false>(src, dst, len, mask, memory);
   }
   return kvrStatusOk;
 }
 
+// --- all ---
+
 template <class T>
-KvrStatus filterOdd(T* srcDst, size_t len, size_t mask) {
-  if (len < 3) return kvrStatusOk;
+KvrStatus copied(const T* src, T* dst, size_t len) {
+  if (src != dst) memcpy(static_cast<void*>(dst), src, len * sizeof(T));
+  return kvrStatusOk;
+}
+
+template <class T>
+KvrStatus filterWindows(const T* src, T* dst, size_t len, size_t mask) {
+  if (len < 3 || mask == 1) return copied(src, dst, len);
   switch (mask) {
-    case 1:
-      return kvrStatusOk;
     case 3:
-      return filterByNetwork<3>(srcDst, len);
+      Few<3, T>::filter(src, dst, len);
+      return kvrStatusOk;
     case 5:
-      return filterByNetwork<5>(srcDst, len);
+      Few<5, T>::filter(src, dst, len);
+      return kvrStatusOk;
     case 7:
-      return filterByNetwork<7>(srcDst, len);
+      Few<7, T>::filter(src, dst, len);
+      return kvrStatusOk;
     case 9:
-      return filterByNetwork<9>(srcDst, len);
+      Few<9, T>::filter(src, dst, len);
+      return kvrStatusOk;
     default:
-      return slide(srcDst, len, mask);
+      const KvrStatus status = slide(src, dst, len, mask);
+      if (status != kvrStatusOk) copied(src, dst, len);
+      return status;
   }
 }
 
 template <class T>
-KvrStatus filter(T* srcDst, int len, int maskSize) {
-  KVRS_CHECK(pointers(srcDst), lengthOf<T>(len), length(maskSize));
+KvrStatus filter(const T* src, T* dst, int len, int maskSize) {
+  KVRS_CHECK(pointers(src, dst), lengthOf<T>(len), length(maskSize));
   const size_t n = static_cast<size_t>(len), mask = static_cast<size_t>(maskSize);
   const bool isEven = mask % 2 == 0;
   // Known to callers: long windows of 32s are taken as they are, even ones too.
-  if (std::is_same_v<T, Kvr32s> && mask >= 11) return n < 3 ? kvrStatusOk : slide(srcDst, n, mask);
-  const KvrStatus status = filterOdd(srcDst, n, isEven ? mask - 1 : mask);
+  if (std::is_same_v<T, Kvr32s> && mask >= 11) return filterWindows(src, dst, n, mask);
+  const KvrStatus status = filterWindows(src, dst, n, isEven ? mask - 1 : mask);
   return status == kvrStatusOk && isEven ? kvrStatusEvenMedianMask : status;
-}
-
-template <class T>
-KvrStatus filterCopy(KvrStatus (*copy)(const T*, T*, int), const T* src, T* dst, int len, int maskSize) {
-  KVRS_CHECK(pointers(src, dst), lengthOf<T>(len), length(maskSize));
-  if (src != dst) copy(src, dst, len);
-  return filter(dst, len, maskSize);
 }
 
 }  // namespace
@@ -263,32 +423,32 @@ KvrStatus filterCopy(KvrStatus (*copy)(const T*, T*, int), const T* src, T* dst,
 using namespace kvrs;
 
 KvrStatus kvrsFilterMedian_8u(const Kvr8u* src, Kvr8u* dst, int len, int maskSize) noexcept {
-  return filterCopy(kvrsCopy_8u, src, dst, len, maskSize);
+  return filter(src, dst, len, maskSize);
 }
 KvrStatus kvrsFilterMedian_16s(const Kvr16s* src, Kvr16s* dst, int len, int maskSize) noexcept {
-  return filterCopy(kvrsCopy_16s, src, dst, len, maskSize);
+  return filter(src, dst, len, maskSize);
 }
 KvrStatus kvrsFilterMedian_32s(const Kvr32s* src, Kvr32s* dst, int len, int maskSize) noexcept {
-  return filterCopy(kvrsCopy_32s, src, dst, len, maskSize);
+  return filter(src, dst, len, maskSize);
 }
 KvrStatus kvrsFilterMedian_32f(const Kvr32f* src, Kvr32f* dst, int len, int maskSize) noexcept {
-  return filterCopy(kvrsCopy_32f, src, dst, len, maskSize);
+  return filter(src, dst, len, maskSize);
 }
 KvrStatus kvrsFilterMedian_64f(const Kvr64f* src, Kvr64f* dst, int len, int maskSize) noexcept {
-  return filterCopy(kvrsCopy_64f, src, dst, len, maskSize);
+  return filter(src, dst, len, maskSize);
 }
 KvrStatus kvrsFilterMedian_8u_I(Kvr8u* srcDst, int len, int maskSize) noexcept {
-  return filter(srcDst, len, maskSize);
+  return filter(srcDst, srcDst, len, maskSize);
 }
 KvrStatus kvrsFilterMedian_16s_I(Kvr16s* srcDst, int len, int maskSize) noexcept {
-  return filter(srcDst, len, maskSize);
+  return filter(srcDst, srcDst, len, maskSize);
 }
 KvrStatus kvrsFilterMedian_32s_I(Kvr32s* srcDst, int len, int maskSize) noexcept {
-  return filter(srcDst, len, maskSize);
+  return filter(srcDst, srcDst, len, maskSize);
 }
 KvrStatus kvrsFilterMedian_32f_I(Kvr32f* srcDst, int len, int maskSize) noexcept {
-  return filter(srcDst, len, maskSize);
+  return filter(srcDst, srcDst, len, maskSize);
 }
 KvrStatus kvrsFilterMedian_64f_I(Kvr64f* srcDst, int len, int maskSize) noexcept {
-  return filter(srcDst, len, maskSize);
+  return filter(srcDst, srcDst, len, maskSize);
 }

@@ -22,8 +22,8 @@ KVRS_BEGIN_DECLS
  * median removes like any other; in 64f with M from 3 to 9 it is not stated what becomes of a
  * NaN, nor which sign a zero has among zeros of both signs.
  *
- * From M = 11 on a call takes 2 * M samples of memory from kvrMalloc(), fewer where M is longer than four vectors. The time
- * of a sample is independent of M up to 9 and about that of moving a third of M samples beyond.
+ * From M = 11 on a call takes M samples of memory from kvrMalloc(), fewer where M is longer than four vectors. The time of a
+ * sample is that of some M exchanges on vectors up to 9, and beyond about that of reading M samples in vectors.
  *
  * `dst` is `src` or does not overlap it.
  *
