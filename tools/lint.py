@@ -31,7 +31,7 @@ LIBRARY = set(FLOOR_OF)
 
 CXX = {".c", ".h", ".cpp"}
 # Formats without comments, and what has its own way to say it.
-NO_LICENCE_TAG = {".json", ".md", ".png", ".svg"}
+NO_LICENCE_TAG = {".json", ".md", ".out", ".png", ".svg"}
 NO_LICENCE_TAG_NAMES = {"LICENSE", ".gitignore", ".clang-format"}
 BINARY = {".png"}
 MOST_COLUMNS = 120

@@ -128,11 +128,14 @@ class Manual:
         groups, group_of, texts = [], {}, {}
         for block in re.split(r"(?=/\*\* @defgroup)", text)[1:]:
             comment, _, code = block.partition("*/")
-            lines = [re.sub(r"^ \* ?", "", line) for line in comment.splitlines()]
-            id_, name = re.match(r"/\*\* @defgroup (\w+) (.+)", lines[0]).groups()
-            contract = "\n".join(line for line in lines[1:] if line.strip() not in ("@{", ""
-                                 ) or line == "").strip().removesuffix("@{").strip()
-            groups.append(Group(id_, name, contract))
+            id_, name, contract = re.match(r"@defgroup (\w+) (.+)\n((?:.|\n)*)@\{", uncommented(comment)).groups()
+            # What stands above functions within the group follows, under their name or its own.
+            for more, function in re.findall(r"/\*\*((?:(?!\*/).)*)\*/\n+KVRS_API.*?\bkvrs(\w+)", code, re.S):
+                more = uncommented(more).removesuffix("@{").strip()
+                if more.startswith("@name "):
+                    function, _, more = more.removeprefix("@name ").partition("\n")
+                contract += f"\n### {function}\n\n{more}\n"
+            groups.append(Group(id_, name, contract.strip()))
             for declaration, function in re.findall(r"^(KVRS_API[^;]*?\b(kvrs\w+)\s*\([^;]*;)", code, re.M):
                 group_of[function] = id_
                 texts[function] = re.sub(r"\s*KVRS_NOEXCEPT", "", declaration.removeprefix("KVRS_API ")).replace(
@@ -261,7 +264,7 @@ class Manual:
         if not path.exists():
             return None
         code = re.sub(r"^/\*.*?\*/\n", "", path.read_text(), count=1, flags=re.S)
-        return path, code, path.with_suffix(".txt").read_text()
+        return path, code, path.with_suffix(".out").read_text()
 
     def family_page(self, family):
         threads = any(re.search(r"^Threads: |among threads", g.contract, re.M) for g in family.groups)
@@ -453,7 +456,7 @@ INDEX_SCRIPT = """
   var box = document.getElementById("narrow"), told = document.getElementById("narrowed");
   var links = Array.prototype.slice.call(document.querySelectorAll("#all a"));
   function narrow() {
-    var words = box.value.toLowerCase().split(/[\\\\s_]+/).filter(Boolean), shown = 0;
+    var words = box.value.toLowerCase().split(/[ _]+/).filter(Boolean), shown = 0;
     links.forEach(function (link) {
       var name = link.textContent.toLowerCase();
       var fits = words.every(function (word) { return name.indexOf(word) >= 0; });
@@ -470,6 +473,12 @@ INDEX_SCRIPT = """
 
 def guide_id(stem):
     return "guide_" + stem.replace("-", "_")
+
+
+def uncommented(comment):
+    """The text of a comment; its parameters as a list."""
+    text = re.sub(r"^ \* ?", "", comment.removeprefix("/**"), flags=re.M).strip()
+    return re.sub(r"^@param +(\w+) +", r"- `\1`: ", text, flags=re.M)
 
 
 def escaped(text):

@@ -75,6 +75,24 @@ pkgconfig() {
   expect_module "$(./consumer)" "$bits"
 }
 
+# The snippets of the manual, built as a user builds, print what stands beside them.
+snippets() {
+  local bits=$1 lib flags snippet failed=0
+  if ! command -v pkg-config >/dev/null; then exit 77; fi
+  lib=$stage/$(lib_dir "$bits")
+  workplace "snippets-$bits"
+  flags=$(PKG_CONFIG_PATH=$lib/pkgconfig pkg-config --cflags --libs kvrs)
+  for snippet in "$here"/../../examples/snippets/*.c; do
+    # shellcheck disable=SC2086
+    "$CC" "-m$bits" -std=c99 -pedantic -Wall -Wextra -Werror "$snippet" -o snippet $flags "-Wl,-rpath,$lib"
+    ./snippet | sed 's/ *$//' | diff - "${snippet%.c}.out" || {
+      echo "$snippet prints something else"
+      failed=1
+    }
+  done
+  if ((failed)); then fail "see above"; fi
+}
+
 # build_by_cmake BITS PLACE
 build_by_cmake() {
   local bits=$1
