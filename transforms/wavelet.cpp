@@ -20,10 +20,39 @@
 namespace kvrs::wavelet {
 namespace {
 
-// Outputs of a block: as many as sums fill a vector.
-constexpr size_t kBlock = kLanes<double>;
-using Sums = Lanes<double, kBlock>;
+// Outputs of a block: as many as sums fill a vector; two of them where products would leave half a vector empty that costs
+// as much as a whole one.
+constexpr size_t kVectors = kVectorBytes == 16 ? 2 : 1;
+constexpr size_t kBlock = kVectors * kLanes<double>;
+using Doubles = Lanes<double, kLanes<double>>;
 using Singles = Lanes<float, kBlock>;
+
+struct Sums {
+  hn::Vec<Doubles> part[kVectors];
+};
+KVRS_INLINE Sums plus(Sums a, Sums b) {
+  unroll<kVectors>([&](auto v) KVRS_UNROLLED { a.part[v] = hn::Add(a.part[v], b.part[v]); });
+  return a;
+}
+template <class V>
+KVRS_INLINE Sums widened(V x) {
+  if constexpr (kVectors == 1) {
+    return {{hn::PromoteTo(Doubles(), x)}};
+  } else {
+    const hn::Half<hn::DFromV<V>> half;
+    return {
+        {hn::PromoteTo(Doubles(), hn::LowerHalf(half, x)), hn::PromoteTo(Doubles(), hn::UpperHalf(half, x))}};
+  }
+}
+template <class D>
+KVRS_INLINE hn::Vec<D> narrowed(D d, const Sums& x) {
+  if constexpr (kVectors == 1) {
+    return hn::DemoteTo(d, x.part[0]);
+  } else {
+    const hn::Half<D> half;
+    return hn::Combine(d, hn::DemoteTo(half, x.part[1]), hn::DemoteTo(half, x.part[0]));
+  }
+}
 
 // The samples that meet taps in the outputs of a block: for tap `begin` + k, with an even `begin`.
 struct SplitWindow {
@@ -47,26 +76,38 @@ struct Window {
 };
 
 template <class Samples, class K>
-KVRS_INLINE hn::Vec<Sums> product(const Samples& window, hn::Vec<Singles> tap, size_t begin, K k) {
-  return hn::PromoteTo(Sums(), hn::Mul(hn::LoadU(Singles(), window.samples(begin, k)), tap));
+KVRS_INLINE Sums product(const Samples& window, hn::Vec<Singles> tap, size_t begin, K k) {
+  return widened(hn::Mul(hn::LoadU(Singles(), window.samples(begin, k)), tap));
 }
 
-// Of eight taps four sums, which the next eight join.
-struct FourSums {
-  hn::Vec<Sums> part[4];
-
-  KVRS_INLINE hn::Vec<Sums> total() const {
-    return hn::Add(hn::Add(part[0], part[2]), hn::Add(part[1], part[3]));
-  }
-};
-template <class Samples, class Taps>
-KVRS_INLINE FourSums firstEight(const Samples& window, const Taps& tap) {
-  FourSums sums;
-  unroll<4>([&](auto k) KVRS_UNROLLED { sums.part[k] = product(window, tap(k), 0, k); });
-  unroll<4>([&](auto k) KVRS_UNROLLED {
-    sums.part[k] = hn::Add(sums.part[k], product(window, tap(k + 4), 0, Index<k + 4>()));
+// Of `whole` taps, a multiple of eight, the sums of those whose index modulo 4 is kFirst, kFirst + kStep and so on.
+template <int kFirst, int kStep, int kCount, class Next>
+KVRS_INLINE void sumsOfEights(const Next& next, size_t whole, Sums (&part)[kCount]) {
+  unroll<kCount>([&](auto i) KVRS_UNROLLED {
+    part[i] = plus(next(0, Index<kFirst + i * kStep>()), next(0, Index<kFirst + i * kStep + 4>()));
   });
-  return sums;
+  for (size_t j = 8; j < whole; j += 8) {
+    unroll<kCount>([&](auto i) KVRS_UNROLLED {
+      part[i] = plus(part[i], next(j, Index<kFirst + i * kStep>()));
+      part[i] = plus(part[i], next(j, Index<kFirst + i * kStep + 4>()));
+    });
+  }
+}
+
+// Their total: all four at a time, or where registers are few the even ones and then the odd ones.
+template <class Next>
+KVRS_INLINE Sums totalOfEights(const Next& next, size_t whole) {
+  if constexpr (kVectors == 1) {
+    Sums all[4];
+    sumsOfEights<0, 1>(next, whole, all);
+    return plus(plus(all[0], all[2]), plus(all[1], all[3]));
+  } else {
+    Sums even[2], odd[2];
+    sumsOfEights<0, 2>(next, whole, even);
+    const Sums total = plus(even[0], even[1]);
+    sumsOfEights<1, 2>(next, whole, odd);
+    return plus(total, plus(odd[0], odd[1]));
+  }
 }
 
 // `len` outputs of up to eight taps, which stay in registers where there are as many.
@@ -75,41 +116,37 @@ void runFew(Samples window, const Kvr32f* taps, Kvr32f* dst, size_t len) {
   hn::Vec<Singles> held[kTaps];
   unroll<kTaps>([&](auto k) KVRS_UNROLLED { held[k] = hn::Set(Singles(), taps[k]); });
   generateBlocks<kBlock>(dst, len, [&](auto d) KVRS_UNROLLED {
-    hn::Vec<Sums> sum;
+    Sums sum;
     if constexpr (kTaps == 8) {
-      sum = firstEight(window, [&](int k) KVRS_UNROLLED { return held[k]; }).total();
+      sum = totalOfEights([&](size_t, auto k) KVRS_UNROLLED { return product(window, held[k], 0, k); }, 8);
     } else {
       sum = product(window, held[0], 0, Index<0>());
       unroll<kTaps - 1>(
-          [&](auto k) KVRS_UNROLLED { sum = hn::Add(sum, product(window, held[k + 1], 0, Index<k + 1>())); });
+          [&](auto k) KVRS_UNROLLED { sum = plus(sum, product(window, held[k + 1], 0, Index<k + 1>())); });
     }
     window.move(kBlock);
-    return hn::DemoteTo(d, sum);
+    return narrowed(d, sum);
   });
 }
 
 // Of more than eight.
 template <class Samples>
 void runMany(Samples window, const Kvr32f* taps, size_t count, Kvr32f* dst, size_t len) {
-  const auto tap = [=](size_t j) KVRS_UNROLLED { return hn::Set(Singles(), taps[j]); };
+  const size_t whole = count / 8 * 8;
+  const auto next = [&](size_t j, auto k)
+                        KVRS_UNROLLED { return product(window, hn::Set(Singles(), taps[j + k]), j, k); };
   generateBlocks<kBlock>(dst, len, [&](auto d) KVRS_UNROLLED {
-    FourSums sums = firstEight(window, tap);
-    size_t j = 8;
-    for (; j + 8 <= count; j += 8) {
-      unroll<8>([&](auto k) KVRS_UNROLLED {
-        sums.part[k % 4] = hn::Add(sums.part[k % 4], product(window, tap(j + k), j, k));
-      });
-    }
-    auto sum = sums.total();
-    const auto plus = [&](auto several) KVRS_UNROLLED {
-      unroll<several>([&](auto k) KVRS_UNROLLED { sum = hn::Add(sum, product(window, tap(j + k), j, k)); });
+    Sums sum = totalOfEights(next, whole);
+    size_t j = whole;
+    const auto plusNext = [&](auto several) KVRS_UNROLLED {
+      unroll<several>([&](auto k) KVRS_UNROLLED { sum = plus(sum, next(j, k)); });
       j += several;
     };
-    if (count & 4) plus(Index<4>());
-    if (count & 2) plus(Index<2>());
-    if (count & 1) plus(Index<1>());
+    if (count & 4) plusNext(Index<4>());
+    if (count & 2) plusNext(Index<2>());
+    if (count & 1) plusNext(Index<1>());
     window.move(kBlock);
-    return hn::DemoteTo(d, sum);
+    return narrowed(d, sum);
   });
 }
 
