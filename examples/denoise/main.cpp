@@ -20,9 +20,9 @@
 #include "disturbance.h"
 #include "filter.h"
 #include "picture.h"
-#include "spectrum.h"
 #include "support/failure.h"
 #include "support/recording.h"
+#include "support/spectrum.h"
 
 namespace denoise {
 namespace {

@@ -8,8 +8,8 @@
 #include <algorithm>
 #include <cmath>
 
-#include "spectrum.h"
 #include "support/failure.h"
+#include "support/spectrum.h"
 
 namespace denoise {
 namespace {

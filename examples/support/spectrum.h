@@ -4,9 +4,7 @@
 
 #include "support/recording.h"
 
-namespace denoise {
-
-using namespace examples;
+namespace examples {
 
 // Mean powers on a grid of frequencies k * stepHz. A sine of full scale has the power 1 at its peak.
 struct Spectrum {
@@ -38,4 +36,4 @@ Spectrogram spectrogram(const Recording& recording, double highestHz, size_t mos
 // over the channels.
 double powerAt(const Recording& recording, double frequencyHz);
 
-}  // namespace denoise
+}  // namespace examples

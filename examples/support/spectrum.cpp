@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "spectrum.h"
+#include "support/spectrum.h"
 
 #include <kvrs.h>
 
@@ -11,7 +11,7 @@
 
 #include "support/failure.h"
 
-namespace denoise {
+namespace examples {
 namespace {
 
 struct FreeSpec {
@@ -161,4 +161,4 @@ double powerAt(const Recording& recording, double frequencyHz) {
   return power / static_cast<double>(recording.channels.size());
 }
 
-}  // namespace denoise
+}  // namespace examples
