@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "support/failure.h"
+#include "support/kaiser.h"
 
 namespace denoise {
 namespace {
@@ -25,18 +26,6 @@ State makeState(const Samples& taps) {
   check("kvrsFIRInitAlloc_32f",
         kvrsFIRInitAlloc_32f(&state, taps.data(), static_cast<int>(taps.size()), nullptr));
   return State(state);
-}
-
-// Kaiser's formulas: J. F. Kaiser, "Nonrecursive digital filter design using the I0-sinh window function",
-// 1974.
-int tapsFor(double attenuation, double transition) {
-  return static_cast<int>(std::ceil((attenuation - 7.95) / (14.36 * transition))) | 1;
-}
-
-double kaiserBeta(double attenuation) {
-  if (attenuation > 50) return 0.1102 * (attenuation - 8.7);
-  if (attenuation < 21) return 0;
-  return 0.5842 * std::pow(attenuation - 21, 0.4) + 0.07886 * (attenuation - 21);
 }
 
 // The ideal low-pass, without a window: nothing for a cutoff that lets nothing through, a single 1 for one that lets all.
@@ -55,7 +44,7 @@ std::vector<double> lowPass(double cutoff, int tapsLen) {
 
 Samples designFilter(const FilterDesign& design, int sampleRate) {
   const double rate = sampleRate;
-  const int tapsLen = design.tapsLen.value_or(tapsFor(design.attenuation, design.transitionHz / rate));
+  const int tapsLen = design.tapsLen.value_or(kaiserTaps(design.attenuation, design.transitionHz / rate));
 
   // The ideal filter is a sum of ideal low-passes: the band that stays, less what lies below the notch's upper edge, plus
   // what lies below its lower edge.

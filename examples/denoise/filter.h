@@ -2,9 +2,9 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <functional>
 #include <optional>
 
+#include "support/progress.h"
 #include "support/recording.h"
 
 namespace denoise {
@@ -22,9 +22,6 @@ struct FilterDesign {
 
 // The taps for a sample rate: an odd number of them, symmetric.
 Samples designFilter(const FilterDesign& design, int sampleRate);
-
-// Called now and then with the part that is done, from 0 to 1.
-using Progress = std::function<void(double)>;
 
 // Filters every channel in blocks of `blockLength` and takes the filter's delay back, so that the result lies
 // under the original sample by sample.

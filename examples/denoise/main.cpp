@@ -4,15 +4,11 @@
 // SPDX-License-Identifier: MIT
 #include <kvrs.h>
 #include <kvrscore.h>
-#include <unistd.h>
 
 #include <algorithm>
-#include <cerrno>
-#include <chrono>
 #include <cmath>
 #include <cstdio>
 #include <cstdlib>
-#include <cstring>
 #include <filesystem>
 #include <limits>
 #include <new>
@@ -21,7 +17,9 @@
 #include "filter.h"
 #include "picture.h"
 #include "support/failure.h"
+#include "support/progress.h"
 #include "support/recording.h"
+#include "support/report.h"
 #include "support/spectrum.h"
 
 namespace denoise {
@@ -139,30 +137,6 @@ void fitDesign(const Options& options, const Recording& recording, FilterDesign&
   }
 }
 
-// A bar on stderr, if that is a terminal and the work lasts.
-class ProgressBar {
- public:
-  void operator()(double done) {
-    if (!terminal_) return;
-    const auto now = Clock::now();
-    const bool due = now - last_ > std::chrono::milliseconds(100);
-    if (!due && !(drawn_ && done >= 1)) return;
-    last_ = now;
-    drawn_ = true;
-    constexpr int kWidth = 50;
-    const int filled = static_cast<int>(done * kWidth);
-    fprintf(stderr, "\rfiltering [%.*s%*s] %3.0f %%%s", filled,
-            "##################################################", kWidth - filled, "", 100 * done,
-            done >= 1 ? "\n" : "");
-  }
-
- private:
-  using Clock = std::chrono::steady_clock;
-  bool terminal_ = isatty(STDERR_FILENO) != 0;
-  bool drawn_ = false;
-  Clock::time_point last_ = Clock::now();
-};
-
 double decibels(double power) {
   return 10.0 * std::log10(power);
 }
@@ -195,29 +169,6 @@ double signalToNoise(const Recording& clean, const Recording& noisy) {
   return decibels(energy(clean)) - decibels(noise);
 }
 
-// Prints to stdout and into the report.
-class Report {
- public:
-  explicit Report(const std::string& path) : file_(fopen(path.c_str(), "w")) {
-    if (file_ == nullptr) throw Failure("cannot write " + path + ": " + strerror(errno));
-  }
-  ~Report() { fclose(file_); }
-  Report(const Report&) = delete;
-  Report& operator=(const Report&) = delete;
-
-  template <class... Values>
-  void line(const char* topic, const char* format, Values... values) {
-    for (FILE* out : {stdout, file_}) {
-      fprintf(out, "%-16s", topic);
-      fprintf(out, format, values...);
-      fputc('\n', out);
-    }
-  }
-
- private:
-  FILE* file_;
-};
-
 void run(const Options& options) {
   const Recording clean = readRecording(options.recording);
   FilterDesign design = options.design;
@@ -232,7 +183,7 @@ void run(const Options& options) {
 
   const Recording before = disturb(clean, options.disturbance);
   const Samples taps = designFilter(design, clean.sampleRate);
-  const Recording after = applyFilter(before, taps, options.blockLength, ProgressBar());
+  const Recording after = applyFilter(before, taps, options.blockLength, ProgressBar("filtering"));
 
   const std::string name = std::filesystem::path(options.recording).filename();
   const size_t channels = clean.channels.size();
