@@ -166,7 +166,7 @@ class Resample(unittest.TestCase):
                   for curve in picture.findall("{http://www.w3.org/2000/svg}polyline")]
         self.assertEqual(len(curves), 4)
         before, after, gain, unwanted = curves
-        # The spectrum after the change ends at the lower half rate, as the sine does in the sweep, but not what it causes.
+        # The spectrum after the change ends at half the lower rate, and so does the sine in the sweep.
         self.assertLess(after[-1][0], before[-1][0] - 200)
         self.assertAlmostEqual(gain[-1][0], after[-1][0], delta=8)
         self.assertAlmostEqual(unwanted[-1][0], before[-1][0], delta=8)
