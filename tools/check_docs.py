@@ -85,6 +85,8 @@ def main():
     presets = {preset["name"] for preset in json.loads((TOP / "CMakePresets.json").read_text())["configurePresets"]}
     names = {f.name for f in declarations.functions(TOP / "include")}
     names |= set(re.findall(r"\b(?:kvr|own)[A-Z]\w*(?=\()", (TOP / "include/kvrscore.h").read_text()))
+    for header in (TOP / "include/kvrs").glob("*.h"):
+        names |= set(re.findall(r"\b(kvr[A-Z]\w*) = -?\d", header.read_text()))
     bad = []
     for page in pages():
         text = page.read_text()

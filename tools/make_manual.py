@@ -396,7 +396,10 @@ class Manual:
             return words
 
         def name(match):
-            return f"@ref {match.group(1)}" if match.group(1) in self.functions else match.group()
+            word = match.group(1)
+            if word in self.functions:
+                return f'@ref {word} "{word}"'
+            return f"::{word}" if re.match("kvr(Status|Fft|Round|Hint|Cmp|Win)[A-Z]", word) else match.group()
 
         def anchor(heading):
             return id_ + "_" + re.sub(r"\W+", "_", heading.lower())
@@ -408,7 +411,7 @@ class Manual:
             code ^= line.startswith("```")
             if not code:
                 line = re.sub(r"(?<!!)\[([^\]]+)\]\(([^)\s]+)\)", link, line)
-                line = re.sub(r"`(kvrs\w+)`", name, line)
+                line = re.sub(r"`(kvr\w+)`", name, line)
                 heading = re.match(r"(#{2,3}) (.+)", line)
                 if heading:
                     command = "section" if heading[1] == "##" else "subsection"

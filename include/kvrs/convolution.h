@@ -34,7 +34,7 @@ KVRS_BEGIN_DECLS
  * with it the error of each result is in proportion to the largest of its block, and an infinite sample or a NaN makes NaN of
  * all its block. Without it such a sample meets its own products alone.
  *
- * Blocks are shared out to threads if the longer source has more than 4,096 elements and there is enough work for them.
+ * Threads: Conv by FFT may use several if the longer source has more than 4,096 elements and there is enough work for them.
  * ConvBiased and ConvCyclic know no FFT and no threads. The FFT takes one block of memory from kvrMalloc() for the time of the
  * call, nothing else takes any.
  *

@@ -93,6 +93,31 @@ snippets() {
   if ((failed)); then fail "see above"; fi
 }
 
+# The program of docs/first-steps.md takes a tone of 5 kHz out of two, and tells where the other one is.
+first_steps() {
+  local lib=$stage/lib
+  if ! command -v pkg-config >/dev/null; then exit 77; fi
+  workplace first_steps
+  # shellcheck disable=SC2016  # the quotes are those of the document
+  sed -n '/^```c$/,/^```/{/^```/d;p}' "$here/../../docs/first-steps.md" >first_steps.c
+  # shellcheck disable=SC2046
+  "$CC" -std=c99 -pedantic -Wall -Wextra -Werror first_steps.c -o first_steps \
+    $(PKG_CONFIG_PATH=$lib/pkgconfig pkg-config --cflags --libs kvrs) "-Wl,-rpath,$lib"
+  "$PYTHON" - <<'TONES'
+import math, struct
+def tone(level, frequency, i):
+    return level * math.cos(math.tau * frequency / 48000 * i)
+samples = [round(tone(8000, 375, i) + tone(16000, 5000, i)) for i in range(50000)]
+open("in.raw", "wb").write(struct.pack("<50000h", *samples))
+TONES
+  [[ $(./first_steps in.raw out.raw) == "loudest around 375 Hz" ]] || fail "another frequency"
+  "$PYTHON" - <<'LEVEL'
+import struct
+level = max(map(abs, struct.unpack("<50000h", open("out.raw", "rb").read())[1000:]))
+assert 7900 <= level <= 8100, level
+LEVEL
+}
+
 # build_by_cmake BITS PLACE
 build_by_cmake() {
   local bits=$1
