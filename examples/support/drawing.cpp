@@ -44,6 +44,11 @@ void Drawing::line(double x1, double y1, double x2, double y2, const char* style
   fprintf(out_.get(), "<line x1=\"%.1f\" x2=\"%.1f\" y1=\"%.1f\" y2=\"%.1f\" %s/>\n", x1, x2, y1, y2, style);
 }
 
+void Drawing::rectangle(double x1, double y1, double x2, double y2, const char* style) {
+  fprintf(out_.get(), "<rect x=\"%.1f\" y=\"%.1f\" width=\"%.1f\" height=\"%.1f\" %s/>\n", x1, y1, x2 - x1,
+          y2 - y1, style);
+}
+
 void Drawing::curve(const std::vector<std::pair<double, double>>& points, const char* style) {
   fprintf(out_.get(), "<polyline fill=\"none\" stroke-linejoin=\"round\" %s points=\"", style);
   for (const auto& [x, y] : points) fprintf(out_.get(), "%.1f,%.2f ", x, y);

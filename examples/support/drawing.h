@@ -17,6 +17,7 @@ class Drawing {
 
   void text(double x, double y, const char* style, const std::string& words);
   void line(double x1, double y1, double x2, double y2, const char* style);
+  void rectangle(double x1, double y1, double x2, double y2, const char* style);
   void curve(const std::vector<std::pair<double, double>>& points, const char* style);
 
   // The drawing is complete.
