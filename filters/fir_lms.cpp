@@ -18,6 +18,7 @@
 #include "frame/to_integer.h"
 #include "frame/unaligned.h"
 #include "kvrs/convert.h"
+#include "kvrs/fill.h"
 #include "kvrs/mixed.h"
 #include "kvrs/reorder.h"
 
@@ -384,7 +385,7 @@ KvrStatus kvrsFIRLMS_32f(const Kvr32f* src, const Kvr32f* ref, Kvr32f* dst, int 
   const size_t total = static_cast<size_t>(len);
   for (size_t done = 0, count; done < total; done += count) {
     count = lms::makeRoom(*state, total - done);
-    memcpy(static_cast<void*>(state->staged()), src + done, count * sizeof(Kvr32f));
+    kvrsCopy_32f(src + done, state->staged(), static_cast<int>(count));
     lms::adapt(*state, ref + done, dst + done, count, mu);
     state->windowPos += static_cast<int32_t>(count);
   }
