@@ -15,7 +15,7 @@
 namespace kvrs::sliding {
 namespace {
 
-constexpr uint64_t kNearBytes = 16384, kTablePasses = 80;
+constexpr uint64_t kNearBytes = 16384, kTablePasses = 20;
 
 struct Plan {
   int order;

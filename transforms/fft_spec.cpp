@@ -4,6 +4,7 @@
 
 #include <cmath>
 
+#include "frame/shift.h"
 #include "transforms/fft_plan.h"
 #include "transforms/fft_wave.h"
 #include "transforms/kernels/lanes-inl.h"
@@ -114,18 +115,101 @@ namespace {
 
 constexpr double kTwoPi = 6.283185307179586;
 
+// A table for longer ones than kWave1024, also part of the program.
+constexpr int kLongBits = 13;
+template <class T>
+constexpr auto kLongSine = makeSine<T, kLongBits>();
+
+// What the sines lack in double precision.
+constexpr auto kLongSineRest = [] {
+  constexpr int64_t kM = int64_t{1} << kLongBits;
+  std::array<double, kM / 4 + 1> table{};
+  for (int64_t k = 0; k <= kM / 4; ++k) {
+    const long double sine = turnOf(k, kM).im;
+    table[static_cast<size_t>(k)] = static_cast<double>(sine - static_cast<double>(sine));
+  }
+  return table;
+}();
+
+// Fills in sin(a + b) for the angles a of the long table and all b between 0 and the next of them: the sine of a, and what b
+// adds to it, which is little, so that its rounding hardly counts.
+template <class T>
+void fillSine(T* sine, int order) {
+  constexpr size_t kAngles = size_t{1} << (kLongBits - 2), kSteps = 16;
+  const size_t between = size_t{1} << (order - kLongBits);
+  const double step = kTwoPi / static_cast<double>(size_t{1} << order);
+  for (size_t first = 0; first < between; first += kSteps) {
+    const size_t count = between < kSteps ? between : kSteps;
+    double sineOfStep[kSteps], versineOfStep[kSteps];
+    for (size_t i = 0; i < count; ++i) {
+      const double b = static_cast<double>(first + i) * step, half = std::sin(0.5 * b);
+      sineOfStep[i] = std::sin(b);
+      versineOfStep[i] = 2 * half * half;
+    }
+    for (size_t a = 0; a < kAngles; ++a) {
+      const double s = kLongSine<double>[a], c = kLongSine<double>[kAngles - a], rest = kLongSineRest[a];
+      T* const to = sine + (a * between + first);
+      for (size_t i = 0; i < count; ++i) {
+        to[i] = static_cast<T>(s + (rest + (c * sineOfStep[i] - s * versineOfStep[i])));
+      }
+    }
+  }
+  sine[kAngles * between] = 1;
+}
+
 template <class T>
 QuarterWave<T> quarterWave(int order, Kvr8u* initBuf) {
   if (order < 11) return kWave1024<T>;
+  if (order <= kLongBits) return {kLongSine<T>.data(), kLongBits};
   T* sine = reinterpret_cast<T*>(alignUp(initBuf));
-  const size_t n = size_t{1} << order;
-  const double step = kTwoPi / static_cast<double>(n);
-  for (size_t k = 0; k <= n / 8; ++k) sine[k] = static_cast<T>(std::sin(static_cast<double>(k) * step));
-  for (size_t k = n / 8 + 1; k <= n / 4; ++k) {
-    sine[k] = static_cast<T>(std::cos(static_cast<double>(n / 4 - k) * step));
-  }
+  fillSine(sine, order);
   return {sine, order};
 }
+
+// Roots of unity in N lanes, as QuarterWave has them.
+template <class T, size_t N>
+class LaneRoots {
+ public:
+  using D = Lanes<T, N>;
+  using DIndex = hn::RebindToSigned<D>;
+  using Index = hn::Vec<DIndex>;
+  struct Parts {
+    hn::Vec<D> re, im;
+  };
+
+  LaneRoots(const QuarterWave<T>& wave, int order)
+      : sine_(wave.sine), bits_(wave.bits), shift_(wave.bits - order) {}
+
+  // The numbers 0 to N - 1, as they are or in the order of the lanes.
+  static Index numbers(bool inLaneOrder) {
+    alignas(64) hwy::MakeSigned<T> number[N];
+    for (int lane = 0; lane < static_cast<int>(N); ++lane) {
+      number[lane] = inLaneOrder ? laneOrder<T>(lane, static_cast<int>(N)) : lane;
+    }
+    return hn::Load(DIndex(), number);
+  }
+  static Index all(size_t k) { return hn::Set(DIndex(), static_cast<hwy::MakeSigned<T>>(k)); }
+
+  // exp(-2 pi i k / 2^order).
+  Parts at(Index k) const {
+    const Index turns = shiftLeftBy(DIndex(), k, shift_);
+    return {sin(hn::Add(turns, bit(bits_ - 2))), hn::Neg(sin(turns))};
+  }
+
+ private:
+  static Index bit(int place) { return all(size_t{1} << place); }
+
+  hn::Vec<D> sin(Index k) const {
+    const DIndex di;
+    const Index half = bit(bits_ - 1), within = hn::And(k, all((size_t{1} << (bits_ - 1)) - 1));
+    const auto value = hn::GatherIndex(D(), sine_, hn::Min(within, hn::Sub(half, within)));
+    const int toSign = static_cast<int>(8 * sizeof(T)) - bits_;
+    return hn::Xor(value, hn::BitCast(D(), shiftLeftBy(di, hn::And(k, half), toSign)));
+  }
+
+  const T* sine_;
+  int bits_, shift_;
+};
 
 // Hands out the tables behind a record. A vector's worth of alignment, while it lasts, keeps loads from
 // crossing cache lines.
@@ -141,7 +225,20 @@ class Tables {
     r->halves.set(next_);
     const size_t n = size_t{1} << order;
     if (n < 8) return;
-    const int lanes = static_cast<int>(n / 4 < kLanes<T> ? n / 4 : kLanes<T>);
+    if (n / 4 >= kLanes<T>) {
+      using Roots = LaneRoots<T, kLanes<T>>;
+      const typename Roots::D d;
+      const Roots roots(wave_, order);
+      auto k = hn::Add(Roots::numbers(inLaneOrder_), Roots::all(1));
+      for (size_t i = 0; i < n / 4; i += kLanes<T>, k = hn::Add(k, Roots::all(kLanes<T>))) {
+        const auto w = roots.at(k);
+        hn::StoreU(hn::Mul(w.re, hn::Set(d, T(0.5))), d, next_);
+        hn::StoreU(hn::Mul(w.im, hn::Set(d, T(-0.5))), d, next_ + kLanes<T>);
+        next_ += 2 * kLanes<T>;
+      }
+      return;
+    }
+    const int lanes = static_cast<int>(n / 4);
     for (size_t k = 1; k <= n / 4; k += lanes) {
       vectors(lanes, [&](int lane) {
         const Root<T> w = wave_.root(k + lane, order);
@@ -157,10 +254,11 @@ class Tables {
     if (order <= kLastSmallOrder<T>) return square(order);
     const Plan& plan = kStockhamPlans<T>[order];
     const size_t m = size_t{1} << (order - kFirstBits<T>);
-    for (size_t p = 0; p < m; p += kPassLanes<T>) {
-      for (size_t j = 1; j < kFirstRadix<T>; ++j) {
-        passVectors([&](int lane) { return wave_.root(j * (p + lane), order); });
-      }
+    const PassRoots roots(wave_, order);
+    auto numbers = passNumbers();
+    for (size_t p = 0; p < m; p += kPassLanes<T>, numbers = hn::Add(numbers, PassRoots::all(kPassLanes<T>))) {
+      auto k = numbers;
+      for (size_t j = 1; j < kFirstRadix<T>; ++j, k = hn::Add(k, numbers)) putVector(roots.at(k));
     }
     passes(plan, 1, order - kFirstBits<T>);
   }
@@ -181,14 +279,19 @@ class Tables {
   // At all of them, in vectors.
   void tabledTwiddles(Ref<T>* ref, int order, size_t rows, size_t columns) {
     ref->set(next_);
-    for (size_t k = 0; k < rows; ++k) {
+    const PassRoots roots(wave_, order);
+    const auto numbers = passNumbers();
+    auto row = PassRoots::all(0);
+    for (size_t k = 0; k < rows; ++k, row = hn::Add(row, numbers)) {
       for (size_t c = 0; c < columns; c += kPassLanes<T>) {
-        passVectors([&](int lane) { return wave_.root(k * (c + lane), order); });
+        putVector(roots.at(hn::Add(row, PassRoots::all(k * c))));
       }
     }
   }
 
  private:
+  using PassRoots = LaneRoots<T, kPassLanes<T>>;
+
   void put(Root<T> w) {
     *next_++ = w.re;
     *next_++ = w.im;
@@ -206,13 +309,16 @@ class Tables {
   }
 
   // What a pass loads at once.
-  template <class F>
-  void passVectors(F of) {
+  typename PassRoots::Index passNumbers() const { return PassRoots::numbers(inLaneOrder_ && !kPaired); }
+  void putVector(const typename PassRoots::Parts& w) {
+    const typename PassRoots::D d;
     if constexpr (kPaired) {
-      for (size_t lane = 0; lane < kPassLanes<T>; ++lane) put(of(static_cast<int>(lane)));
+      hn::StoreInterleaved2(w.re, w.im, d, next_);
     } else {
-      vectors(kPassLanes<T>, of);
+      hn::StoreU(w.re, d, next_);
+      hn::StoreU(w.im, d, next_ + kPassLanes<T>);
     }
+    next_ += 2 * kPassLanes<T>;
   }
 
   // For each pass but the last, and each of its butterflies, exp(-2 pi i p j / n) for j = 1 .. radix - 1.
@@ -229,9 +335,24 @@ class Tables {
   // Small transforms above order 5; those below have theirs in the program.
   void square(int order) {
     if (order < 6) return;
-    const int lanes = 1 << (order - 3);
-    for (size_t j = 1; j < 8; ++j) {
-      vectors(lanes, [&](int lane) { return wave_.root(j * lane, order); });
+    if (size_t{1} << (order - 3) == kLanes<T>) {
+      square<kLanes<T>>(order);
+    } else {
+      square<kLanes<T> / 2>(order);
+    }
+  }
+  template <size_t N>
+  void square(int order) {
+    using Roots = LaneRoots<T, N>;
+    const typename Roots::D d;
+    const Roots roots(wave_, order);
+    const auto numbers = Roots::numbers(inLaneOrder_);
+    auto k = numbers;
+    for (size_t j = 1; j < 8; ++j, k = hn::Add(k, numbers)) {
+      const auto w = roots.at(k);
+      hn::StoreU(w.re, d, next_);
+      hn::StoreU(w.im, d, next_ + N);
+      next_ += 2 * N;
     }
   }
 

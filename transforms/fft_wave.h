@@ -42,27 +42,32 @@ struct QuarterWave {
   const T* sine;
   int bits;  // log2 M
 
+  // For any k. Tables of contexts are made of many of these: there is nothing to branch on.
   constexpr T sin(size_t k) const {
-    const size_t quarter = size_t{1} << (bits - 2);
-    return k <= quarter ? sine[k] : sine[2 * quarter - k];
+    const size_t half = size_t{1} << (bits - 1), within = k & (half - 1);
+    const T sign[] = {1, -1};
+    return sine[within < half - within ? within : half - within] * sign[k >> (bits - 1) & 1];
   }
 
   // exp(-2 pi i k / 2^order), order up to `bits`, any k.
   constexpr Root<T> root(size_t k, int order) const {
-    const size_t full = size_t{1} << bits, half = full / 2, quarter = full / 4;
-    const size_t s = (k << (bits - order)) & (full - 1);
-    const size_t c = (s + quarter) & (full - 1);
-    return {c < half ? sin(c) : -sin(c - half), s < half ? -sin(s) : sin(s - half)};
+    const size_t s = k << (bits - order);
+    return {sin(s + (size_t{1} << (bits - 2))), -sin(s)};
   }
 };
 
+// sin(2 pi k / M) for k = 0 .. M/4.
+template <class T, int kBits>
+constexpr auto makeSine() {
+  constexpr int64_t kM = int64_t{1} << kBits;
+  std::array<T, kM / 4 + 1> table{};
+  for (int64_t k = 0; k <= kM / 4; ++k) table[static_cast<size_t>(k)] = static_cast<T>(turnOf(k, kM).im);
+  return table;
+}
+
 // The table for M = 1024, part of the program.
 template <class T>
-inline constexpr auto kSine1024 = [] {
-  std::array<T, 257> table{};
-  for (int k = 0; k <= 256; ++k) table[k] = static_cast<T>(turnOf(k, 1024).im);
-  return table;
-}();
+inline constexpr auto kSine1024 = makeSine<T, 10>();
 
 template <class T>
 inline constexpr QuarterWave<T> kWave1024{kSine1024<T>.data(), 10};
