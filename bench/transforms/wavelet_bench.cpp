@@ -1,8 +1,11 @@
-// Filter banks beside plain loops over outputs and taps.
+// Filter banks beside plain loops over outputs and taps; chains of them beside the transform of GSL.
 // SPDX-License-Identifier: MIT
 #include "kvrs/wavelet.h"
 
+#include <gsl/gsl_wavelet.h>
+
 #include <string>
+#include <vector>
 
 #include "bench/support/bench.h"
 
@@ -75,6 +78,53 @@ Register wavelet([] {
           [=] { kvrsWTInv_32f16s(lows, highs, len, integers.get(), inverseToIntegers); });
       add(name("inv_32f16s"), "loop",
           [=] { loopInverse(low.get(), high.get(), taps, lows, highs, signal, len); });
+    }
+  }
+});
+
+// All levels of the transform of a vector by Daubechies' filters. GSL's is periodic, in doubles and in place; ours goes on from
+// the vector before.
+Register chains([] {
+  for (const int taps : {4, 8, 16}) {
+    for (const int len : {1024, 16384}) {
+      const size_t n = static_cast<size_t>(len);
+      const std::string name = "wavelet/chain/" + std::to_string(taps) + "/" + std::to_string(len);
+      addPrepared(name, "kvrs", [=] {
+        const std::shared_ptr<gsl_wavelet> wavelet(
+            gsl_wavelet_alloc(gsl_wavelet_daubechies, static_cast<size_t>(taps)), gsl_wavelet_free);
+        const std::vector<float> low(wavelet->h1, wavelet->h1 + taps), high(wavelet->g1, wavelet->g1 + taps);
+        std::vector<KvrsWTFwdState_32f*> states;
+        for (int half = len / 2; half >= 1; half /= 2) {
+          states.emplace_back();
+          kvrsWTFwdInitAlloc_32f(&states.back(), low.data(), taps, 0, high.data(), taps, 0);
+        }
+        const auto x = array<float>(n), lows = array<float>(n), highs = array<float>(n);
+        return [=](long calls) {
+          for (; calls > 0; --calls) {
+            const float* src = x.get();
+            int half = len / 2;
+            for (KvrsWTFwdState_32f* state : states) {
+              kvrsWTFwd_32f(src, lows.get(), highs.get() + half, half, state);
+              src = lows.get();
+              half /= 2;
+            }
+            writeMemory();
+          }
+        };
+      });
+      addPrepared(name, "gsl", [=] {
+        const std::shared_ptr<gsl_wavelet> wavelet(
+            gsl_wavelet_alloc(gsl_wavelet_daubechies, static_cast<size_t>(taps)), gsl_wavelet_free);
+        const std::shared_ptr<gsl_wavelet_workspace> work(gsl_wavelet_workspace_alloc(n),
+                                                          gsl_wavelet_workspace_free);
+        const auto x = array<double>(n);
+        return [=](long calls) {
+          for (; calls > 0; --calls) {
+            gsl_wavelet_transform_forward(wavelet.get(), x.get(), 1, n, work.get());
+            writeMemory();
+          }
+        };
+      });
     }
   }
 });

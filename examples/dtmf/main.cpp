@@ -7,9 +7,7 @@
 #include <cmath>
 #include <cstdio>
 #include <cstdlib>
-#include <cstring>
 #include <filesystem>
-#include <memory>
 #include <new>
 
 #include "detector.h"
@@ -17,6 +15,7 @@
 #include "picture.h"
 #include "support/failure.h"
 #include "support/recording.h"
+#include "support/report.h"
 
 namespace dtmf {
 namespace {
@@ -101,16 +100,6 @@ Options parse(int argc, char** argv) {
   return options;
 }
 
-// Prints to stdout and into the report.
-template <class... Values>
-void line(FILE* report, const char* topic, const char* format, Values... values) {
-  for (FILE* out : {stdout, report}) {
-    fprintf(out, "%-12s", topic);
-    fprintf(out, format, values...);
-    fputc('\n', out);
-  }
-}
-
 // The fewest digits to be changed, left out or put in that make one text of the other (Levenshtein).
 size_t distance(const std::string& a, const std::string& b) {
   std::vector<size_t> row(b.size() + 1);
@@ -163,38 +152,38 @@ std::vector<ErrorCurve> errorCurves(const Call& call) {
   return curves;
 }
 
-void reportErrors(FILE* report, const Call& call, const std::string& out) {
+void reportErrors(Report& report, const Call& call, const std::string& out) {
   const auto curves = errorCurves(call);
   for (const ErrorCurve& curve : curves) {
-    line(report, "errors", "with %s:", curve.name.c_str());
+    report.line("errors", "with %s:", curve.name.c_str());
     for (size_t k = 0; k < curve.db.size(); k++) {
-      line(report, "", "%+3.0f dB: %5.1f %% of the digits", curve.db[k], 100 * curve.rate[k]);
+      report.line("", "%+3.0f dB: %5.1f %% of the digits", curve.db[k], 100 * curve.rate[k]);
     }
   }
   drawErrors(curves, "Wrong digits on a telephone line", out + "errors.svg");
 }
 
-void reportDigits(FILE* report, const Options& options, const std::string& out) {
+void reportDigits(Report& report, const Options& options, const std::string& out) {
   Recording recording;
   std::string title;
   if (options.dials) {
     recording = {kLineRate, {dial(options.call)}};
-    line(report, "dialled", "%s", options.call.keys.c_str());
+    report.line("dialled", "%s", options.call.keys.c_str());
     title = "Dialled: " + options.call.keys;
   } else {
     recording = readRecording(options.recording);
     title = std::filesystem::path(options.recording).filename();
-    line(report, "recording", "%s: %.2f s, %d Hz, %zu channel%s", title.c_str(), recording.seconds(),
-         recording.sampleRate, recording.channels.size(), recording.channels.size() == 1 ? "" : "s");
+    report.line("recording", "%s: %.2f s, %d Hz, %zu channel%s", title.c_str(), recording.seconds(),
+                recording.sampleRate, recording.channels.size(), recording.channels.size() == 1 ? "" : "s");
   }
   const size_t channels = recording.channels.size();
   for (size_t c = 0; c < channels; c++) {
     const Detection detection = detect(recording.channels[c], recording.sampleRate);
     const std::string keys = detection.keys();
     const std::string of = channels == 1 ? std::string() : std::string(" ").append(std::to_string(c + 1));
-    line(report, ("digits" + of).c_str(), "%s", keys.empty() ? "none" : keys.c_str());
+    report.line(("digits" + of).c_str(), "%s", keys.empty() ? "none" : keys.c_str());
     for (const Digit& digit : detection.digits) {
-      line(report, "", "%c from %.3f to %.3f s", digit.key, digit.begin, digit.end);
+      report.line("", "%c from %.3f to %.3f s", digit.key, digit.begin, digit.end);
     }
     drawLevels(detection, channels == 1 ? title : title + ", channel" + of,
                out + (channels == 1 ? "levels" : "levels" + std::to_string(c + 1)) + ".svg");
@@ -210,15 +199,14 @@ void run(Options options) {
   std::error_code error;
   std::filesystem::create_directories(options.out, error);
   if (error) throw Failure("cannot make the directory " + options.out + ": " + error.message());
-  const std::string out = options.out + "/", reportPath = out + "report.txt";
-  const std::unique_ptr<FILE, int (*)(FILE*)> report(fopen(reportPath.c_str(), "w"), fclose);
-  if (report == nullptr) throw Failure("cannot write " + reportPath);
+  const std::string out = options.out + "/";
+  Report report(out + "report.txt");
   if (options.errors) {
-    reportErrors(report.get(), options.call, out);
+    reportErrors(report, options.call, out);
   } else {
-    reportDigits(report.get(), options, out);
+    reportDigits(report, options, out);
   }
-  line(report.get(), "written", "%s", options.out.c_str());
+  report.line("written", "%s", options.out.c_str());
 }
 
 }  // namespace

@@ -394,6 +394,42 @@ TEST(Goertzel, ZeroFrequencySums) {
   }
 }
 
+// Frequencies at any address, with nothing readable beside them.
+TEST(Goertzel, FrequenciesAnywhere) {
+  Random random(16);
+  Arena arena(64);
+  std::vector<Kvr16sc> x(100);
+  std::vector<Kvr64f> y(100);
+  for (size_t i = 0; i < x.size(); ++i) {
+    x[i] = random.value<Kvr16sc>();
+    y[i] = random.value<Kvr64f>();
+  }
+  const float single[2] = {0.1f, 0.75f};
+  const double twice[2] = {0.1, 0.75};
+  const Kvr16s q15[2] = {3277, 24576};
+  const auto anywhere = [&](const auto& values, size_t offset) {
+    auto* const to = arena.place<std::remove_cvref_t<decltype(values[0])>>(
+        2, offset % 2 != 0 ? Side::front : Side::back, offset);
+    put(to, 0, values[0]);
+    put(to, 1, values[1]);
+    return to;
+  };
+  Kvr16sc want[2], got[2];
+  Kvr64fc wantTwice[2], gotTwice[2];
+  for (size_t offset = 0; offset < 16; ++offset) {
+    ASSERT_EQ(kvrStatusOk, kvrsGoertzTwo_16sc_Sfs(x.data(), 100, want, single, 8));
+    ASSERT_EQ(kvrStatusOk, kvrsGoertzTwo_16sc_Sfs(x.data(), 100, got, anywhere(single, offset), 8));
+    EXPECT_EQ(show(want[0]) + show(want[1]), show(got[0]) + show(got[1]));
+    ASSERT_EQ(kvrStatusOk, kvrsGoertzTwoQ15_16sc_Sfs(x.data(), 100, want, q15, 8));
+    ASSERT_EQ(kvrStatusOk, kvrsGoertzTwoQ15_16sc_Sfs(x.data(), 100, got, anywhere(q15, offset), 8));
+    EXPECT_EQ(show(want[0]) + show(want[1]), show(got[0]) + show(got[1]));
+    ASSERT_EQ(kvrStatusOk, kvrsGoertzTwo_64f(y.data(), 100, wantTwice, twice));
+    ASSERT_EQ(kvrStatusOk, kvrsGoertzTwo_64f(y.data(), 100, gotTwice, anywhere(twice, offset)));
+    EXPECT_EQ(show(wantTwice[0]) + show(wantTwice[1]), show(gotTwice[0]) + show(gotTwice[1]));
+    ASSERT_TRUE(arena.intact());
+  }
+}
+
 TEST(Goertzel, OneSample) {
   const Kvr32f one = 1;
   const Kvr64f oneTwice = 1;

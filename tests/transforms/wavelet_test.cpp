@@ -542,6 +542,41 @@ TEST(Wavelet, IntegersAreRoundedToNearest) {
   }
 }
 
+// Taps at any address, with nothing readable beside them.
+TEST(Wavelet, TapsAnywhere) {
+  Random random(39);
+  Memory memory(64 * sizeof(float));
+  for (int len : {1, 2, 5, 8, 9, 31}) {
+    const Channel low = randomChannel(random, len, 0), high = randomChannel(random, len + 1, 2);
+    const size_t n = low.taps.size();
+    float* const lowTaps = memory.place<float>(0, n, random);
+    float* const highTaps = memory.place<float>(1, n + 1, random);
+    memory.place<float>(2, 1, random);
+    copyTo(lowTaps, low.taps.data(), n);
+    copyTo(highTaps, high.taps.data(), n + 1);
+    KvrsWTFwdState_32f *state = nullptr, *same = nullptr;
+    KvrsWTInvState_32f *inverse = nullptr, *sameInverse = nullptr;
+    ASSERT_EQ(kvrStatusOk, kvrsWTFwdInitAlloc_32f(&state, lowTaps, len, 0, highTaps, len + 1, 2));
+    ASSERT_EQ(kvrStatusOk, kvrsWTInvInitAlloc_32f(&inverse, lowTaps, len, 0, highTaps, len + 1, 2));
+    ASSERT_TRUE(memory.intact());
+    ASSERT_EQ(kvrStatusOk, init(kvrsWTFwdInitAlloc_32f, &same, low, high));
+    ASSERT_EQ(kvrStatusOk, init(kvrsWTInvInitAlloc_32f, &sameInverse, low, high));
+    std::vector<float> x(80), a(40), b(40), c(40), d(40), y(80), z(80);
+    for (float& v : x) v = random.value<float>();
+    EXPECT_EQ(kvrStatusOk, kvrsWTFwd_32f(x.data(), a.data(), b.data(), 40, state));
+    EXPECT_EQ(kvrStatusOk, kvrsWTFwd_32f(x.data(), c.data(), d.data(), 40, same));
+    EXPECT_EQ(a, c);
+    EXPECT_EQ(b, d);
+    EXPECT_EQ(kvrStatusOk, kvrsWTInv_32f(a.data(), b.data(), 40, y.data(), inverse));
+    EXPECT_EQ(kvrStatusOk, kvrsWTInv_32f(a.data(), b.data(), 40, z.data(), sameInverse));
+    EXPECT_EQ(y, z);
+    EXPECT_EQ(kvrStatusOk, kvrsWTFwdFree_32f(state));
+    EXPECT_EQ(kvrStatusOk, kvrsWTFwdFree_32f(same));
+    EXPECT_EQ(kvrStatusOk, kvrsWTInvFree_32f(inverse));
+    EXPECT_EQ(kvrStatusOk, kvrsWTInvFree_32f(sameInverse));
+  }
+}
+
 TEST(Wavelet, FaultsInOrder) {
   const float taps[4] = {1, 2, 3, 4};
   auto* const before = reinterpret_cast<KvrsWTFwdState_32f*>(uintptr_t{64});
