@@ -17,8 +17,8 @@ KVRS_BEGIN_DECLS
  *     e       = (ref[n] - y) * (mu + mu)
  *     taps[k] = taps[k] + x[n-k] * e                      for all k
  *
- * The next output uses the changed taps. The filter converges, roughly, while mu is above 0 and below 1 / (L * P), P being
- * the mean square of x; nothing tells when it diverges. With a mu of 0 it is a plain FIR filter.
+ * The next output uses the changed taps. The filter converges, roughly, while mu is above 0 and well below 1 / (L * P),
+ * with P the mean square of x; nothing tells when it diverges. With a mu of 0 it is a plain FIR filter.
  *
  * | Context or form                 | samples | taps         | sums             | results                                  |
  * |---------------------------------|---------|--------------|------------------|------------------------------------------|
