@@ -37,6 +37,19 @@ GUIDES = ["first-steps", "states", "transforms", "fixed-point", "numerics", "acc
           "migration", "platforms", "changelog"]
 DEVELOPERS = ["architecture", "adding-a-function", "dependencies", "costs"]
 
+# Family -> its figures, drawn by docs/manual/figures.gp.
+FIGURES = {
+    "arctan": [("arctan", "The largest error of kvrsArctan_32f among the arguments around")],
+    "exponential": [("exponential", "The largest error of kvrsExp_32f among the arguments around")],
+    "fft": [("fft", "The error of the forward transform of noise, over the order")],
+    "fir_gen": [("fir", "Low-pass filters of 65 taps at a tenth of the sampling rate")],
+    "iir_gen": [("iir", "Low-pass filters at a tenth of the sampling rate; ripples of 1 dB")],
+    "logarithm": [("logarithm", "The largest error of kvrsLn_32f among the arguments around")],
+    "roots": [("sqrt", "The largest error of kvrsSqrt_32f among the arguments around"),
+              ("cubrt", "That of kvrsCubrt_32f")],
+    "window": [("windows", "Windows of 65 samples"), ("spectra", "and their spectra")],
+}
+
 FLAGS = {"I", "Sfs", "ISfs", "P", "IP", "PSfs", "IPSfs", "D2L"}
 TYPE_CODES = re.compile(r"(?:\d+(?:sc|fc|u|s|f))+")
 FLAG_WORDS = {"I": "in place", "Sfs": "scaled", "ISfs": "in place, scaled", "P": "of several channels",
@@ -259,12 +272,12 @@ class Manual:
         return "\n".join(out + ["</div>"])
 
     def snippet(self, family):
-        """The code of its snippet and what that prints."""
+        """Its snippet: where it is, what it shows, its code and what that prints."""
         path = SNIPPETS / f"{Path(family.header).stem}.c"
         if not path.exists():
             return None
-        code = re.sub(r"^/\*.*?\*/\n", "", path.read_text(), count=1, flags=re.S)
-        return path, code, path.with_suffix(".out").read_text()
+        comment, _, code = path.read_text().partition("*/\n")
+        return path, comment[2:comment.index("\n")].strip(), code, path.with_suffix(".out").read_text()
 
     def family_page(self, family):
         threads = any(re.search(r"^Threads: |among threads", g.contract, re.M) for g in family.groups)
@@ -276,9 +289,15 @@ class Manual:
         text.append("")
         snippet = self.snippet(family)
         if snippet:
-            path, code, printed = snippet
-            text += [f"@section {family.id}_example Example", "", "```c", code.rstrip(), "```", "", "prints", "",
-                     "```text", printed.rstrip(), "```", "", self.file_link(path), ""]
+            path, what, code, printed = snippet
+            text += [f"@section {family.id}_example Example", "", what, "", "```c", code.rstrip(), "```", "", "prints",
+                     "", "```text", printed.rstrip(), "```", "", self.file_link(path), ""]
+        figures = [(name, caption) for name, caption in FIGURES.get(family.id, ())
+                   if (self.target / f"{name}.svg").exists()]
+        if figures:
+            text += [f"@section {family.id}_figures Figures", ""]
+        for name, caption in figures:
+            text += [f"![{caption}]({name}.svg)", ""]
         several = len(family.groups) > 1
         if not several:
             text += [f"@section {family.id}_functions Functions", "", self.forms(family.functions), "",
