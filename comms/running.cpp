@@ -23,21 +23,32 @@ Kvr32s truncated(F acc) {
   return static_cast<Kvr32s>(acc);
 }
 
+// One rounding or two: numbers in range make no difference, as they are integers that no rounding touches.
+KVRS_INLINE double mulAdd(double x, double y, double z) {
+  return kFusedMulAdd ? __builtin_fma(x, y, z) : x * y + z;
+}
+
 // An average is out of range for good beyond this: with a magnitude of alpha from 2 on its next value is further away, as
 // |acc * alpha| - |acc| is at least |acc|, and |v * (1 - alpha)| at most 2^30 * 1.5 * |alpha|, which is less than half of
 // |acc * alpha|.
 constexpr double kForGood = 0x1p33;
 // So many samples make no double of kForGood infinite.
 constexpr size_t kSamplesAtOnce = 32;
+// Up to this magnitude two samples are taken at once: the square of alpha times an average in range is exact.
+constexpr int kMostForPairs = 1023;
 
 template <class Value>
 double average(Value value, size_t len, double acc, int alpha) {
   if (alpha == 1) return acc;
   const double a = alpha, b = 1 - alpha;
+  const bool byPairs = alpha >= -kMostForPairs && alpha <= kMostForPairs;
   size_t i = alpha == 0 ? len - 1 : 0;
   while (i < len) {
     const size_t end = std::min(len, i + kSamplesAtOnce);
-    for (; i < end; ++i) acc = acc * a + value(i) * b;
+    if (byPairs) {
+      for (; i + 2 <= end; i += 2) acc = mulAdd(acc, a * a, value(i) * (a * b) + value(i + 1) * b);
+    }
+    for (; i < end; ++i) acc = mulAdd(acc, a, value(i) * b);
     const bool isOut = acc > kForGood || acc < -kForGood;
     if (isOut && alpha != -1) return alpha < 0 && (len - i) % 2 != 0 ? -acc : acc;
   }

@@ -66,19 +66,22 @@ void slice(const Kvr16sc* src, Kvr16sc* dstPoint, Kvr32u* dstMetrics, const Kvr8
 
 // --- symbols ---
 
-constexpr int kSubsets = 16;
+constexpr Kvr32u kSubsets = 16;
 constexpr int kSecondPoint = 8;  // where its metrics begin
 
 void addMetrics(const Kvr32u* src, Kvr16sc* dst, bool isCoarse, int mask) {
-  const int firstBits = isCoarse ? 3 : 7;
-  const auto metric = [=](int i) { return static_cast<int>(get(src + i) & 0xFFFF); };
-  for (int v = 0; v < kSubsets; ++v) {
-    const int u = (v ^ (mask & 15)) + 2 * (v & 8);
-    for (const int symbol : {u, u ^ 8}) {
-      const int first = symbol >> 2, second = (symbol + first) & 3;
-      const int sum = metric(first & firstBits) + metric(kSecondPoint + second);
-      put({static_cast<Kvr16s>(symbol), static_cast<Kvr16s>(std::min(sum, 32767))}, dst++);
-    }
+  const Kvr32u firstBits = isCoarse ? 3 : 7, changed = static_cast<Kvr32u>(mask) & 15;
+  Kvr32u metric[2 * kSecondPoint];
+  for (int i = 0; i < 2 * kSecondPoint; ++i) metric[i] = get(src + i) & 0xFFFF;
+  const auto entry = [&](Kvr32u symbol) {
+    const Kvr32u first = symbol >> 2, second = (symbol + first) & 3;
+    const Kvr32u sum = metric[first & firstBits] + metric[kSecondPoint + second];
+    return Kvr16sc{static_cast<Kvr16s>(symbol), static_cast<Kvr16s>(std::min(sum, Kvr32u{32767}))};
+  };
+  for (Kvr32u v = 0; v < kSubsets; ++v) {
+    const Kvr32u u = (v ^ changed) + 2 * (v & 8);
+    put(entry(u), dst + 2 * v);
+    put(entry(u ^ 8), dst + 2 * v + 1);
   }
 }
 
@@ -92,10 +95,11 @@ constexpr int kStatesAtOnce = 65536 / kBranches / 2;
 // Of `count` states, the first of which is `begin`.
 void selectPaths(const Kvr16u* pathError, const Kvr8u* nextState, Kvr16u* curError, const Kvr16u* symbolTable,
                  Kvr32u* survivors, int reached, int begin, int count) {
-  Kvr32u best[kNextStates] = {};  // nothing is better than 0, so that branches to states unknown are lost
+  alignas(64)
+      Kvr32u best[kNextStates] = {};  // nothing is better than 0, so that branches to states unknown are lost
   for (int t = 0; t < reached; ++t) best[t] = Kvr32u{get(curError + t)} << 16;
 
-  Kvr32u metric[2][kBranches];  // to even states, to odd ones
+  alignas(64) Kvr32u metric[2][kBranches];  // to even states, to odd ones
   for (int j = 0; j < kBranches; ++j) {
     metric[0][j] = get(symbolTable + 4 * j + 1);
     metric[1][j] = get(symbolTable + 4 * j + 3);
@@ -103,7 +107,7 @@ void selectPaths(const Kvr16u* pathError, const Kvr8u* nextState, Kvr16u* curErr
   for (int s = 0; s < count; ++s) {
     const Kvr32u error = get(pathError + begin + s), number = static_cast<Kvr32u>(s * kBranches + 1);
     const Kvr32u* const added = metric[(begin + s) & 1];
-    Kvr32u path[kBranches];
+    alignas(64) Kvr32u path[kBranches];
     for (Kvr32u j = 0; j < kBranches; ++j) {
       path[j] = (std::min(error + added[j], Kvr32u{65535}) << 16) + number + j;
     }
