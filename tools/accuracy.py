@@ -2,8 +2,8 @@
 # SPDX-License-Identifier: MIT
 """Prints a table of the largest errors of elementary functions, in units in the last place, for each module.
 
-Functions of a single are compared at every argument with double precision, those of doubles at 10^8 arguments with extended
-precision (bench/accuracy/). It takes some minutes a function.
+Functions of a single are compared at every argument with double precision, those of doubles at 10^8 arguments with
+extended precision (bench/accuracy/). It takes some minutes a function.
 """
 import argparse
 import os
