@@ -111,6 +111,8 @@ void selectPaths(const Kvr16u* pathError, const Kvr8u* nextState, Kvr16u* curErr
     for (Kvr32u j = 0; j < kBranches; ++j) {
       path[j] = (std::min(error + added[j], Kvr32u{65535}) << 16) + number + j;
     }
+    // In memory, where each of them is a load: the compiler would take them out of vectors one by one.
+    asm("" : "+m"(path));
     const Kvr8u* const next = nextState + ptrdiff_t{kBranches} * (begin + s);
     for (int j = 0; j < kBranches; ++j) best[next[j]] = std::min(best[next[j]], path[j]);
   }
