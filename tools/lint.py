@@ -6,7 +6,9 @@
 - Every file says its licence.
 - A room includes lower rooms only, and the library nothing that needs the C++ run-time library.
 - Instruction sets are named in frame/simd.h alone.
-- Every declared function stands in a group of the manual, below its contract.
+- Every declared function stands in a group of the manual, below its contract. A header with complex elements says in
+  its first line that C's and C++'s complex numbers may stand for them. Families whose sources run teams of threads have
+  a paragraph in their contract that begins with "Threads:"; so have those of docs/threads.md, and no others.
 - The full name of every declared function stands in one header and, unless it is a second name, is defined in one
   source; no macro pastes names.
 
@@ -113,7 +115,13 @@ def check_text(path, text, findings):
 
 
 def check_public_header(path, text, findings):
-    """Tables of contracts are whole, and every declaration stands in a documented group."""
+    """Tables of contracts are whole, every declaration stands in a documented group, and users of complex types learn
+    that theirs will do."""
+    code = without_comments(text)
+    complex_types = [f"{width}fc" for width in (32, 64) if f"Kvr{width}fc" in code]
+    sentence = f"Elements of {' and '.join(complex_types)} may be C's and C++'s complex numbers (types.h)."
+    if path.name != "types.h" and complex_types and sentence not in text.splitlines()[0]:
+        findings.add(path, 1, f'the first line does not end in "{sentence}"')
     depth = 0
     for number, line in enumerate(text.splitlines(), 1):
         if re.match(r" \* \|", line) and not line.endswith("|"):
@@ -143,6 +151,27 @@ def check_library_source(path, text, findings):
                 findings.add(path, number, f"{match.group()}: instruction sets are the business of frame/simd.h alone")
         if re.match(r"\s*#\s*define\b", line) and "##" in line and "kvrs" in line:
             findings.add(path, number, "a macro that pastes names")
+
+
+RUNS_TEAMS = re.compile(r"\b(runSliced|slicedRoots|runTeam)\b[<(]")
+
+
+def check_threads(sources, findings):
+    """Families that run teams say so in their contracts, and those only."""
+    header_of = {function.name: function.header for function in declarations.functions(TOP / "include")}
+    shown = re.findall(r"kvrs[A-Z]\w+", (TOP / "docs/threads.md").read_text().partition("| Functions | from |")[2]
+                       .partition("\n\n")[0])
+    wanted = {header_of[name] for name in shown if name in header_of}
+    for path, text in sources:
+        if RUNS_TEAMS.search(text) and room_of(path) != "frame":
+            wanted |= {header_of[name] for name in DEFINITION.findall(without_comments(text)) if name in header_of}
+    for header in sorted(set(header_of.values())):
+        path = TOP / "include" / header
+        says = re.search(r"^ \* Threads: ", path.read_text(), re.M)
+        if header in wanted and not says:
+            findings.add(path, 1, 'no paragraph "Threads:" with the length from which calls may use several')
+        if says and header not in wanted:
+            findings.add(path, 1, 'says "Threads:", but docs/threads.md has none of its functions')
 
 
 def check_names(sources, findings):
@@ -197,6 +226,7 @@ def main():
             if path.suffix != ".h" and room_of(path) != "core":
                 sources.append((path, text))
     check_names(sources, findings)
+    check_threads(sources, findings)
     if findings.count:
         sys.exit(f"lint: {findings.count} findings")
     print(f"lint: {len(files)} files, no findings")

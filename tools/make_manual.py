@@ -93,6 +93,7 @@ class Family(NamedTuple):
     id: str  # the name of its header
     title: str
     brief: str
+    layout: str  # what is said of complex elements
     header: str
     room: str
     groups: list
@@ -155,7 +156,7 @@ class Manual:
                     "\n         ", "\n")
         if not groups:
             sys.exit(f"{header}: no group")
-        brief = text[3:text.index("\n")].strip()
+        brief, _, layout = text[3:text.index("\n")].strip().partition(" Elements of ")
         names = {f.name for f in functions}
         sources = sorted({self.defined[name] for name in names if name in self.defined})
         room = lint.room_of(sources[0]) if sources else "frame"
@@ -164,7 +165,8 @@ class Manual:
             return sorted(path for path, used in self.users[kind].items()
                           if used and sum(name in names for name in used) >= 0.3 * len(used))
         self._types(header, text)
-        return Family(Path(header).stem, title, brief, header, room, groups, functions, group_of, sources,
+        layout = f"Elements of {layout.replace('types.h', '@ref types')}" if layout else ""
+        return Family(Path(header).stem, title, brief, layout, header, room, groups, functions, group_of, sources,
                       mine("tests"), mine("bench"), texts)
 
     def _types(self, header, text):
@@ -286,6 +288,7 @@ class Manual:
                 f"`#include <{family.header}>` or `<kvrs.h>`: {len(names)} functions."]
         if not threads:
             text.append("Calls run on their caller's thread alone.")
+        text.append(family.layout)
         text.append("")
         snippet = self.snippet(family)
         if snippet:

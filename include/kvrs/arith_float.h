@@ -1,4 +1,4 @@
-/* Arithmetic on floating-point and complex vectors.
+/* Arithmetic on floating-point and complex vectors. Elements of 32fc and 64fc may be C's and C++'s complex numbers (types.h).
  * SPDX-License-Identifier: MIT */
 #ifndef KVRS_ARITH_FLOAT_H
 #define KVRS_ARITH_FLOAT_H

@@ -1,4 +1,4 @@
-/* Complex numbers and their parts.
+/* Complex numbers and their parts. Elements of 32fc and 64fc may be C's and C++'s complex numbers (types.h).
  * SPDX-License-Identifier: MIT */
 #ifndef KVRS_COMPLEX_PARTS_H
 #define KVRS_COMPLEX_PARTS_H

@@ -1,4 +1,4 @@
-/* Convolution of two finite signals.
+/* Convolution of two finite signals. Elements of 32fc may be C's and C++'s complex numbers (types.h).
  * SPDX-License-Identifier: MIT */
 #ifndef KVRS_CONVOLUTION_H
 #define KVRS_CONVOLUTION_H

@@ -1,4 +1,4 @@
-/* Correlation of signals.
+/* Correlation of signals. Elements of 32fc and 64fc may be C's and C++'s complex numbers (types.h).
  * SPDX-License-Identifier: MIT */
 #ifndef KVRS_CORRELATION_H
 #define KVRS_CORRELATION_H

@@ -1,4 +1,4 @@
-/* Discrete Fourier transforms of any length.
+/* Discrete Fourier transforms of any length. Elements of 32fc and 64fc may be C's and C++'s complex numbers (types.h).
  * SPDX-License-Identifier: MIT */
 #ifndef KVRS_DFT_H
 #define KVRS_DFT_H

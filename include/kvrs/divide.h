@@ -1,4 +1,4 @@
-/* Division of vectors, of a vector by a scalar and of a scalar by a vector.
+/* Division of vectors, of a vector by a scalar and of a scalar by a vector. Elements of 32fc and 64fc may be C's and C++'s complex numbers (types.h).
  * SPDX-License-Identifier: MIT */
 #ifndef KVRS_DIVIDE_H
 #define KVRS_DIVIDE_H

@@ -1,4 +1,4 @@
-/* Inner products.
+/* Inner products. Elements of 32fc and 64fc may be C's and C++'s complex numbers (types.h).
  * SPDX-License-Identifier: MIT */
 #ifndef KVRS_DOT_PRODUCT_H
 #define KVRS_DOT_PRODUCT_H

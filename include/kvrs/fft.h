@@ -1,4 +1,4 @@
-/* Fast Fourier transforms of lengths that are powers of two.
+/* Fast Fourier transforms of lengths that are powers of two. Elements of 32fc and 64fc may be C's and C++'s complex numbers (types.h).
  * SPDX-License-Identifier: MIT */
 #ifndef KVRS_FFT_H
 #define KVRS_FFT_H

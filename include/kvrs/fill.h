@@ -1,4 +1,4 @@
-/* Fill, copy and move.
+/* Fill, copy and move. Elements of 32fc and 64fc may be C's and C++'s complex numbers (types.h).
  * SPDX-License-Identifier: MIT */
 #ifndef KVRS_FILL_H
 #define KVRS_FILL_H

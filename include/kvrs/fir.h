@@ -1,4 +1,4 @@
-/* FIR filters.
+/* FIR filters. Elements of 32fc and 64fc may be C's and C++'s complex numbers (types.h).
  * SPDX-License-Identifier: MIT */
 #ifndef KVRS_FIR_H
 #define KVRS_FIR_H

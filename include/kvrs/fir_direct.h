@@ -1,4 +1,4 @@
-/* Stateless FIR filters.
+/* Stateless FIR filters. Elements of 32fc and 64fc may be C's and C++'s complex numbers (types.h).
  * SPDX-License-Identifier: MIT */
 #ifndef KVRS_FIR_DIRECT_H
 #define KVRS_FIR_DIRECT_H

@@ -1,4 +1,4 @@
-/* FIR filters between two sampling rates.
+/* FIR filters between two sampling rates. Elements of 32fc and 64fc may be C's and C++'s complex numbers (types.h).
  * SPDX-License-Identifier: MIT */
 #ifndef KVRS_FIR_MULTIRATE_H
 #define KVRS_FIR_MULTIRATE_H

@@ -1,4 +1,4 @@
-/* Version and memory.
+/* Version and memory. Elements of 32fc and 64fc may be C's and C++'s complex numbers (types.h).
  * SPDX-License-Identifier: MIT */
 #ifndef KVRS_FRAME_H
 #define KVRS_FRAME_H

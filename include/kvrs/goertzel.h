@@ -1,4 +1,4 @@
-/* Goertzel: the spectrum at one or two frequencies.
+/* Goertzel: the spectrum at one or two frequencies. Elements of 32fc and 64fc may be C's and C++'s complex numbers (types.h).
  * SPDX-License-Identifier: MIT */
 #ifndef KVRS_GOERTZEL_H
 #define KVRS_GOERTZEL_H

@@ -1,4 +1,4 @@
-/* The analytic signal.
+/* The analytic signal. Elements of 32fc may be C's and C++'s complex numbers (types.h).
  * SPDX-License-Identifier: MIT */
 #ifndef KVRS_HILBERT_H
 #define KVRS_HILBERT_H

@@ -1,4 +1,4 @@
-/* Recursive (IIR) filters.
+/* Recursive (IIR) filters. Elements of 32fc and 64fc may be C's and C++'s complex numbers (types.h).
  * SPDX-License-Identifier: MIT */
 #ifndef KVRS_IIR_H
 #define KVRS_IIR_H

@@ -1,4 +1,4 @@
-/* Floating-point arithmetic on operands of two types, and sums of products.
+/* Floating-point arithmetic on operands of two types, and sums of products. Elements of 32fc and 64fc may be C's and C++'s complex numbers (types.h).
  * SPDX-License-Identifier: MIT */
 #ifndef KVRS_MIXED_H
 #define KVRS_MIXED_H

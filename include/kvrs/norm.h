@@ -1,4 +1,4 @@
-/* Norms of vectors and of differences of vectors.
+/* Norms of vectors and of differences of vectors. Elements of 32fc and 64fc may be C's and C++'s complex numbers (types.h).
  * SPDX-License-Identifier: MIT */
 #ifndef KVRS_NORM_H
 #define KVRS_NORM_H

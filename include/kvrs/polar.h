@@ -1,4 +1,4 @@
-/* Magnitude, power and phase of complex numbers; polar coordinates.
+/* Magnitude, power and phase of complex numbers; polar coordinates. Elements of 32fc and 64fc may be C's and C++'s complex numbers (types.h).
  * SPDX-License-Identifier: MIT */
 #ifndef KVRS_POLAR_H
 #define KVRS_POLAR_H

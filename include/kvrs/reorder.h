@@ -1,4 +1,4 @@
-/* Byte order, order of elements, packing of bits.
+/* Byte order, order of elements, packing of bits. Elements of 32fc and 64fc may be C's and C++'s complex numbers (types.h).
  * SPDX-License-Identifier: MIT */
 #ifndef KVRS_REORDER_H
 #define KVRS_REORDER_H

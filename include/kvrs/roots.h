@@ -1,4 +1,4 @@
-/* Square and cube roots.
+/* Square and cube roots. Elements of 32fc and 64fc may be C's and C++'s complex numbers (types.h).
  * SPDX-License-Identifier: MIT */
 #ifndef KVRS_ROOTS_H
 #define KVRS_ROOTS_H

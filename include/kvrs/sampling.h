@@ -1,4 +1,4 @@
-/* Samples put between others, and taken out.
+/* Samples put between others, and taken out. Elements of 32fc and 64fc may be C's and C++'s complex numbers (types.h).
  * SPDX-License-Identifier: MIT */
 #ifndef KVRS_SAMPLING_H
 #define KVRS_SAMPLING_H

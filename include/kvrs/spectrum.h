@@ -1,4 +1,4 @@
-/* Products of packed spectra, and packed spectra made whole.
+/* Products of packed spectra, and packed spectra made whole. Elements of 32fc and 64fc may be C's and C++'s complex numbers (types.h).
  * SPDX-License-Identifier: MIT */
 #ifndef KVRS_SPECTRUM_H
 #define KVRS_SPECTRUM_H

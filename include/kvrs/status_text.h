@@ -79,23 +79,23 @@ static inline const char* kvrsStatusText(KvrStatus status) {
     case kvrStatusBadWaveletOffset:
       return "an offset of a wavelet filter out of range";
     case kvrStatusBadJaehneMagnitude:
-      return "a magnitude below 0";
+      return "a magnitude of Jaehne's signal below 0";
     case kvrStatusKaiserOverflow:
       return "the parameter of a Kaiser window overflows";
     case kvrStatusBadTriangleAsym:
-      return "an asymmetry out of range";
+      return "an asymmetry of a triangle out of range";
     case kvrStatusBadTrianglePhase:
-      return "a phase out of range";
+      return "a phase of a triangle out of range";
     case kvrStatusBadTriangleFreq:
-      return "a frequency out of range";
+      return "a frequency of a triangle out of range";
     case kvrStatusBadTriangleMagnitude:
-      return "a magnitude not above 0";
+      return "a magnitude of a triangle not above 0";
     case kvrStatusBadTonePhase:
-      return "a phase out of range";
+      return "a phase of a tone out of range";
     case kvrStatusBadToneFreq:
-      return "a frequency out of range";
+      return "a frequency of a tone out of range";
     case kvrStatusBadToneMagnitude:
-      return "a magnitude not above 0";
+      return "a magnitude of a tone not above 0";
     case kvrStatusBadChannelCount:
       return "fewer than one channel";
     case kvrStatusBadMatrixStep:

@@ -1,4 +1,4 @@
-/* Sums and means.
+/* Sums and means. Elements of 32fc and 64fc may be C's and C++'s complex numbers (types.h).
  * SPDX-License-Identifier: MIT */
 #ifndef KVRS_SUM_H
 #define KVRS_SUM_H

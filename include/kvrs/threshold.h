@@ -1,4 +1,4 @@
-/* Thresholds: elements beyond a level are limited or replaced.
+/* Thresholds: elements beyond a level are limited or replaced. Elements of 32fc and 64fc may be C's and C++'s complex numbers (types.h).
  * SPDX-License-Identifier: MIT */
 #ifndef KVRS_THRESHOLD_H
 #define KVRS_THRESHOLD_H

@@ -1,4 +1,4 @@
-/* Tones.
+/* Tones. Elements of 32fc and 64fc may be C's and C++'s complex numbers (types.h).
  * SPDX-License-Identifier: MIT */
 #ifndef KVRS_TONE_H
 #define KVRS_TONE_H

@@ -1,4 +1,4 @@
-/* Triangles.
+/* Triangles. Elements of 32fc and 64fc may be C's and C++'s complex numbers (types.h).
  * SPDX-License-Identifier: MIT */
 #ifndef KVRS_TRIANGLE_H
 #define KVRS_TRIANGLE_H

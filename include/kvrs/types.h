@@ -61,11 +61,11 @@ typedef struct {
 typedef struct {
   Kvr64s re, im;
 } Kvr64sc;
-/** code 32fc */
+/** code 32fc: an array of C's float complex or C++'s std::complex may stand for one of these, its pointer being cast */
 typedef struct {
   Kvr32f re, im;
 } Kvr32fc;
-/** code 64fc */
+/** code 64fc: likewise for C's double complex and C++'s std::complex of doubles */
 typedef struct {
   Kvr64f re, im;
 } Kvr64fc;
@@ -111,15 +111,15 @@ enum {
   kvrStatusBadShift = -32,             /**< a negative shift count */
   kvrStatusBadWindowLength = -33,      /**< a mask length below 1 */
   kvrStatusBadWaveletOffset = -35,     /**< an offset of a wavelet filter out of range */
-  kvrStatusBadJaehneMagnitude = -38,   /**< a magnitude below 0 */
+  kvrStatusBadJaehneMagnitude = -38,   /**< a magnitude of Jaehne's signal below 0 */
   kvrStatusKaiserOverflow = -39,       /**< the parameter of a Kaiser window overflows */
-  kvrStatusBadTriangleAsym = -40,      /**< an asymmetry out of range */
-  kvrStatusBadTrianglePhase = -41,     /**< a phase out of range */
-  kvrStatusBadTriangleFreq = -42,      /**< a frequency out of range */
-  kvrStatusBadTriangleMagnitude = -43, /**< a magnitude not above 0 */
-  kvrStatusBadTonePhase = -44,         /**< a phase out of range */
-  kvrStatusBadToneFreq = -45,          /**< a frequency out of range */
-  kvrStatusBadToneMagnitude = -46,     /**< a magnitude not above 0 */
+  kvrStatusBadTriangleAsym = -40,      /**< an asymmetry of a triangle out of range */
+  kvrStatusBadTrianglePhase = -41,     /**< a phase of a triangle out of range */
+  kvrStatusBadTriangleFreq = -42,      /**< a frequency of a triangle out of range */
+  kvrStatusBadTriangleMagnitude = -43, /**< a magnitude of a triangle not above 0 */
+  kvrStatusBadTonePhase = -44,         /**< a phase of a tone out of range */
+  kvrStatusBadToneFreq = -45,          /**< a frequency of a tone out of range */
+  kvrStatusBadToneMagnitude = -46,     /**< a magnitude of a tone not above 0 */
   kvrStatusBadChannelCount = -53,      /**< fewer than one channel */
   kvrStatusBadMatrixStep = -182,       /**< a step of a matrix that is no positive multiple of 8 bytes */
   kvrStatusBadSparseIndex = -194,      /**< sparse positions negative, or not strictly ascending */

@@ -1,4 +1,4 @@
-/* Squares, absolute values and normalisation of vectors.
+/* Squares, absolute values and normalisation of vectors. Elements of 32fc and 64fc may be C's and C++'s complex numbers (types.h).
  * SPDX-License-Identifier: MIT */
 #ifndef KVRS_UNARY_H
 #define KVRS_UNARY_H

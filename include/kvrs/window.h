@@ -1,4 +1,4 @@
-/* Windows.
+/* Windows. Elements of 32fc and 64fc may be C's and C++'s complex numbers (types.h).
  * SPDX-License-Identifier: MIT */
 #ifndef KVRS_WINDOW_H
 #define KVRS_WINDOW_H

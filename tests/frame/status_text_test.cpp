@@ -33,4 +33,15 @@ TEST(StatusText, KnowsAllStatusesAndNoOthers) {
   EXPECT_STREQ(kvrsStatusText(INT32_MAX), kUnknown);
 }
 
+TEST(StatusText, NoTwoStatusesSayTheSame) {
+  std::map<std::string, int> seen;
+  for (int status = -1000; status <= 1000; status++) {
+    const std::string text = kvrsStatusText(status);
+    EXPECT_FALSE(text.empty()) << status;
+    if (text == kUnknown) continue;
+    const auto [entry, first] = seen.emplace(text, status);
+    EXPECT_TRUE(first) << status << " and " << entry->second;
+  }
+}
+
 }  // namespace
