@@ -18,104 +18,47 @@
 
 namespace kvrs {
 
-// The transforms that blocks of elements T run through. kThere: whether they can be had at all.
+// The transforms that blocks of elements T run through, their product, and the functions that make and release their context.
+// kThere: whether they can be had at all.
 template <class T>
 struct BlockTransform {
   struct Spec;
   static constexpr bool kThere = false;
 };
 
-template <>
-struct BlockTransform<Kvr32f> {
-  using Spec = KvrsFFTSpec_R_32f;
+template <class SpecType, auto kGetSize, auto kInit, auto kFree, auto kForward, auto kMultiply, auto kInverse>
+struct BlockTransformOf {
+  using Spec = SpecType;
   static constexpr bool kThere = true;
+  static constexpr auto free = kFree;
+  static constexpr auto forward = kForward;    // (src, dst, spec, buffer)
+  static constexpr auto multiply = kMultiply;  // (spectrum, frame, fftLen)
+  static constexpr auto inverse = kInverse;    // (frame, spec, buffer)
 
   static KvrStatus getSize(int order, int* specSize, int* initBufSize, int* workSize) {
-    return kvrsFFTGetSize_R_32f(order, kvrFftDivInvByN, kvrHintNone, specSize, initBufSize, workSize);
+    return kGetSize(order, kvrFftDivInvByN, kvrHintNone, specSize, initBufSize, workSize);
   }
   static KvrStatus init(Spec** spec, int order, Kvr8u* specMem, Kvr8u* initBuf) {
-    return kvrsFFTInit_R_32f(spec, order, kvrFftDivInvByN, kvrHintNone, specMem, initBuf);
-  }
-  static KvrStatus free(Spec* spec) { return kvrsFFTFree_R_32f(spec); }
-  static KvrStatus forward(const Kvr32f* src, Kvr32f* dst, const Spec* spec, Kvr8u* buffer) {
-    return kvrsFFTFwd_RToPerm_32f(src, dst, spec, buffer);
-  }
-  static KvrStatus multiply(const Kvr32f* spectrum, Kvr32f* frame, int fftLen) {
-    return kvrsMulPerm_32f_I(spectrum, frame, fftLen);
-  }
-  static KvrStatus inverse(Kvr32f* frame, const Spec* spec, Kvr8u* buffer) {
-    return kvrsFFTInv_PermToR_32f_I(frame, spec, buffer);
+    return kInit(spec, order, kvrFftDivInvByN, kvrHintNone, specMem, initBuf);
   }
 };
 
 template <>
-struct BlockTransform<Kvr64f> {
-  using Spec = KvrsFFTSpec_R_64f;
-  static constexpr bool kThere = true;
-
-  static KvrStatus getSize(int order, int* specSize, int* initBufSize, int* workSize) {
-    return kvrsFFTGetSize_R_64f(order, kvrFftDivInvByN, kvrHintNone, specSize, initBufSize, workSize);
-  }
-  static KvrStatus init(Spec** spec, int order, Kvr8u* specMem, Kvr8u* initBuf) {
-    return kvrsFFTInit_R_64f(spec, order, kvrFftDivInvByN, kvrHintNone, specMem, initBuf);
-  }
-  static KvrStatus free(Spec* spec) { return kvrsFFTFree_R_64f(spec); }
-  static KvrStatus forward(const Kvr64f* src, Kvr64f* dst, const Spec* spec, Kvr8u* buffer) {
-    return kvrsFFTFwd_RToPerm_64f(src, dst, spec, buffer);
-  }
-  static KvrStatus multiply(const Kvr64f* spectrum, Kvr64f* frame, int fftLen) {
-    return kvrsMulPerm_64f_I(spectrum, frame, fftLen);
-  }
-  static KvrStatus inverse(Kvr64f* frame, const Spec* spec, Kvr8u* buffer) {
-    return kvrsFFTInv_PermToR_64f_I(frame, spec, buffer);
-  }
-};
-
+struct BlockTransform<Kvr32f>
+    : BlockTransformOf<KvrsFFTSpec_R_32f, kvrsFFTGetSize_R_32f, kvrsFFTInit_R_32f, kvrsFFTFree_R_32f,
+                       kvrsFFTFwd_RToPerm_32f, kvrsMulPerm_32f_I, kvrsFFTInv_PermToR_32f_I> {};
 template <>
-struct BlockTransform<Kvr32fc> {
-  using Spec = KvrsFFTSpec_C_32fc;
-  static constexpr bool kThere = true;
-
-  static KvrStatus getSize(int order, int* specSize, int* initBufSize, int* workSize) {
-    return kvrsFFTGetSize_C_32fc(order, kvrFftDivInvByN, kvrHintNone, specSize, initBufSize, workSize);
-  }
-  static KvrStatus init(Spec** spec, int order, Kvr8u* specMem, Kvr8u* initBuf) {
-    return kvrsFFTInit_C_32fc(spec, order, kvrFftDivInvByN, kvrHintNone, specMem, initBuf);
-  }
-  static KvrStatus free(Spec* spec) { return kvrsFFTFree_C_32fc(spec); }
-  static KvrStatus forward(const Kvr32fc* src, Kvr32fc* dst, const Spec* spec, Kvr8u* buffer) {
-    return kvrsFFTFwd_CToC_32fc(src, dst, spec, buffer);
-  }
-  static KvrStatus multiply(const Kvr32fc* spectrum, Kvr32fc* frame, int fftLen) {
-    return kvrsMul_32fc_I(spectrum, frame, fftLen);
-  }
-  static KvrStatus inverse(Kvr32fc* frame, const Spec* spec, Kvr8u* buffer) {
-    return kvrsFFTInv_CToC_32fc_I(frame, spec, buffer);
-  }
-};
-
+struct BlockTransform<Kvr64f>
+    : BlockTransformOf<KvrsFFTSpec_R_64f, kvrsFFTGetSize_R_64f, kvrsFFTInit_R_64f, kvrsFFTFree_R_64f,
+                       kvrsFFTFwd_RToPerm_64f, kvrsMulPerm_64f_I, kvrsFFTInv_PermToR_64f_I> {};
 template <>
-struct BlockTransform<Kvr64fc> {
-  using Spec = KvrsFFTSpec_C_64fc;
-  static constexpr bool kThere = true;
-
-  static KvrStatus getSize(int order, int* specSize, int* initBufSize, int* workSize) {
-    return kvrsFFTGetSize_C_64fc(order, kvrFftDivInvByN, kvrHintNone, specSize, initBufSize, workSize);
-  }
-  static KvrStatus init(Spec** spec, int order, Kvr8u* specMem, Kvr8u* initBuf) {
-    return kvrsFFTInit_C_64fc(spec, order, kvrFftDivInvByN, kvrHintNone, specMem, initBuf);
-  }
-  static KvrStatus free(Spec* spec) { return kvrsFFTFree_C_64fc(spec); }
-  static KvrStatus forward(const Kvr64fc* src, Kvr64fc* dst, const Spec* spec, Kvr8u* buffer) {
-    return kvrsFFTFwd_CToC_64fc(src, dst, spec, buffer);
-  }
-  static KvrStatus multiply(const Kvr64fc* spectrum, Kvr64fc* frame, int fftLen) {
-    return kvrsMul_64fc_I(spectrum, frame, fftLen);
-  }
-  static KvrStatus inverse(Kvr64fc* frame, const Spec* spec, Kvr8u* buffer) {
-    return kvrsFFTInv_CToC_64fc_I(frame, spec, buffer);
-  }
-};
+struct BlockTransform<Kvr32fc>
+    : BlockTransformOf<KvrsFFTSpec_C_32fc, kvrsFFTGetSize_C_32fc, kvrsFFTInit_C_32fc, kvrsFFTFree_C_32fc,
+                       kvrsFFTFwd_CToC_32fc, kvrsMul_32fc_I, kvrsFFTInv_CToC_32fc_I> {};
+template <>
+struct BlockTransform<Kvr64fc>
+    : BlockTransformOf<KvrsFFTSpec_C_64fc, kvrsFFTGetSize_C_64fc, kvrsFFTInit_C_64fc, kvrsFFTFree_C_64fc,
+                       kvrsFFTFwd_CToC_64fc, kvrsMul_64fc_I, kvrsFFTInv_CToC_64fc_I> {};
 
 // Multiply-adds that are worth a thread: it takes some microseconds to wake, and a core does about
 // 3,000 vectors of them in one.

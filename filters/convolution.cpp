@@ -6,10 +6,10 @@
 
 #include "filters/sliding_sums.h"
 #include "frame/check.h"
-#include "frame/scale.h"
 #include "frame/simd.h"
 #include "frame/unaligned.h"
 #include "frame/unroll.h"
+#include "kvrs/convert.h"
 
 namespace kvrs {
 namespace {
@@ -110,16 +110,18 @@ KvrStatus kvrsConvCyclic8x8_32f(const Kvr32f* x, const Kvr32f* h, Kvr32f* y) noe
 }
 
 KvrStatus kvrsConvCyclic8x8_16s_Sfs(const Kvr16s* x, const Kvr16s* h, Kvr16s* y, int scaleFactor) noexcept {
-  constexpr int kN = 8;
-  const TwoTurns<Kvr16s, kN> turns(h);
-  Kvr16s factors[kN];
-  memcpy(factors, x, sizeof factors);
-  for (int n = 0; n < kN; ++n) {
-    uint32_t sum = 0;
-    for (int k = 0; k < kN; ++k) sum += static_cast<uint32_t>(factors[k] * turns.at[kN + n - k]);
-    unaligned::put(scaleTo<Kvr16s>(static_cast<int32_t>(sum), scaleFactor), y + n);
+  constexpr int kN = 8, kMostScale = 31;  // beyond it all sums round to 0, and the conversion takes no more
+  if (scaleFactor > kMostScale) {
+    memset(y, 0, kN * sizeof *y);
+    return kvrStatusOk;
   }
-  return kvrStatusOk;
+  const TwoTurns<Kvr16s, kN> turns(h);
+  uint32_t sums[kN] = {};
+  for (int k = 0; k < kN; ++k) {
+    const int factor = unaligned::get(x + k);
+    for (int n = 0; n < kN; ++n) sums[n] += static_cast<uint32_t>(factor * turns.at[kN + n - k]);
+  }
+  return kvrsConvert_32s16s_Sfs(reinterpret_cast<const Kvr32s*>(sums), y, kN, scaleFactor);
 }
 
 KvrStatus kvrsConvCyclic4x4_32f32fc(const Kvr32f* x, const Kvr32fc* h, Kvr32fc* y) noexcept {

@@ -221,10 +221,16 @@ KVRS_INLINE T shift(T* window, const T* taps, size_t len, T newest) {
 
 }  // namespace fir_detail
 
+// firShift where shiftsByFew.
+template <class T>
+KVRS_INLINE T firShiftByFew(T* window, const T* taps, size_t len, T newest) {
+  return fir_detail::shift<T, kFewShiftLanes<T>>(window, taps, len, newest);
+}
+
 // Puts `newest` behind a window of `len` samples, moves them all by one to the front, and returns their sum of products.
 template <class T>
 KVRS_INLINE T firShift(T* window, const T* taps, size_t len, T newest) {
-  if (shiftsByFew<T>(len)) return fir_detail::shift<T, kFewShiftLanes<T>>(window, taps, len, newest);
+  if (shiftsByFew<T>(len)) return firShiftByFew(window, taps, len, newest);
   return fir_detail::shift<T, kShiftLanes<T>>(window, taps, len, newest);
 }
 

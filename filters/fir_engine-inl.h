@@ -64,11 +64,30 @@ KVRS_INLINE FirSum<T> filterOne(State<T>& state, T sample) {
   return filterOneInRing(state, sample);
 }
 
-// kvrsFIROne, the arguments checked.
 template <class D, class T>
-KVRS_INLINE KvrStatus one(State<T>& state, D src, D* dst, const ScaleOf<D, T>& scale) {
+KVRS_INLINE KvrStatus oneOfAll(State<T>& state, D src, D* dst, const ScaleOf<D, T>& scale) {
   unaligned::put(Format<D, T>::one(filterOne(state, convertedTo<T>(src)), scale), dst);
   return kvrStatusOk;
+}
+template <class D, class T>
+[[gnu::noinline]] KvrStatus oneOfMany(State<T>& state, D src, D* dst, const ScaleOf<D, T>& scale) {
+  return oneOfAll<D, T>(state, src, dst, scale);
+}
+
+// kvrsFIROne, the arguments checked. A few taps take no more than some twenty instructions; those that long vectors want on
+// entry to a function and on leaving it would be as many again.
+template <class D, class T>
+KVRS_INLINE KvrStatus one(State<T>& state, D src, D* dst, const ScaleOf<D, T>& scale) {
+  if constexpr (kShifts<T> && kFewShiftLanes<T> < kShiftLanes<T>) {
+    const size_t tapsLen = static_cast<size_t>(state.tapsLen);
+    if (!shiftsByFew<T>(tapsLen)) return oneOfMany<D, T>(state, src, dst, scale);
+    const T sum =
+        firShiftByFew(state.dlyLine.present(), state.tapsRev.present(), tapsLen, convertedTo<T>(src));
+    unaligned::put(Format<D, T>::one(sum, scale), dst);
+    return kvrStatusOk;
+  } else {
+    return oneOfAll<D, T>(state, src, dst, scale);
+  }
 }
 
 // ---- The direct engine.

@@ -131,6 +131,20 @@ void setCentre(const Design& design, double value) {
   if (design.isOdd()) put(value, design.taps + design.half());
 }
 
+// The windowed taps of a filter with two edges: tap(sine of the lower one, sine of the upper one, j) at distance number j.
+// False: there is no memory.
+template <class Tap>
+bool makeBetween(const Design& design, double rLowFreq, double rHighFreq, double centre, Tap tap) {
+  const Tone low(design, rLowFreq, sinePhase(design, rLowFreq));
+  if (!low.ok()) return false;
+  const Tone high(design, rHighFreq, sinePhase(design, rHighFreq));
+  if (!high.ok()) return false;
+  makeLeftHalf(design, [&](int j) { return tap(low[j], high[j], j); });
+  setCentre(design, centre);
+  applyWindow(design);
+  return true;
+}
+
 constexpr KvrStatus between(double rFreq) {
   return check::require(rFreq > 0 && rFreq < 0.5, kvrStatusBadLength);
 }
@@ -173,13 +187,10 @@ KvrStatus kvrsFIRGenBandpass_64f(Kvr64f rLowFreq, Kvr64f rHighFreq, Kvr64f* taps
   KVRS_CHECK(pointers(taps), lengthOfTaps(tapsLen), between(rLowFreq), between(rHighFreq),
              require(rLowFreq < rHighFreq, kvrStatusBadLength));
   const Design design{taps, tapsLen, winType, doNormal != 0};
-  const Tone low(design, rLowFreq, sinePhase(design, rLowFreq));
-  if (!low.ok()) return kvrStatusNullPointer;
-  const Tone high(design, rHighFreq, sinePhase(design, rHighFreq));
-  if (!high.ok()) return kvrStatusNullPointer;
-  makeLeftHalf(design, [&](int j) { return high[j] - low[j]; });
-  setCentre(design, 2 * (rHighFreq - rLowFreq));
-  applyWindow(design);
+  const double centre = 2 * (rHighFreq - rLowFreq);
+  const bool made = makeBetween(design, rLowFreq, rHighFreq, centre,
+                                [](double low, double high, int) { return high - low; });
+  if (!made) return kvrStatusNullPointer;
   finish(design, design.normal ? fabs(responseAt(design, (rLowFreq + rHighFreq) / 2)) : 1);
   return kvrStatusOk;
 }
@@ -189,16 +200,12 @@ KvrStatus kvrsFIRGenBandstop_64f(Kvr64f rLowFreq, Kvr64f rHighFreq, Kvr64f* taps
   KVRS_CHECK(pointers(taps), lengthOfTaps(tapsLen), between(rLowFreq), between(rHighFreq),
              require(rLowFreq < rHighFreq, kvrStatusBadLength));
   const Design design{taps, tapsLen, winType, doNormal != 0};
-  const Tone low(design, rLowFreq, sinePhase(design, rLowFreq));
-  if (!low.ok()) return kvrStatusNullPointer;
-  const Tone high(design, rHighFreq, sinePhase(design, rHighFreq));
-  if (!high.ok()) return kvrStatusNullPointer;
-  makeLeftHalf(design, [&](int j) {
+  const double centre = 1 - 2 * (rHighFreq - rLowFreq);
+  const bool made = makeBetween(design, rLowFreq, rHighFreq, centre, [&](double low, double high, int j) {
     const double passedByAll = design.isOdd() ? 0 : j % 2 == 0 ? 1 : -1;
-    return low[j] - high[j] + passedByAll;
+    return low - high + passedByAll;
   });
-  setCentre(design, 1 - 2 * (rHighFreq - rLowFreq));
-  applyWindow(design);
+  if (!made) return kvrStatusNullPointer;
   finish(design, fabs(sumOfTaps(design)));
   return kvrStatusOk;
 }

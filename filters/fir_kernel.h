@@ -13,36 +13,22 @@ namespace kvrs {
 
 // Filters are told apart by the element T of their taps and inputs: 32f, 64f, 32fc, 64fc, and 16s and 16sc, whose
 // products are added up in 32 bits, modulo 2^32.
+template <class LaneType, class SumType, bool kIsComplex, bool kIsInteger>
+struct FirElementOf {
+  using Lane = LaneType;
+  using Sum = SumType;
+  static constexpr bool kComplex = kIsComplex, kInteger = kIsInteger;
+};
 template <class T>
-struct FirElement {
-  using Lane = T;
-  using Sum = T;
-  static constexpr bool kComplex = false, kInteger = false;
-};
+struct FirElement : FirElementOf<T, T, false, false> {};
 template <>
-struct FirElement<Kvr32fc> {
-  using Lane = Kvr32f;
-  using Sum = Kvr32fc;
-  static constexpr bool kComplex = true, kInteger = false;
-};
+struct FirElement<Kvr32fc> : FirElementOf<Kvr32f, Kvr32fc, true, false> {};
 template <>
-struct FirElement<Kvr64fc> {
-  using Lane = Kvr64f;
-  using Sum = Kvr64fc;
-  static constexpr bool kComplex = true, kInteger = false;
-};
+struct FirElement<Kvr64fc> : FirElementOf<Kvr64f, Kvr64fc, true, false> {};
 template <>
-struct FirElement<Kvr16s> {
-  using Lane = Kvr16s;
-  using Sum = Kvr32s;
-  static constexpr bool kComplex = false, kInteger = true;
-};
+struct FirElement<Kvr16s> : FirElementOf<Kvr16s, Kvr32s, false, true> {};
 template <>
-struct FirElement<Kvr16sc> {
-  using Lane = Kvr16s;
-  using Sum = Kvr32sc;
-  static constexpr bool kComplex = true, kInteger = true;
-};
+struct FirElement<Kvr16sc> : FirElementOf<Kvr16s, Kvr32sc, true, true> {};
 
 template <class T>
 using FirLane = typename FirElement<T>::Lane;
