@@ -83,7 +83,7 @@ long double norm(const std::vector<T>& x) {
 
 // Of many lags those near the ends and some between.
 bool isTested(size_t n, size_t count) {
-  return count < 1500 || n < 200 || n + 200 >= count || n % 23 == 0;
+  return count < 300 || n < 60 || n + 60 >= count || n % 23 == 0;
 }
 
 enum class Data { whole, noise };
