@@ -6,7 +6,12 @@
 //
 //   a b c d e    of a b c d forget min and max;  e joins;  of three the middle one
 //
-// Many samples: the window as it came, with its median and the numbers of samples below that and up to it. A sample that
+// Many samples: the window in order of size, as long as it is some vectors. From where the oldest sample stands all others move
+// down by one, and from where the newest belongs up again, in one pass over all of them without a branch:
+//
+//   oldest 4, newest 2    1 3 4 6 9  ->  1 3 6 9  ->  1 2 3 6 9
+//
+// Longer windows are left as they came, with their median and the numbers of samples below that and up to it. A sample that
 // takes the place of another one changes these by one at most, so that the next median is this one or its neighbour in
 // order of size, which a pass over the window in vectors finds.
 // SPDX-License-Identifier: MIT
@@ -19,6 +24,7 @@
 
 #include "frame/buffer.h"
 #include "frame/check.h"
+#include "frame/neighbours.h"
 #include "frame/reduce.h"
 #include "frame/unaligned.h"
 #include "frame/unroll.h"
@@ -267,11 +273,49 @@ struct CountEqual {
   }
 };
 
-// A window of samples all alike in the beginning, and its element of index `rank` in order of size.
+// Windows of samples all alike in the beginning, and their element of index `rank` in order of size. What fills up the last
+// vector of their memory is above all samples.
+
+template <class T>
+class SortedWindow {
+ public:
+  static constexpr size_t N = kLanes<T>;
+  // So many vectors are moved in less time than others are searched.
+  static constexpr size_t kMost = 16 * N;
+
+  SortedWindow(T* samples, size_t count, size_t rank, T sample)
+      : samples_(samples), kept_(roundUp(count, N)), rank_(rank) {
+    std::fill_n(samples, count, sample);
+    std::fill_n(sorted_, count, sample);
+    std::fill_n(sorted_ + count, kept_ + N - count, kHighest<T>);
+  }
+
+  T median() const { return sorted_[rank_]; }
+
+  KVRS_INLINE void replace(size_t at, T newest) {
+    const auto oldest = hn::Set(D(), samples_[at]), newer = hn::Set(D(), newest);
+    samples_[at] = newest;
+    auto before = hn::Set(D(), kLowest<T>), here = hn::Load(D(), sorted_);
+    for (size_t i = 0; i < kept_; i += N) {
+      const auto behind = hn::Load(D(), sorted_ + i + N);
+      const auto without = hn::IfThenElse(hn::Lt(here, oldest), here, lanesBehind(D(), here, behind));
+      hn::Store(hn::Min(without, hn::Max(newer, lanesBefore(D(), without, before))), D(), sorted_ + i);
+      before = without;
+      here = behind;
+    }
+  }
+
+ private:
+  using D = Lanes<T, N>;
+
+  T* samples_;
+  size_t kept_, rank_;
+  alignas(64) T sorted_[kMost + N];  // one vector more than is moved
+};
+
 template <class T>
 class Window {
  public:
-  // Its memory: whole vectors, of which the last one is filled up with what is below nothing.
   static constexpr size_t kept(size_t count) { return roundUp(count, N); }
 
   Window(T* samples, size_t count, size_t rank, T sample)
@@ -328,8 +372,8 @@ class Window {
 };
 
 // `memory` has room for Window<...>::kept(mask) elements.
-template <class T, bool kAsIntegers>
-[[gnu::noinline]] void slide(const T* src, T* dst, size_t len, size_t mask, void* memory) {
+template <template <class> class W, class T, bool kAsIntegers>
+[[gnu::noinline]] void slideBy(const T* src, T* dst, size_t len, size_t mask, void* memory) {
   using K = Key<T, kAsIntegers>;
   const auto keyAt = [=](size_t i) {
     const K bits = unaligned::get(reinterpret_cast<const K*>(src) + i);
@@ -337,7 +381,7 @@ template <class T, bool kAsIntegers>
     return bits;
   };
   const size_t half = mask / 2, ahead = mask - 1 - half;
-  Window<K> window(static_cast<K*>(memory), mask, half, keyAt(0));
+  W<K> window(static_cast<K*>(memory), mask, half, keyAt(0));
   const K last = keyAt(len - 1);
   size_t oldest = 0, next = 1;
   const auto move = [&] {
@@ -356,6 +400,15 @@ template <class T, bool kAsIntegers>
   }
 }
 
+template <class T, bool kAsIntegers>
+void slide(const T* src, T* dst, size_t len, size_t mask, void* memory) {
+  if (mask <= SortedWindow<Key<T, kAsIntegers>>::kMost) {
+    slideBy<SortedWindow, T, kAsIntegers>(src, dst, len, mask, memory);
+  } else {
+    slideBy<Window, T, kAsIntegers>(src, dst, len, mask, memory);
+  }
+}
+
 template <class T>
 KvrStatus slide(const T* src, T* dst, size_t len, size_t mask) {
   // Beyond four lengths a longer window only adds pairs of the first and the last sample, between which the median lies.
@@ -365,8 +418,6 @@ KvrStatus slide(const T* src, T* dst, size_t len, size_t mask) {
   void* const memory = scratch.as<T>();
   if constexpr (!kIsFloat<T>) {
     slide<T, false>(src, dst, len, mask, memory);
-  } else if constexpr (kMaskRegisters) {
-    slide<T, true>(src, dst, len, mask, memory);  // which then have all operations too
   } else if (findFirst(src, len, Odd()) < len) {
     slide<T, true>(src, dst, len, mask, memory);
   } else {
