@@ -45,6 +45,14 @@ struct OutOfOrder {
 // All transforms are the forward one, times `scale`; exchanged points make them the inverse one. dst may be the memory of
 // src, in the same form.
 
+// n up to kLastShort.
+template <class T>
+void runTiny(int n, const Points<const T>& src, const Points<T>& dst, T scale);
+
+// A plan that isShort().
+template <class T>
+void runShort(const Mixed<T>& mixed, const Points<const T>& src, const Points<T>& dst, T scale);
+
 // `work` has room for n numbers, where n > kLastShort.
 template <class T>
 void runMixed(const Mixed<T>& mixed, Points<const T> src, Points<T> dst, T* work, T scale);

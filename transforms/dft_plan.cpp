@@ -149,6 +149,39 @@ Radices radicesOf(int n) {
   return all;
 }
 
+// The two radices of a short transform that make the fewest vectors; none where there are no two.
+template <class T>
+bool twoPasses(int n, MixedPlan* plan) {
+  // The operations of a radix from 2 to 16, loads and stores included.
+  constexpr int kOperations[] = {16, 34, 40, 62, 80, 102, 100, 150, 144, 206, 184, 270, 232, 232, 240};
+  constexpr int kLast = fft::kMaxBits >= 4 ? 16 : 15;
+  constexpr int L = static_cast<int>(kLanes<T>);
+  const auto blocks = [](int count) { return (count + L - 1) / L; };
+  const auto square = [](int side) { return side * (__builtin_ctz(static_cast<unsigned>(side)) + 2); };
+  const auto transposition = [&](int rows, int columns) {
+    switch (shortSquares<T>(rows, columns)) {
+      case Squares::small:
+        return 2 * square(L / 2);
+      case Squares::shared:
+        return blocks(columns) * square(L);
+      default:
+        return 2 * blocks(columns) * blocks(rows) * square(L);
+    }
+  };
+  int least = 0;
+  if (n > kLastTwoPasses) return false;
+  for (int rows = 2; rows <= kLast; ++rows) {
+    const int columns = n / rows;
+    if (n % rows != 0 || columns < 2 || columns > kLast) continue;
+    const int work = kOperations[rows - 2] * blocks(columns) + kOperations[columns - 2] * blocks(rows) +
+                     transposition(rows, columns);
+    if (least != 0 && work > least) continue;  // of two that are alike the one with longer rows of results
+    least = work;
+    *plan = {.n = n, .strip = 1, .lanes = 1, .stripCount = 0, .count = 2, .radix = {rows, columns}};
+  }
+  return least != 0;
+}
+
 }  // namespace
 
 // Every choice of radices for the strip is weighed. Fewer lanes cost about in proportion.
@@ -157,13 +190,8 @@ MixedPlan makeMixedPlan(int n) {
   const Radices all = radicesOf(n);
   MixedPlan best{};
   best.n = n;
-  if (n <= kLastShort) {  // one strip of one column
-    best.strip = n;
-    best.lanes = 1;
-    best.stripCount = best.count = all.count;
-    for (int i = 0; i < all.count; ++i) best.radix[i] = all.radix[i];
-    return best;
-  }
+  if (n <= kLastShort) return {.n = n, .strip = n, .lanes = 1, .stripCount = 1, .count = 1, .radix = {n}};
+  if (twoPasses<T>(n, &best)) return best;
   float least = 1e30f;
   for (unsigned choice = 1; choice + 1 < 1u << all.count; ++choice) {
     int strip = 1, last = 0, stages = 0;

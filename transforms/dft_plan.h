@@ -6,6 +6,8 @@
 #include <cstddef>
 #include <cstdint>
 
+#include "frame/simd.h"
+
 namespace kvrs::dft {
 
 // What the interface states of a length: which method it belongs to, and with it the work area that callers reserve.
@@ -44,12 +46,31 @@ struct MixedPlan {
   int lanes;              // numbers side by side: at most `strip` and n / strip, or 1
   int stripCount, count;  // count == stripCount: the whole transform is one strip of one column
   int radix[24];
+
+  // Two radices up to 16 for a transform in two passes without strips.
+  constexpr bool isShort() const { return stripCount == 0; }
+  // Up to kLastShort points a transform is one butterfly; that and a short one need no tables of odd radices.
+  constexpr bool hasStages() const { return n > kLastShort && !isShort(); }
 };
 
 // Up to so many points a tile holds, in bytes of one of its two planes.
 inline constexpr size_t kTileBytes = 8192;
 template <class T>
 inline constexpr int kTilePoints = static_cast<int>(kTileBytes / sizeof(T));
+
+// The points of short transforms.
+inline constexpr int kLastTwoPasses = 256;
+
+// How the numbers between the two passes are transposed: in squares of half as many lanes; real and imaginary parts
+// together, half a square each; in whole squares.
+enum class Squares { small, shared, whole };
+
+template <class T>
+constexpr Squares shortSquares(int rows, int columns) {
+  constexpr int kHalf = static_cast<int>(kLanes<T>) / 2;
+  if (kHalf < 4 * 4 / static_cast<int>(sizeof(T)) || rows > kHalf) return Squares::whole;
+  return columns <= kHalf ? Squares::small : Squares::shared;
+}
 
 // The plan for lanes up to kLanes<T>; n has no prime factor above 149.
 template <class T>

@@ -10,6 +10,7 @@
 
 #include <cmath>
 
+#include "frame/simd.h"
 #include "transforms/dft_engine.h"
 #include "transforms/fft_wave.h"
 
@@ -103,10 +104,35 @@ void makeOdd(Source& source, OddRoots<T>* x, const int* radix, int count) {
   }
 }
 
+// exp(-2 pi i j q / n), a row of real and one of imaginary parts for each j from 1 on, and behind them what a vector may
+// reach beyond.
+template <class T, class Source>
+const T* makeShortTurns(Source& source, int64_t rows, int64_t columns) {
+  constexpr size_t kBeyond = kLanes<T>;
+  const size_t numbers = static_cast<size_t>(2 * (rows - 1) * columns);
+  T* const table = source.take(numbers + kBeyond);
+  if (table == nullptr) return nullptr;
+  T* to = table;
+  for (int64_t j = 1; j < rows; ++j, to += 2 * columns) {
+    for (int64_t q = 0; q < columns; ++q) {
+      const fft::Root<T> w = source.root(j * q, rows * columns);
+      to[q] = w.re;
+      to[columns + q] = w.im;
+    }
+  }
+  for (size_t i = 0; i < kBeyond; ++i) to[i] = 0;
+  return table;
+}
+
 // Of x->plan.
 template <class T, class Source>
 void makeMixed(Source& source, Mixed<T>* x) {
   const MixedPlan& plan = x->plan;
+  if (plan.n <= kLastShort) return;
+  if (plan.isShort()) {
+    x->turns = makeShortTurns<T>(source, plan.radix[0], plan.radix[1]);
+    return;
+  }
   const int64_t rows = plan.strip, rest = plan.n / rows;
   x->stripNumbers = makeNumbers<T>(source, plan.radix, plan.stripCount, rows);
   if (plan.count > plan.stripCount) {

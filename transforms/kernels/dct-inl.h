@@ -255,7 +255,7 @@ KVRS_INLINE void loadMixed(const MixedParts<T>& parts, dft::Mixed<T>* x) {
   for (int i = 0; i < plan.count; ++i) {
     const int radix = parts.radix[i];
     plan.radix[i] = radix;
-    if (dft::hasKernel(radix) || x->odd.of(radix) != nullptr) continue;
+    if (!plan.hasStages() || dft::hasKernel(radix) || x->odd.of(radix) != nullptr) continue;
     x->odd.radix[x->odd.count] = radix;
     x->odd.table[x->odd.count] = table;
     ++x->odd.count;

@@ -91,6 +91,8 @@ __attribute__((noinline)) void runStrips(D d, const Mixed<T>& x, Points<const T>
 
 template <class T>
 void runMixed(const Mixed<T>& x, Points<const T> src, Points<T> dst, T* work, T scale) {
+  if (x.plan.n <= kLastShort) return runTiny(x.plan.n, src, dst, scale);
+  if (x.plan.isShort()) return runShort(x, src, dst, scale);
   if (x.plan.count == x.plan.stripCount) return runStrip(Lanes<T, 1>(), x, src, dst, scale);
   withLanes<T>(x.plan.lanes, [&](auto d) { runStrips(d, x, src, dst, work, scale); });
 }
