@@ -65,10 +65,13 @@ inline constexpr int kLastTwoPasses = 256;
 // together, half a square each; in whole squares.
 enum class Squares { small, shared, whole };
 
+// Half a vector has to be one that can be transposed.
+inline constexpr bool kHasSmallSquares = kVectorBytes > 16;
+
 template <class T>
 constexpr Squares shortSquares(int rows, int columns) {
   constexpr int kHalf = static_cast<int>(kLanes<T>) / 2;
-  if (kHalf < 4 * 4 / static_cast<int>(sizeof(T)) || rows > kHalf) return Squares::whole;
+  if (!kHasSmallSquares || rows > kHalf) return Squares::whole;
   return columns <= kHalf ? Squares::small : Squares::shared;
 }
 

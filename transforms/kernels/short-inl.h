@@ -239,23 +239,27 @@ void runShort(const Mixed<T>& x, const Points<const T>& src, const Points<T>& ds
             [&](auto r) KVRS_UNROLLED { shortRows<r>(d, columns, src, turned, kSide, x.turns); });
   Planes<const T> lanes{b, b + kArea};
   size_t pitch = kSide;
-  // In both forms of few rows vectors reach beyond the last one.
-  if (shortSquares<T>(static_cast<int>(rows), static_cast<int>(columns)) == Squares::small) {
-    constexpr size_t kHalf = L / 2;
-    const Lanes<T, kHalf> half;
-    pitch = kHalf;
-    lanes.im = b + kHalf * kHalf;
-    shortTranspose(half, rows, columns, turned.re, kSide, b, pitch);
-    shortTranspose(half, rows, columns, turned.im, kSide, b + kHalf * kHalf, pitch);
-    hn::StoreU(hn::Zero(d), d, b + 2 * kHalf * kHalf);
-  } else if (shortSquares<T>(static_cast<int>(rows), static_cast<int>(columns)) == Squares::shared) {
-    pitch = L;
-    lanes.im = b + L / 2;
-    shortTransposeBoth(d, rows, columns, Planes<const T>{turned.re, turned.im}, kSide, b);
-    hn::StoreU(hn::Zero(d), d, b + (columns + L - 1) / L * L * L);
-  } else {
+  const Squares squares = shortSquares<T>(static_cast<int>(rows), static_cast<int>(columns));
+  if (squares == Squares::whole) {
     shortTranspose(d, rows, columns, turned.re, kSide, b, pitch);
     shortTranspose(d, rows, columns, turned.im, kSide, b + kArea, pitch);
+  }
+  // In both forms of few rows vectors reach beyond the last one.
+  if constexpr (kHasSmallSquares) {
+    constexpr size_t kHalf = L / 2;
+    if (squares == Squares::small) {
+      const Lanes<T, kHalf> half;
+      pitch = kHalf;
+      lanes.im = b + kHalf * kHalf;
+      shortTranspose(half, rows, columns, turned.re, kSide, b, pitch);
+      shortTranspose(half, rows, columns, turned.im, kSide, b + kHalf * kHalf, pitch);
+      hn::StoreU(hn::Zero(d), d, b + 2 * kHalf * kHalf);
+    } else if (squares == Squares::shared) {
+      pitch = L;
+      lanes.im = b + kHalf;
+      shortTransposeBoth(d, rows, columns, Planes<const T>{turned.re, turned.im}, kSide, b);
+      hn::StoreU(hn::Zero(d), d, b + (columns + L - 1) / L * L * L);
+    }
   }
   withRadix(x.plan.radix[1],
             [&](auto r) KVRS_UNROLLED { shortColumns<r>(d, rows, lanes, pitch, dst, scale); });
