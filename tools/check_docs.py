@@ -10,6 +10,7 @@ from pathlib import Path
 
 sys.path.insert(0, str(Path(__file__).parent))
 import declarations  # noqa: E402
+import families  # noqa: E402
 
 TOP = Path(__file__).resolve().parent.parent
 ROOMS = {path.name for path in TOP.iterdir() if path.is_dir()}
@@ -93,6 +94,11 @@ def main():
         for number, what in [*check_links(page, text), *check_paths(text), *check_commands(text, usage, presets),
                              *check_names(text, names)]:
             bad.append(f"{page.relative_to(TOP)}:{number}: {what}")
+    for _, header, _ in families.families():
+        snippet = TOP / "examples/snippets" / f"{Path(header).stem}.c"
+        for path in (snippet, snippet.with_suffix(".out")):
+            if not path.exists():
+                bad.append(f"include/{header}: its family has no {path.relative_to(TOP)}")
     for tool in ("families.py", "make_status_text.py"):
         done = subprocess.run([sys.executable, TOP / "tools" / tool, "--check"], capture_output=True, text=True)
         if done.returncode != 0:

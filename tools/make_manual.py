@@ -125,6 +125,11 @@ class Manual:
         for group in (group for family in self.families for group in family.groups):
             self.titles.setdefault(group.id, group.title)
         self.shown_files = set()
+        self.examples = {}  # function -> the families whose snippets call it
+        for family in self.families:
+            snippet = self.snippet(family)
+            for name in NAME.findall(snippet[2]) if snippet else ():
+                self.examples.setdefault(name, {})[family.id] = family.title
 
     # --- what is there -------------------------------------------------------------------------------------------
 
@@ -369,6 +374,10 @@ class Manual:
         for title, names in (("Other forms", forms), ("Other types", types), ("Shares its code with", same)):
             if names:
                 text += [f"{title}: " + ", ".join(f"@ref {name}" for name in names) + ".", ""]
+        examples = self.examples.get(f.name, {})
+        if examples:
+            links = (f'@ref {id_}_example "{title}"' for id_, title in examples.items())
+            text += ["Example: " + ", ".join(links) + ".", ""]
         source = self.defined.get(self.aliases.get(f.name, f.name))
         files = [INCLUDE / family.header] + ([source] if source else []) + [
             path for kind in ("tests", "bench") for path, used in self.users[kind].items() if f.name in used]
@@ -434,6 +443,7 @@ class Manual:
             if not code:
                 line = re.sub(r"(?<!!)\[([^\]]+)\]\(([^)\s]+)\)", link, line)
                 line = re.sub(r"`(kvr\w+)`", name, line)
+                line = re.sub(r"(?<!`)`([^`]*'[^`]*)`(?!`)", r"``\1``", line)  # Doxygen ends code at a quote, too
                 heading = re.match(r"(#{2,3}) (.+)", line)
                 if heading:
                     command = "section" if heading[1] == "##" else "subsection"
