@@ -3,6 +3,7 @@
 #include "filters/fir_rates-inl.h"
 #include "filters/fir_stream-inl.h"
 #include "filters/fir_taps.h"
+#include "frame/array_length.h"
 
 using namespace kvrs::fir;
 
@@ -53,7 +54,7 @@ KvrStatus kvrsFIROne_16s_Sfs(Kvr16s src, Kvr16s* dst, KvrsFIRState_16s* state, i
 
 KvrStatus kvrsFIR_16s_Sfs(const Kvr16s* src, Kvr16s* dst, int len, KvrsFIRState_16s* state,
                           int scaleFactor) noexcept {
-  KVRS_CHECK(pointers(src, dst, state), length(len));
+  KVRS_CHECK(pointers(src, dst, state), length(len, src, dst));
   if (kStream_16s.either(state) == kvrStatusOk)
     return filterStream(*state, src, dst, static_cast<size_t>(len),
                         Shift(state->tapsFactor, scaleFactor, state->rndMode));
@@ -61,7 +62,7 @@ KvrStatus kvrsFIR_16s_Sfs(const Kvr16s* src, Kvr16s* dst, int len, KvrsFIRState_
 }
 
 KvrStatus kvrsFIR_16s_ISfs(Kvr16s* srcDst, int len, KvrsFIRState_16s* state, int scaleFactor) noexcept {
-  KVRS_CHECK(pointers(srcDst, state), length(len));
+  KVRS_CHECK(pointers(srcDst, state), length(len, srcDst));
   return filterAnyInPlace<Kvr16s, Kvr16s>(k_16s, *state, srcDst, len, Shift(state->tapsFactor, scaleFactor));
 }
 
@@ -112,12 +113,12 @@ KvrStatus kvrsFIROne32s_16s_Sfs(Kvr16s src, Kvr16s* dst, KvrsFIRState32s_16s* st
 
 KvrStatus kvrsFIR32s_16s_Sfs(const Kvr16s* src, Kvr16s* dst, int len, KvrsFIRState32s_16s* state,
                              int scaleFactor) noexcept {
-  KVRS_CHECK(pointers(src, dst, state), length(len));
+  KVRS_CHECK(pointers(src, dst, state), length(len, src, dst));
   return filterAny<Kvr16s, Kvr16s>(k32s_16s, *state, src, dst, len, Shift(state->tapsFactor, scaleFactor));
 }
 
 KvrStatus kvrsFIR32s_16s_ISfs(Kvr16s* srcDst, int len, KvrsFIRState32s_16s* state, int scaleFactor) noexcept {
-  KVRS_CHECK(pointers(srcDst, state), length(len));
+  KVRS_CHECK(pointers(srcDst, state), length(len, srcDst));
   return filterAnyInPlace<Kvr16s, Kvr16s>(k32s_16s, *state, srcDst, len,
                                           Shift(state->tapsFactor, scaleFactor));
 }

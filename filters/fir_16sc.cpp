@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "filters/fir_rates-inl.h"
 #include "filters/fir_taps.h"
+#include "frame/array_length.h"
 
 using namespace kvrs::fir;
 
@@ -54,14 +55,14 @@ KvrStatus kvrsFIROne32sc_16sc_Sfs(Kvr16sc src, Kvr16sc* dst, KvrsFIRState32sc_16
 
 KvrStatus kvrsFIR32sc_16sc_Sfs(const Kvr16sc* src, Kvr16sc* dst, int len, KvrsFIRState32sc_16sc* state,
                                int scaleFactor) noexcept {
-  KVRS_CHECK(pointers(src, dst, state), length(len));
+  KVRS_CHECK(pointers(src, dst, state), length(len, src, dst));
   return filterAny<Kvr16sc, Kvr16sc>(k32sc_16sc, *state, src, dst, len,
                                      Shift(state->tapsFactor, scaleFactor));
 }
 
 KvrStatus kvrsFIR32sc_16sc_ISfs(Kvr16sc* srcDst, int len, KvrsFIRState32sc_16sc* state,
                                 int scaleFactor) noexcept {
-  KVRS_CHECK(pointers(srcDst, state), length(len));
+  KVRS_CHECK(pointers(srcDst, state), length(len, srcDst));
   return filterAnyInPlace<Kvr16sc, Kvr16sc>(k32sc_16sc, *state, srcDst, len,
                                             Shift(state->tapsFactor, scaleFactor));
 }

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "filters/fir_rates-inl.h"
 #include "filters/fir_stream-inl.h"
+#include "frame/array_length.h"
 
 using namespace kvrs::fir;
 
@@ -50,14 +51,14 @@ KvrStatus kvrsFIROne_32f(Kvr32f src, Kvr32f* dst, KvrsFIRState_32f* state) noexc
 }
 
 KvrStatus kvrsFIR_32f(const Kvr32f* src, Kvr32f* dst, int len, KvrsFIRState_32f* state) noexcept {
-  KVRS_CHECK(pointers(src, dst, state), length(len));
+  KVRS_CHECK(pointers(src, dst, state), length(len, src, dst));
   if (kStream_32f.either(state) == kvrStatusOk)
     return filterStream(*state, src, dst, static_cast<size_t>(len), NoScale());
   return filterAny<Kvr32f, Kvr32f>(k_32f, *state, src, dst, len, NoScale());
 }
 
 KvrStatus kvrsFIR_32f_I(Kvr32f* srcDst, int len, KvrsFIRState_32f* state) noexcept {
-  KVRS_CHECK(pointers(srcDst, state), length(len));
+  KVRS_CHECK(pointers(srcDst, state), length(len, srcDst));
   return filterAnyInPlace<Kvr32f, Kvr32f>(k_32f, *state, srcDst, len, NoScale());
 }
 
@@ -104,11 +105,11 @@ KvrStatus kvrsFIROne32f_16s_Sfs(Kvr16s src, Kvr16s* dst, KvrsFIRState32f_16s* st
 
 KvrStatus kvrsFIR32f_16s_Sfs(const Kvr16s* src, Kvr16s* dst, int len, KvrsFIRState32f_16s* state,
                              int scaleFactor) noexcept {
-  KVRS_CHECK(pointers(src, dst, state), length(len));
+  KVRS_CHECK(pointers(src, dst, state), length(len, src, dst));
   return filterAny<Kvr16s, Kvr32f>(k32f_16s, *state, src, dst, len, scaleFactor);
 }
 
 KvrStatus kvrsFIR32f_16s_ISfs(Kvr16s* srcDst, int len, KvrsFIRState32f_16s* state, int scaleFactor) noexcept {
-  KVRS_CHECK(pointers(srcDst, state), length(len));
+  KVRS_CHECK(pointers(srcDst, state), length(len, srcDst));
   return filterAnyInPlace<Kvr16s, Kvr32f>(k32f_16s, *state, srcDst, len, scaleFactor);
 }

@@ -5,6 +5,7 @@
 
 #include "filters/fir_engine-inl.h"
 #include "filters/fir_taps.h"
+#include "frame/array_length.h"
 
 namespace kvrs::fir {
 
@@ -163,7 +164,7 @@ KvrStatus directOne(D* srcDst, const X* taps, int tapsLen, D* dlyLine, int* dlyL
 template <class Sum, class D, class X, class Result>
 KvrStatus directEach(const D* src, D* dst, int len, const X* taps, int tapsLen, D* dlyLine, int* dlyLineIndex,
                      const Result& result) {
-  KVRS_CHECK(pointers(src, dst), length(len), checkDirect(taps, tapsLen, dlyLine, dlyLineIndex));
+  KVRS_CHECK(pointers(src, dst), length(len, src, dst), checkDirect(taps, tapsLen, dlyLine, dlyLineIndex));
   int32_t index = unaligned::get(dlyLineIndex);
   for (int n = 0; n < len; ++n) {
     unaligned::put(stepOnce<Sum>(unaligned::get(src + n), taps, tapsLen, dlyLine, &index, result), dst + n);
@@ -194,7 +195,7 @@ KvrStatus directByState(const Form& form, const D* src, D* dst, int len, const X
 template <int fromTaps, class Sum, class S, class T = typename S::Element>
 KvrStatus directPlain(const Form& form, const T* src, T* dst, int len, const T* taps, int tapsLen, T* dlyLine,
                       int* dlyLineIndex) {
-  KVRS_CHECK(pointers(src, dst), length(len), checkDirect(taps, tapsLen, dlyLine, dlyLineIndex));
+  KVRS_CHECK(pointers(src, dst), length(len, src, dst), checkDirect(taps, tapsLen, dlyLine, dlyLineIndex));
   int32_t index = unaligned::get(dlyLineIndex);
   if (tapsLen >= fromTaps) return directByState<S>(form, src, dst, len, taps, tapsLen, dlyLine + index);
   const int past = tapsLen - 1, stepped = past < len ? past : len;
@@ -220,7 +221,7 @@ KvrStatus directPlain(const Form& form, const T* src, T* dst, int len, const T* 
 template <class S, class T = typename S::Element>
 KvrStatus directPlainInPlace(const Form& form, T* srcDst, int len, const T* taps, int tapsLen, T* dlyLine,
                              int* dlyLineIndex) {
-  KVRS_CHECK(pointers(srcDst), length(len), checkDirect(taps, tapsLen, dlyLine, dlyLineIndex));
+  KVRS_CHECK(pointers(srcDst), length(len, srcDst), checkDirect(taps, tapsLen, dlyLine, dlyLineIndex));
   return directByState<S>(form, srcDst, srcDst, len, taps, tapsLen, dlyLine + unaligned::get(dlyLineIndex));
 }
 

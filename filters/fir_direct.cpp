@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "kvrs/fir_direct.h"
 #include "filters/fir_direct-inl.h"
+#include "frame/array_length.h"
 
 namespace kvrs::fir {
 namespace {
@@ -29,7 +30,7 @@ KvrStatus directOneQ15(Kvr16s src, Kvr16s* dst, const Kvr16s* taps, int tapsLen,
 
 KvrStatus directQ15(const Kvr16s* src, Kvr16s* dst, int len, const Kvr16s* taps, int tapsLen, Kvr16s* dlyLine,
                     int* dlyLineIndex, int scaleFactor) {
-  KVRS_CHECK(pointers(src, dst, taps, dlyLine, dlyLineIndex), length(len), tapsLength(tapsLen));
+  KVRS_CHECK(pointers(src, dst, taps, dlyLine, dlyLineIndex), length(len, src, dst), tapsLength(tapsLen));
   const int index = unaligned::get(dlyLineIndex);
   KVRS_CHECK(checkIndex(index, tapsLen));
   KvrsFIRState32s_16s* state;

@@ -1,6 +1,7 @@
 // Recursive filters that work in single precision.
 // SPDX-License-Identifier: MIT
 #include "filters/iir_engine-inl.h"
+#include "frame/array_length.h"
 
 namespace kvrs::iir {
 
@@ -248,6 +249,6 @@ KvrStatus kvrsIIR_32f_IP(Kvr32f* const* srcDst, int len, int nChannels,
 
 KvrStatus kvrsIIR_32f_P(const Kvr32f* const* src, Kvr32f* const* dst, int len, int nChannels,
                         KvrsIIRState_32f* const* state) noexcept {
-  KVRS_CHECK(pointers(state, src, dst), length(len), iir::channelCount(nChannels));
+  KVRS_CHECK(pointers(state, src, dst), channelLength(len, src), iir::channelCount(nChannels));
   return iir::filterChannels(src, dst, len, nChannels, state);
 }

@@ -1,6 +1,7 @@
 // Recursive filters that work in double precision.
 // SPDX-License-Identifier: MIT
 #include "filters/iir_engine-inl.h"
+#include "frame/array_length.h"
 #include "kvrs/fill.h"
 
 namespace kvrs::iir {
@@ -303,13 +304,13 @@ KvrStatus kvrsIIR64f_32s_ISfs(Kvr32s* srcDst, int len, KvrsIIRState64f_32s* stat
 
 KvrStatus kvrsIIR64f_32s_PSfs(const Kvr32s* const* src, Kvr32s* const* dst, int len, int nChannels,
                               KvrsIIRState64f_32s* const* state, const int* scaleFactor) noexcept {
-  KVRS_CHECK(pointers(src, dst, state, scaleFactor), length(len));
+  KVRS_CHECK(pointers(src, dst, state, scaleFactor), channelLength(len, src));
   return iir::filterChannels(src, dst, static_cast<size_t>(len), nChannels, state, scaleFactor);
 }
 
 KvrStatus kvrsIIR64f_32s_Sfs(const Kvr32s* src, Kvr32s* dst, int len, KvrsIIRState64f_32s* state,
                              int scaleFactor) noexcept {
-  KVRS_CHECK(pointers(state, src, dst), length(len), iir::contextOf(state));
+  KVRS_CHECK(pointers(state, src, dst), length(len, src, dst), iir::contextOf(state));
   iir::filterFrom(src, dst, static_cast<size_t>(len), *state, scaleFactor);
   return kvrStatusOk;
 }

@@ -7,6 +7,7 @@
 #include <type_traits>
 
 #include "filters/iir_state.h"
+#include "frame/array_length.h"
 #include "frame/rounding.h"
 #include "frame/scale.h"
 #include "frame/tile.h"
@@ -137,7 +138,7 @@ KVRS_INLINE void filterOne(State<W>& state, S val, S* dst, int scaleFactor = 0) 
 
 template <class S, class State, class... Scale>
 KVRS_INLINE KvrStatus checkedFilter(const S* src, S* dst, int len, State* state, Scale... scaleFactor) {
-  KVRS_CHECK(pointers(state, src, dst), length(len), contextOf(state));
+  KVRS_CHECK(pointers(state, src, dst), length(len, src, dst), contextOf(state));
   filter<S, typename State::Working>(*state, src, dst, static_cast<size_t>(len), scaleFactor...);
   return kvrStatusOk;
 }

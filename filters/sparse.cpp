@@ -5,6 +5,7 @@
 #include <climits>
 #include <cstring>
 
+#include "frame/array_length.h"
 #include "frame/buffer.h"
 #include "frame/check.h"
 #include "frame/ref.h"
@@ -194,7 +195,7 @@ KvrStatus kvrsFIRSparseInit_32f(KvrsFIRSparseState_32f** state, const Kvr32f* nz
 }
 
 KvrStatus kvrsFIRSparse_32f(const Kvr32f* src, Kvr32f* dst, int len, KvrsFIRSparseState_32f* state) noexcept {
-  KVRS_CHECK(pointers(state, src, dst), length(len));
+  KVRS_CHECK(pointers(state, src, dst), length(len, src, dst));
   sparse::filterInputs(state->inputs, src, dst, static_cast<size_t>(len));
   return kvrStatusOk;
 }
@@ -229,7 +230,7 @@ KvrStatus kvrsIIRSparseInit_32f(KvrsIIRSparseState_32f** state, const Kvr32f* nz
 }
 
 KvrStatus kvrsIIRSparse_32f(const Kvr32f* src, Kvr32f* dst, int len, KvrsIIRSparseState_32f* state) noexcept {
-  KVRS_CHECK(pointers(state, src, dst), length(len));
+  KVRS_CHECK(pointers(state, src, dst), length(len, src, dst));
   sparse::filterInputs(state->inputs, src, dst, static_cast<size_t>(len));
   sparse::filterOutputs(state->outputs, dst, static_cast<size_t>(len));
   return kvrStatusOk;

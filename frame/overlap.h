@@ -17,7 +17,7 @@ namespace kvrs {
 template <class S, class D>
 bool readsResults(const S* src, const D* dst, size_t len) {
   const uintptr_t from = reinterpret_cast<uintptr_t>(src), to = reinterpret_cast<uintptr_t>(dst);
-  return from < to && to - from < len * sizeof(S);
+  return from < to && len <= SIZE_MAX / sizeof(S) && to - from < len * sizeof(S);
 }
 
 // map(dst, len, src...), a loop over elements, in their order. It may run over vectors as long as no source reads

@@ -89,13 +89,13 @@ KvrStatus kvrsSum_16s32s_Sfs(const Kvr16s* src, int len, Kvr32s* sum, int scaleF
   return kvrStatusOk;
 }
 KvrStatus kvrsSum_16sc_Sfs(const Kvr16sc* src, int len, Kvr16sc* sum, int scaleFactor) noexcept {
-  KVRS_CHECK(pointers(src, sum), length(len));
+  KVRS_CHECK(pointers(src, sum), lengthOf<Kvr16sc>(len));
   const Kvr64sc t = total(src, static_cast<size_t>(len));
   *sum = {scaleTo<Kvr16s>(t.re, scaleFactor), scaleTo<Kvr16s>(t.im, scaleFactor)};
   return kvrStatusOk;
 }
 KvrStatus kvrsSum_16sc32sc_Sfs(const Kvr16sc* src, int len, Kvr32sc* sum, int scaleFactor) noexcept {
-  KVRS_CHECK(pointers(src, sum), length(len));
+  KVRS_CHECK(pointers(src, sum), lengthOf<Kvr16sc>(len));
   const Kvr64sc t = total(src, static_cast<size_t>(len));
   *sum = {scaleTo<Kvr32s>(t.re, scaleFactor), scaleTo<Kvr32s>(t.im, scaleFactor)};
   return kvrStatusOk;
@@ -137,7 +137,7 @@ KvrStatus kvrsMean_16s_Sfs(const Kvr16s* src, int len, Kvr16s* mean, int scaleFa
   return kvrStatusOk;
 }
 KvrStatus kvrsMean_16sc_Sfs(const Kvr16sc* src, int len, Kvr16sc* mean, int scaleFactor) noexcept {
-  KVRS_CHECK(pointers(src, mean), length(len));
+  KVRS_CHECK(pointers(src, mean), lengthOf<Kvr16sc>(len));
   const Kvr64sc t = total(src, static_cast<size_t>(len));
   *mean = {meanOf<Kvr16s>(t.re, len, scaleFactor), meanOf<Kvr16s>(t.im, len, scaleFactor)};
   return kvrStatusOk;

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "kvrs/arith_float.h"
 
+#include "frame/array_length.h"
 #include "frame/check.h"
 #include "frame/loop.h"
 #include "kvrs/fill.h"
@@ -93,7 +94,7 @@ KvrStatus zero(Kvr64f* dst, int len) {
 // A scalar that changes nothing.
 template <class T>
 KvrStatus unchanged(const T* src, T* dst, int len) {
-  KVRS_CHECK(pointers(src, dst), length(len));
+  KVRS_CHECK(pointers(src, dst), length(len, src, dst));
   return src == dst ? kvrStatusOk : copy(src, dst, len);
 }
 

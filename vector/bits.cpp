@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include <algorithm>
 
+#include "frame/array_length.h"
 #include "frame/check.h"
 #include "frame/loop.h"
 #include "frame/unaligned.h"
@@ -101,7 +102,7 @@ KvrStatus kvrsCopy_1u(const Kvr8u* src, int srcBitOffset, Kvr8u* dst, int dstBit
 
 KvrStatus kvrsPackBits_32u8u(const Kvr32u* src, const int* srcBitsLen, int len, Kvr8u* dst, int dstBitOffset,
                              int* dstLenBits) noexcept {
-  KVRS_CHECK(pointers(src, srcBitsLen, dst, dstLenBits), length(len),
+  KVRS_CHECK(pointers(src, srcBitsLen, dst, dstLenBits), length(len, src, srcBitsLen),
              require(dstBitOffset >= 0, kvrStatusBadLength));
   BitWriter writer(dst, static_cast<unsigned>(dstBitOffset) % 8);
   uint32_t total = 0;

@@ -5,6 +5,7 @@
 #include <cstddef>
 #include <cstdint>
 
+#include "frame/array_length.h"
 #include "frame/check.h"
 #include "frame/cursor.h"
 #include "frame/loop.h"
@@ -64,7 +65,7 @@ bool overlap(const Kvr32f* a, const Kvr32f* b, size_t len) {
 using namespace kvrs;
 
 KvrStatus kvrsCauchy_32f_I(Kvr32f* srcDst, int len, Kvr32f param) noexcept {
-  KVRS_CHECK(pointers(srcDst), length(len), positive(param));
+  KVRS_CHECK(pointers(srcDst), length(len, srcDst), positive(param));
   const SquareAbove1 op{1 / param};
   // Three passes, in pieces that stay in the nearest cache.
   constexpr int kPiece = 2048;
@@ -78,11 +79,11 @@ KvrStatus kvrsCauchy_32f_I(Kvr32f* srcDst, int len, Kvr32f param) noexcept {
   return kvrStatusOk;
 }
 KvrStatus kvrsCauchyD_32f_I(Kvr32f* srcDst, int len, Kvr32f param) noexcept {
-  KVRS_CHECK(pointers(srcDst), length(len), positive(param));
+  KVRS_CHECK(pointers(srcDst), length(len, srcDst), positive(param));
   return mapElements(Derivative{param * param}, srcDst, static_cast<size_t>(len), srcDst);
 }
 KvrStatus kvrsCauchyDD2_32f_I(Kvr32f* srcDst, Kvr32f* dst2, int len, Kvr32f param) noexcept {
-  KVRS_CHECK(pointers(srcDst, dst2), length(len), positive(param));
+  KVRS_CHECK(pointers(srcDst, dst2), length(len, srcDst, dst2), positive(param));
   const size_t n = static_cast<size_t>(len);
   const Derivatives op{param * param};
   if (!overlap(srcDst, dst2, n)) return mapElements(op, Planes<Kvr32f>{srcDst, dst2}, n, srcDst);

@@ -3,6 +3,7 @@
 #include <bit>
 #include <type_traits>
 
+#include "frame/array_length.h"
 #include "frame/check.h"
 #include "frame/loop.h"
 #include "frame/packed24.h"
@@ -131,8 +132,7 @@ KvrStatus kvrsConvert_64s64f(const Kvr64s* src, Kvr64f* dst, int len) noexcept {
   if constexpr (sizeof(void*) == 4) {
     // In 32 bits the x87 unit converts in two instructions what takes the vector unit six. It has a rounding mode of
     // its own.
-    KVRS_CHECK(pointers(src, dst), length(len),
-               require(loop_detail::fitsAddress(static_cast<size_t>(len), sizeof *src), kvrStatusBadLength));
+    KVRS_CHECK(pointers(src, dst), length(len, src, dst));
     underExtendedRounding(currentRounding(), [=] {
       for (int i = 0; i < len; ++i) unaligned::put(static_cast<Kvr64f>(unaligned::get(src + i)), dst + i);
     });

@@ -4,6 +4,7 @@
 #include <limits>
 #include <type_traits>
 
+#include "frame/array_length.h"
 #include "frame/check.h"
 #include "frame/loop.h"
 #include "frame/packed24.h"
@@ -180,7 +181,7 @@ KvrStatus toInt64(const Kvr64f* src, D* dst, int len, KvrRoundMode rndMode, int 
                                           : vectorsToInt64<kvrRoundNear>(src, dst, len, step, rest);
     });
   } else {
-    if (!loop_detail::fitsAddress(static_cast<size_t>(len), sizeof *src)) return kvrStatusBadLength;
+    KVRS_CHECK(length(len, src, dst));
     const bool cuts = rndMode == kvrRoundFinancial || rndMode == kvrRoundZero;
     underExtendedRounding(cuts ? Rounding::zero : Rounding::nearest, [=] {
       const long double scale = static_cast<long double>(scaleOf<Kvr64f>(step)) * scaleOf<Kvr64f>(rest);

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include <limits>
 
+#include "frame/array_length.h"
 #include "frame/check.h"
 #include "frame/note.h"
 #include "frame/threads.h"
@@ -108,8 +109,9 @@ struct ComplexQuotient {
 };
 
 template <class D, class Op, class... S>
-[[gnu::noinline]] KvrStatus divideInSlices(const S*... src, D* dst, size_t len, Op op) {
-  const bool met = runSlicesOfTeam(len, kTwoThreads, [=](size_t begin, size_t count) {
+[[gnu::noinline]] KvrStatus divideInSlices(const S*... src, D* dst, int len, Op op) {
+  KVRS_CHECK(length(len, dst, src...));
+  const bool met = runSlicesOfTeam(static_cast<size_t>(len), kTwoThreads, [=](size_t begin, size_t count) {
     return mapNoting(op, dst + begin, count, (src + begin)...) != kvrStatusOk;
   });
   return met ? kvrStatusDivByZeroWarn : kvrStatusOk;
@@ -118,7 +120,7 @@ template <class D, class Op, class... S>
 template <class D, class Op, class... S>
 KVRS_INLINE KvrStatus divideElements(const Op& op, int threadedFrom, D* dst, int len, const S*... src) {
   if (__builtin_expect(len >= threadedFrom * int{kThreadedLengthFactor}, false)) {
-    return divideInSlices<D, Op, S...>(src..., dst, static_cast<size_t>(len), op);
+    return divideInSlices<D, Op, S...>(src..., dst, len, op);
   }
   return mapNoting(op, dst, static_cast<size_t>(len), src...);
 }

@@ -19,6 +19,7 @@
 #include <limits>
 #include <type_traits>
 
+#include "frame/array_length.h"
 #include "frame/check.h"
 #include "frame/loop.h"
 #include "frame/rounding.h"
@@ -199,6 +200,7 @@ inline constexpr size_t kNeverThreaded = static_cast<size_t>(-1) / kThreadedLeng
 // Runs `op` over whole vectors; the status tells whether a divisor was zero.
 template <class Work, class D, class Op, class... S>
 KvrStatus divideVectors(const Division& rule, const Op& op, D* dst, int len, const S*... src) {
+  KVRS_CHECK(length(len, dst, src...));
   const bool met =
       runSliced(static_cast<size_t>(len), rule.threadedFrom * kThreadedLengthFactor, rule.threads,
                 [=](size_t begin, size_t count) {

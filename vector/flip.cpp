@@ -1,5 +1,6 @@
 // Order of elements. What is moved are the elements' bits, one kernel for each width.
 // SPDX-License-Identifier: MIT
+#include "frame/array_length.h"
 #include "frame/check.h"
 #include "frame/loop.h"
 #include "kvrs/reorder.h"
@@ -22,8 +23,7 @@ KvrStatus flip(const T* src, T* dst, int len) {
 template <class Word, class T>
 KvrStatus flipInPlace(T* srcDst, int len) {
   static_assert(sizeof(Word) == sizeof(T));
-  KVRS_CHECK(pointers(srcDst), length(len));
-  if (!loop_detail::fitsAddress(static_cast<size_t>(len), sizeof(T))) return kvrStatusBadLength;
+  KVRS_CHECK(pointers(srcDst), length(len, srcDst));
   constexpr ptrdiff_t N = loop_detail::kBlock<Word>;
   Cursor<Word> front{reinterpret_cast<Word*>(srcDst)};
   Downward<Word> back{front.p + len};

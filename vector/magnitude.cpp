@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include <limits>
 
+#include "frame/array_length.h"
 #include "frame/check.h"
 #include "frame/loop.h"
 #include "frame/scale.h"
@@ -212,13 +213,14 @@ struct DoubleOf32fc {
 // dst[i] = op(src[i]...), on a team of threads from a length on.
 template <class D, class Op, class... S>
 KvrStatus mapSliced(const Op& op, int threadedFrom, D* dst, int len, const S*... src) {
+  KVRS_CHECK(length(len, dst, src...));
   const auto slice = [=](size_t begin, size_t count) {
-    return mapElements(op, dst + begin, count, src + begin...) != kvrStatusOk;
+    mapElements(op, dst + begin, count, src + begin...);
+    return false;
   };
-  const bool failed =
-      runSliced(static_cast<size_t>(len), static_cast<size_t>(threadedFrom) * kThreadedLengthFactor,
-                kTwoThreads, slice);
-  return failed ? kvrStatusBadLength : kvrStatusOk;
+  runSliced(static_cast<size_t>(len), static_cast<size_t>(threadedFrom) * kThreadedLengthFactor, kTwoThreads,
+            slice);
+  return kvrStatusOk;
 }
 
 template <class Op, class D, class... S>
@@ -261,7 +263,7 @@ KvrStatus of32sc(const Kvr32sc* src, Kvr32s* dst, int len, int scaleFactor, int 
                  size_t threadedFrom) {
   KVRS_CHECK(pointers(src, dst), length(len));
   if (scaleFactor > zeroAbove) return kvrsZero_32s(dst, len);
-  if (!loop_detail::fitsAddress(static_cast<size_t>(len), sizeof *src)) return kvrStatusBadLength;
+  KVRS_CHECK(length(len, dst, src));
   const ScaledOf32s<root> op{powerOfTwo<double>(scaleFactor < -31 ? 31 : -scaleFactor)};
   runSliced(static_cast<size_t>(len), threadedFrom, kTwoThreads, [=](size_t begin, size_t count) {
     return mapInLanesOf<double>(op, dst + begin, count, src + begin) != kvrStatusOk;

@@ -10,6 +10,7 @@
 #include <cstdint>
 #include <cstring>
 
+#include "frame/array_length.h"
 #include "frame/check.h"
 #include "frame/simd.h"
 #include "frame/unaligned.h"
@@ -101,7 +102,7 @@ using namespace kvrs;
 
 KvrStatus kvrsFindNearest_16u(const Kvr16u* src, Kvr16u* dst, int* dstIndex, int len, const Kvr16u* table,
                               int tableLen) noexcept {
-  KVRS_CHECK(pointers(src, dst, dstIndex, table), length(len), length(tableLen));
+  KVRS_CHECK(pointers(src, dst, dstIndex, table), length(len, src, dst, dstIndex), length(tableLen));
   if (tableLen >= 2 && tableLen <= INT32_MAX / 2) {
     nearest(src, dst, dstIndex, len, table, tableLen);
     return kvrStatusOk;

@@ -5,6 +5,7 @@
 #include <cmath>
 #include <limits>
 
+#include "frame/array_length.h"
 #include "frame/check.h"
 #include "frame/loop.h"
 #include "frame/rounding.h"
@@ -134,13 +135,14 @@ void mapExtended(const Operation& operation, Kvr64s* srcDst, int len) {
 }
 
 // A negative length is no error.
-constexpr KvrStatus lengthNotZero(int len) {
-  return check::require(len != 0, kvrStatusBadLength);
+template <class T>
+constexpr KvrStatus lengthNotZero(int len, const T* srcDst) {
+  return len < 0 ? kvrStatusOk : check::length(len, srcDst);
 }
 
 template <class T>
 KvrStatus timesExtended(T val, Kvr64s* srcDst, int len, int scaleFactor) {
-  KVRS_CHECK(pointers(srcDst), lengthNotZero(len));
+  KVRS_CHECK(pointers(srcDst), lengthNotZero(len, srcDst));
   underExtendedRounding(Rounding::nearest, [=] {
     const long double scaled = static_cast<long double>(val) * extendedScale(scaleFactor);
     mapExtended([=](long double x) { return x * scaled; }, srcDst, len);
@@ -175,7 +177,7 @@ KvrStatus kvrsMulC_64f64s_ISfs(Kvr64f val, Kvr64s* srcDst, int len, int scaleFac
   return timesExtended(val, srcDst, len, scaleFactor);
 }
 KvrStatus kvrsDivC_64s_ISfs(Kvr64s val, Kvr64s* srcDst, int len, int scaleFactor) noexcept {
-  KVRS_CHECK(pointers(srcDst), lengthNotZero(len));
+  KVRS_CHECK(pointers(srcDst), lengthNotZero(len, srcDst));
   if (val == 0) {
     if (len > 0) mapElements(Signs(), srcDst, static_cast<size_t>(len), static_cast<const Kvr64s*>(srcDst));
     return kvrStatusDivByZeroWarn;

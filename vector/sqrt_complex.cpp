@@ -5,6 +5,7 @@
 // SPDX-License-Identifier: MIT
 #include <cstdint>
 
+#include "frame/array_length.h"
 #include "frame/check.h"
 #include "frame/halves.h"
 #include "frame/loop.h"
@@ -98,7 +99,7 @@ struct RootOf16sc {
 
 template <class Op, class C>
 KvrStatus roots(const Op& op, size_t threadedFrom, const C* src, C* dst, int len) {
-  KVRS_CHECK(pointers(src, dst), length(len));
+  KVRS_CHECK(pointers(src, dst), length(len, src, dst));
   const auto slice = [=](size_t begin, size_t count) {
     return mapElements(op, dst + begin, count, src + begin) != kvrStatusOk;
   };

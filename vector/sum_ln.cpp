@@ -7,6 +7,7 @@
 #include <cstddef>
 #include <limits>
 
+#include "frame/array_length.h"
 #include "frame/check.h"
 #include "frame/logarithm.h"
 #include "frame/reduce.h"
@@ -92,7 +93,7 @@ struct Sum {
 
 template <class S, class R>
 KvrStatus sumOfLogarithms(const S* src, int len, R* sum) {
-  KVRS_CHECK(pointers(src, sum), length(len));
+  KVRS_CHECK(pointers(src, sum), length(len, src));
   Sum total;
   forPieces(static_cast<size_t>(len), 256 * kFewAccumulators * kLanes<double>,
             [&](size_t begin, size_t count) { total.add(src + begin, count); });

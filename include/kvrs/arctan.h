@@ -18,7 +18,7 @@ KVRS_BEGIN_DECLS
  *
  * `dst` is `src` or does not overlap it.
  *
- * Errors, in the order tested: ::kvrStatusNullPointer for a null pointer, ::kvrStatusBadLength for `len` below 1.
+ * Errors, in the order tested: ::kvrStatusNullPointer for a null pointer, ::kvrStatusBadLength for `len` below 1 or too long for the address space.
  * @{
  */
 

@@ -37,7 +37,7 @@ KVRS_BEGIN_DECLS
  * `dst` may be one of the sources; otherwise they do not overlap.
  *
  * Errors, in the order tested: ::kvrStatusNullPointer for a null pointer, ::kvrStatusBadLength for `len`
- * below 1; Add and Sub of complex vectors test `len` first.
+ * below 1 or too long for the address space; Add and Sub of complex vectors test `len` first.
  * @{
  */
 

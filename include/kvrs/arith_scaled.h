@@ -79,7 +79,7 @@ KVRS_BEGIN_DECLS
  * may overlap `dst` in any way: the result is that of elements computed one after the other.
  *
  * Errors, in the order tested: ::kvrStatusNullPointer for a null pointer, ::kvrStatusBadLength for `len`
- * below 1. Exceptions:
+ * below 1 or too long for the address space. Exceptions:
  *
  * - Add and Sub of 16sc and 32sc test `len` ahead of the pointers.
  * - MulC_64s, MulC_64f64s and DivC_64s refuse a `len` of 0 only; a negative one is no error, and nothing is

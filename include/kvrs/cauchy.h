@@ -25,7 +25,7 @@ KVRS_BEGIN_DECLS
  * In CauchyDD2 the arrays may overlap: the elements are then taken one after another, `dst2[i]` being stored before
  * `srcDst[i]`.
  *
- * Errors, in the order tested: ::kvrStatusNullPointer for a null pointer; ::kvrStatusBadLength for `len` below 1;
+ * Errors, in the order tested: ::kvrStatusNullPointer for a null pointer; ::kvrStatusBadLength for `len` below 1 or too long for the address space;
  * ::kvrStatusNonPositiveParam for a `param` of 0 or below.
  * @{
  */

@@ -31,7 +31,7 @@ KVRS_BEGIN_DECLS
  * The codes of ALawToMuLaw and MuLawToALaw may be converted in place. Otherwise arrays do not overlap. Results are the same in
  * every module.
  *
- * Errors, in the order tested: ::kvrStatusNullPointer for a null pointer, ::kvrStatusBadLength for `len` below 1.
+ * Errors, in the order tested: ::kvrStatusNullPointer for a null pointer, ::kvrStatusBadLength for `len` below 1 or too long for the address space.
  * @{
  */
 

@@ -24,7 +24,7 @@ KVRS_BEGIN_DECLS
  * Conj works in place too; otherwise sources and destinations do not overlap.
  *
  * Errors, in the order tested: ::kvrStatusNullPointer for a null pointer, ::kvrStatusBadLength for `len` below
- * 1. RealToCplx tests `dst`, then `len`, then whether both sources are null.
+ * 1 or too long for the address space. RealToCplx tests `dst`, then `len`, then whether both sources are null.
  * @{
  */
 

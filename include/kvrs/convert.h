@@ -16,7 +16,7 @@ KVRS_BEGIN_DECLS
  * `src` and `dst` do not overlap, but may be one array where their elements have the same width.
  *
  * Errors, in the order tested: ::kvrStatusNullPointer for a null pointer, ::kvrStatusBadLength for `len` below
- * 1, and ::kvrStatusBadRoundMode for `rndMode` ::kvrRoundFinancial in 32f16f, 16s16f and 16f16s_Sfs only.
+ * 1 or too long for the address space, and ::kvrStatusBadRoundMode for `rndMode` ::kvrRoundFinancial in 32f16f, 16s16f and 16f16s_Sfs only.
  *
  * @par Integers and floats to floats
  * No rounding mode is asked for: what the type cannot hold exactly is rounded in the caller's current mode of

@@ -68,7 +68,7 @@ KVRS_BEGIN_DECLS
  * Warning: ::kvrStatusDivByZeroWarn when an element of the divisor was zero.
  *
  * Errors, in the order tested: ::kvrStatusNullPointer for a null pointer, ::kvrStatusBadLength for `len`
- * below 1, ::kvrStatusDivByZeroError for a `val` of zero in DivC, ::kvrStatusBadRoundMode for any other
+ * below 1 or too long for the address space, ::kvrStatusDivByZeroError for a `val` of zero in DivC, ::kvrStatusBadRoundMode for any other
  * `rndMode`.
  * @{
  */
@@ -162,7 +162,7 @@ KVRS_API KvrStatus kvrsDivCRev_16u_I(Kvr16u val, Kvr16u* srcDst, int len) KVRS_N
  * Warning: ::kvrStatusDivByZeroWarn when one of the rows above was met.
  *
  * Errors, in the order tested: ::kvrStatusNullPointer for a null pointer, ::kvrStatusBadLength for `len`
- * below 1, ::kvrStatusDivByZeroError for a `val` of zero in DivC (complex: whose squared magnitude is zero).
+ * below 1 or too long for the address space, ::kvrStatusDivByZeroError for a `val` of zero in DivC (complex: whose squared magnitude is zero).
  * @{
  */
 

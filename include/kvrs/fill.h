@@ -80,7 +80,7 @@ KVRS_API KvrStatus kvrsMove_64fc(const Kvr64fc* src, Kvr64fc* dst, int len) KVRS
  * strings do not overlap.
  *
  * Errors, in the order tested: ::kvrStatusNullPointer for a null pointer, ::kvrStatusBadLength for `len`
- * below 1 or a negative offset. */
+ * below 1 or too long for the address space or a negative offset. */
 KVRS_API KvrStatus kvrsCopy_1u(const Kvr8u* src, int srcBitOffset, Kvr8u* dst, int dstBitOffset,
                                int len) KVRS_NOEXCEPT;
 

@@ -114,7 +114,7 @@ KVRS_BEGIN_DECLS
  *
  * The addend that rounds a shift to the right wraps as the sum does.
  *
- * Errors, in the order tested: ::kvrStatusNullPointer, ::kvrStatusBadLength for `len` below 1,
+ * Errors, in the order tested: ::kvrStatusNullPointer, ::kvrStatusBadLength for `len` below 1 or too long for the address space,
  * ::kvrStatusContextMismatch. FIROne has no length. A filter at two rates that is run in place may give
  * ::kvrStatusOutOfMemory.
  *

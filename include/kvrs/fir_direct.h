@@ -40,7 +40,7 @@ KVRS_BEGIN_DECLS
  *
  * The forms that end in _I and _ISfs work in place. In all others `dst` does not overlap `src`.
  *
- * Errors, in the order tested: ::kvrStatusNullPointer for `src`, `dst` or `srcDst`, ::kvrStatusBadLength for `len` below 1,
+ * Errors, in the order tested: ::kvrStatusNullPointer for `src`, `dst` or `srcDst`, ::kvrStatusBadLength for `len` below 1 or too long for the address space,
  * ::kvrStatusNullPointer for `taps`, ::kvrStatusBadTapsLength for `tapsLen` below 1, ::kvrStatusNullPointer for `dlyLine` or
  * `dlyLineIndex`, and where a state is made for the call, which is where the window is replaced, ::kvrStatusOutOfMemory.
  * The index is tested by kvrsFIROne_Direct_16s_Sfs(), kvrsFIR_Direct_16s_Sfs() and their forms in place alone: they return

@@ -125,7 +125,7 @@ KVRS_BEGIN_DECLS
  * | Function               | takes                                          | Errors, in the order tested |
  * |------------------------|------------------------------------------------|-----------------------------|
  * | kvrsIIROne             | all but direct form 1                          | ::kvrStatusNullPointer, ::kvrStatusContextMismatch |
- * | kvrsIIR                | all                                            | ::kvrStatusNullPointer, ::kvrStatusBadLength for `len` below 1, ::kvrStatusContextMismatch |
+ * | kvrsIIR                | all                                            | ::kvrStatusNullPointer, ::kvrStatusBadLength for `len` below 1 or too long for the address space, ::kvrStatusContextMismatch |
  * | 32f_P, 32f_IP          | cascades, all of one structure                 | ::kvrStatusNullPointer, ::kvrStatusBadLength, ::kvrStatusBadChannelCount for `nChannels` below 1, then channel by channel ::kvrStatusNullPointer and ::kvrStatusContextMismatch |
  * | 64f_32s_PSfs, 64f_32s_IPSfs | all, of the structure of the first        | ::kvrStatusNullPointer, also for `state[0]`; ::kvrStatusBadLength before the latter; ::kvrStatusContextMismatch, also for `nChannels` below 1 if the first is a direct form; other channels' ::kvrStatusNullPointer and ::kvrStatusContextMismatch |
  *

@@ -22,7 +22,7 @@ KVRS_BEGIN_DECLS
  * Element types: 8u, 16u, 32u. `dst` may be one of the sources; otherwise they do not overlap.
  *
  * Errors, in the order tested: ::kvrStatusNullPointer for a null pointer, ::kvrStatusBadLength for `len`
- * below 1. AndC with a `val` of 0 is Zero on `dst`, whose checks stand in for its own: `src` is not tested.
+ * below 1 or too long for the address space. AndC with a `val` of 0 is Zero on `dst`, whose checks stand in for its own: `src` is not tested.
  * @{
  */
 

@@ -22,7 +22,7 @@ KVRS_BEGIN_DECLS
  * `dst` of Mul 32f32fc may be `src2`; otherwise arrays do not overlap.
  *
  * Errors, in the order tested: ::kvrStatusNullPointer for a null pointer, ::kvrStatusBadLength for `len`
- * below 1.
+ * below 1 or too long for the address space.
  * @{
  */
 
@@ -49,7 +49,7 @@ KVRS_API KvrStatus kvrsMul_32f32fc_I(const Kvr32f* src, Kvr32fc* srcDst, int len
  * one stores, a later one reads.
  *
  * Errors, in the order tested: ::kvrStatusNullPointer for a null pointer, ::kvrStatusBadLength for `len`
- * below 1.
+ * below 1 or too long for the address space.
  * @{
  */
 

@@ -46,7 +46,7 @@ KVRS_BEGIN_DECLS
  * Threads: Magnitude of 32f and 16sc32f may use two from 524,288 elements on, of 16s32f, 16s, 16sc and 32fc from 262,144, of
  * 32sc, 64f and 64fc from 32,768. That changes no result.
  *
- * Errors, in the order tested: ::kvrStatusNullPointer for a null pointer, ::kvrStatusBadLength for `len` below 1.
+ * Errors, in the order tested: ::kvrStatusNullPointer for a null pointer, ::kvrStatusBadLength for `len` below 1 or too long for the address space.
  * @{
  */
 
@@ -114,7 +114,7 @@ KVRS_API KvrStatus kvrsPowerSpectr_64f(const Kvr64f* srcRe, const Kvr64f* srcIm,
  * In planar forms `dst` may be one of the sources if it has their type; otherwise arrays do not overlap. Floats may
  * differ between modules in their last bit, as some fuse products and sums; alignment and length change nothing.
  *
- * Errors, in the order tested: ::kvrStatusNullPointer for a null pointer, ::kvrStatusBadLength for `len` below 1.
+ * Errors, in the order tested: ::kvrStatusNullPointer for a null pointer, ::kvrStatusBadLength for `len` below 1 or too long for the address space.
  * @{
  */
 
@@ -164,7 +164,7 @@ KVRS_API KvrStatus kvrsPhase_64f(const Kvr64f* srcRe, const Kvr64f* srcIm, Kvr64
  * In the planar forms of PolarToCart a destination may be a source; otherwise arrays do not overlap, and the two
  * destinations never do. Floats may differ between modules in their last bit, as some fuse products and sums.
  *
- * Errors, in the order tested: ::kvrStatusNullPointer for a null pointer, ::kvrStatusBadLength for `len` below 1.
+ * Errors, in the order tested: ::kvrStatusNullPointer for a null pointer, ::kvrStatusBadLength for `len` below 1 or too long for the address space.
  * kvrsCartToPolar_16sc_Sfs is kvrsMagnitude_16sc_Sfs, and if that succeeds kvrsPhase_16sc_Sfs, each with its own
  * tests: `dstPhase` is looked at last, when `dstMag` has been written.
  * @{

@@ -82,8 +82,8 @@ KVRS_BEGIN_DECLS
  * |---------------------|--------|
  * | GetSize, Init       | ::kvrStatusNullPointer |
  * | InitAlloc           | ::kvrStatusNullPointer, ::kvrStatusOutOfMemory |
- * | with a state        | ::kvrStatusNullPointer for `dst` or `state`, ::kvrStatusBadLength for `len` below 1, ::kvrStatusContextMismatch for the state of another type or distribution |
- * | Direct              | ::kvrStatusNullPointer, ::kvrStatusBadLength for `len` below 1 |
+ * | with a state        | ::kvrStatusNullPointer for `dst` or `state`, ::kvrStatusBadLength for `len` below 1 or too long for the address space, ::kvrStatusContextMismatch for the state of another type or distribution |
+ * | Direct              | ::kvrStatusNullPointer, ::kvrStatusBadLength for `len` below 1 or too long for the address space |
  * | Free                | ::kvrStatusNullPointer, ::kvrStatusContextMismatch |
  * @{
  */

@@ -18,7 +18,7 @@ KVRS_BEGIN_DECLS
  * they do not overlap.
  *
  * Errors, in the order tested: ::kvrStatusNullPointer for a null pointer, ::kvrStatusBadLength for `len`
- * below 1.
+ * below 1 or too long for the address space.
  * @{ */
 KVRS_API KvrStatus kvrsSwapBytes_16u(const Kvr16u* src, Kvr16u* dst, int len) KVRS_NOEXCEPT;
 KVRS_API KvrStatus kvrsSwapBytes_24u(const Kvr8u* src, Kvr8u* dst, int len) KVRS_NOEXCEPT;
@@ -36,7 +36,7 @@ KVRS_API KvrStatus kvrsSwapBytes_64u_I(Kvr64u* srcDst, int len) KVRS_NOEXCEPT;
  * `src` do not overlap; the `_I` form reverses in place.
  *
  * Errors, in the order tested: ::kvrStatusNullPointer for a null pointer, ::kvrStatusBadLength for `len`
- * below 1.
+ * below 1 or too long for the address space.
  * @{ */
 KVRS_API KvrStatus kvrsFlip_8u(const Kvr8u* src, Kvr8u* dst, int len) KVRS_NOEXCEPT;
 KVRS_API KvrStatus kvrsFlip_16u(const Kvr16u* src, Kvr16u* dst, int len) KVRS_NOEXCEPT;
@@ -62,7 +62,7 @@ KVRS_API KvrStatus kvrsFlip_64fc_I(Kvr64fc* srcDst, int len) KVRS_NOEXCEPT;
  * @param dstLenBits gets the number of bits appended (modulo 2^32).
  *
  * Errors, in the order tested: ::kvrStatusNullPointer for a null pointer, ::kvrStatusBadLength for `len`
- * below 1 or a negative `dstBitOffset`. */
+ * below 1 or too long for the address space or a negative `dstBitOffset`. */
 KVRS_API KvrStatus kvrsPackBits_32u8u(const Kvr32u* src, const int* srcBitsLen, int len, Kvr8u* dst,
                                       int dstBitOffset, int* dstLenBits) KVRS_NOEXCEPT;
 

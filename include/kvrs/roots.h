@@ -40,7 +40,7 @@ KVRS_BEGIN_DECLS
  * Threads: Sqrt of 32f may use two from 524,288 elements on, of 8u, 16u and 16s from 262,144, of 32s16s from 131,072, of
  * 64f, 64s16s and 32fc from 65,536, of 64s, 16sc and 64fc from 32,768. That changes no result but 32f in the last bit.
  *
- * Errors, in the order tested: ::kvrStatusNullPointer for a null pointer, ::kvrStatusBadLength for `len` below 1. Warning, of
+ * Errors, in the order tested: ::kvrStatusNullPointer for a null pointer, ::kvrStatusBadLength for `len` below 1 or too long for the address space. Warning, of
  * square roots other than complex ones: ::kvrStatusSqrtNegArg where an element is below 0. In kvrsSqrt_32f() the last element, where it
  * is the odd one of those behind the blocks of 16, also warns if it is a NaN with its sign bit set.
  * @{

@@ -19,7 +19,7 @@ KVRS_BEGIN_DECLS
  * not overlap.
  *
  * Errors, in the order tested: ::kvrStatusNullPointer for a null pointer, ::kvrStatusBadLength for `len`
- * below 1, ::kvrStatusBadShift for a negative `val`. With a result of 0 for every element, as the table tells, a
+ * below 1 or too long for the address space, ::kvrStatusBadShift for a negative `val`. With a result of 0 for every element, as the table tells, a
  * shift is Zero on `dst`, whose checks stand in for its own: `src` is not tested.
  * @{
  */

@@ -39,7 +39,7 @@ KVRS_BEGIN_DECLS
  * | kvrsFIRSparseInit_32f()         | ::kvrStatusNullPointer, ::kvrStatusBadTapsLength for `nzTapsLen` below 1, ::kvrStatusBadSparseIndex for positions as told above |
  * | kvrsIIRSparseGetStateSize_32f() | ::kvrStatusNullPointer, ::kvrStatusBadIirOrder for `nzTapsLen1` below 1 or `nzTapsLen2` below 0, ::kvrStatusBadSparseIndex for `order1` or `order2` below 0; ::kvrStatusBadIirOrder for a size that is no `int` |
  * | kvrsIIRSparseInit_32f()         | ::kvrStatusNullPointer, ::kvrStatusBadIirOrder for `nzTapsLen1` or `nzTapsLen2` below 1, ::kvrStatusBadSparseIndex |
- * | kvrsFIRSparse_32f(), kvrsIIRSparse_32f() | ::kvrStatusNullPointer, ::kvrStatusBadLength for `len` below 1 |
+ * | kvrsFIRSparse_32f(), kvrsIIRSparse_32f() | ::kvrStatusNullPointer, ::kvrStatusBadLength for `len` below 1 or too long for the address space |
  *
  * A state is changed by every filtering call and must not be used by two calls at the same time.
  * @{

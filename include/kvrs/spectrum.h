@@ -47,7 +47,7 @@ KVRS_BEGIN_DECLS
  * ones. Otherwise source and destination do not overlap.
  *
  * Errors, in the order tested: ::kvrStatusNullPointer for a null pointer, ::kvrStatusBadLength for `len`
- * below 1.
+ * below 1 or too long for the address space.
  * @{
  */
 

@@ -51,7 +51,8 @@ KVRS_BEGIN_DECLS
  * Threads: LTInv of 32f may use two from 1,048,576 elements on, of 64f and 32fc from 262,144, of 64fc from 65,536. That
  * changes no result.
  *
- * Errors, in the order tested: ::kvrStatusNullPointer for a null pointer; ::kvrStatusBadLength for `len` below 1;
+ * Errors, in the order tested: ::kvrStatusNullPointer for a null pointer; ::kvrStatusBadLength for `len` below 1 or too
+ * long for the address space;
  * ::kvrStatusBadArg for a `relOp` that is neither; ::kvrStatusNegativeThreshold for a `level` below 0 of complex elements
  * and in GTAbs, LTAbs and LTInv; ::kvrStatusThresholdOrder for `levelLT` above `levelGT`.
  *

@@ -19,7 +19,7 @@ KVRS_BEGIN_DECLS
  * `dst` may be `src`; otherwise they do not overlap.
  *
  * Errors, in the order tested: ::kvrStatusNullPointer for a null pointer, ::kvrStatusBadLength for `len`
- * below 1.
+ * below 1 or too long for the address space.
  * @{
  */
 
@@ -51,7 +51,7 @@ KVRS_API KvrStatus kvrsAbs_64f_I(Kvr64f* srcDst, int len) KVRS_NOEXCEPT;
  * `dst` may be `src`; otherwise they do not overlap.
  *
  * Errors, in the order tested: ::kvrStatusNullPointer for a null pointer, ::kvrStatusBadLength for `len`
- * below 1.
+ * below 1 or too long for the address space.
  * @{
  */
 
@@ -94,7 +94,7 @@ KVRS_API KvrStatus kvrsSqr_64fc_I(Kvr64fc* srcDst, int len) KVRS_NOEXCEPT;
  * `dst` may be `src`; otherwise they do not overlap.
  *
  * Errors, in the order tested: ::kvrStatusNullPointer for a null pointer, ::kvrStatusBadLength for `len`
- * below 1, ::kvrStatusDivByZeroError for a `vDiv` that is refused.
+ * below 1 or too long for the address space, ::kvrStatusDivByZeroError for a `vDiv` that is refused.
  * @{
  */
 

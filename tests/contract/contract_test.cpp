@@ -3,10 +3,13 @@
 // SPDX-License-Identifier: MIT
 #include <dlfcn.h>
 #include <gtest/gtest.h>
+#include <sys/wait.h>
+#include <unistd.h>
 
 #include <algorithm>
 #include <climits>
 #include <cstring>
+#include <map>
 #include <memory>
 #include <set>
 #include <string>
@@ -230,6 +233,58 @@ TEST(Contract, Lengths) {
                       });
         }
       }
+    }
+  });
+}
+
+// Bytes of an element of an array, 0 where they are not known.
+size_t elementBytes(const Function& f, const Parameter& p) {
+  static const std::map<std::string, size_t> bytes = {
+      {"Kvr8u", 1},   {"Kvr8s", 1},    {"Kvr16u", 2},  {"Kvr16s", 2},   {"Kvr16f", 2}, {"Kvr32u", 4},
+      {"Kvr32s", 4},  {"Kvr32f", 4},   {"Kvr64u", 8},  {"Kvr64s", 8},   {"Kvr64f", 8}, {"Kvr16sc", 4},
+      {"Kvr32sc", 8}, {"Kvr64sc", 16}, {"Kvr32fc", 8}, {"Kvr64fc", 16}, {"int", 4}};
+  const bool isPacked =
+      strcmp(p.type, "Kvr8u") == 0 && strstr(f.name, p.kind == Kind::input ? "_24" : "24") != nullptr;
+  const auto found = bytes.find(p.type);
+  return isPacked ? 3 : found == bytes.end() ? 0 : found->second;
+}
+
+// Whether one of the arrays of `len` elements, by the name src... or dst..., takes more bytes than an address can count.
+bool isBeyondAddresses(const Function& f, int64_t len) {
+  const auto all = f.all();
+  return std::any_of(all.begin(), all.end(), [&](const Parameter& p) {
+    const bool isArray = strncmp(p.name, "src", 3) == 0 || strncmp(p.name, "dst", 3) == 0;
+    return isArray && (p.kind == Kind::input || p.kind == Kind::output) &&
+           static_cast<uint64_t>(len) * elementBytes(f, p) > SIZE_MAX;
+  });
+}
+
+// Whether a call returns this status in a child of this process, where it may crash.
+bool returnsInChild(KvrStatus status, Call& call) {
+  const pid_t child = fork();
+  if (child == 0) {
+    alarm(20);
+    _exit(call.run() == status ? 0 : 1);
+  }
+  int how = 0;
+  return child > 0 && waitpid(child, &how, 0) == child && WIFEXITED(how) && WEXITSTATUS(how) == 0;
+}
+
+// In a 32-bit process a vector of 2^31 - 1 elements of more than two bytes cannot exist. Such a length is refused before
+// anything is read or written, on any number of threads.
+TEST(Contract, LengthsBeyondTheAddressSpace) {
+  if (sizeof(void*) > 4) GTEST_SKIP() << "every length fits";
+  forAll([](const Function& f, Call& call) {
+    const int len = f.find("len");
+    if (len < 0 || isAmong(allRows().freeLengths, f, f.parameters[len]) || !isBeyondAddresses(f, INT_MAX))
+      return;
+    call.reset();
+    call[len].number = INT_MAX;
+    const ThreadCount threads(2);
+    if (returnsInChild(kvrStatusBadLength, call)) {
+      call.expectNow(kvrStatusBadLength, "len 2^31 - 1");
+    } else {
+      ADD_FAILURE() << f.name << " does not refuse a len of 2^31 - 1";
     }
   });
 }
