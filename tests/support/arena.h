@@ -20,26 +20,21 @@ enum class Side {
 
 class Arena {
  public:
-  explicit Arena(size_t mostBytes) {
-    const size_t page = static_cast<size_t>(sysconf(_SC_PAGESIZE));
-    usable_ = (mostBytes + 2 * kMargin + page - 1) / page * page;
-    mapped_ = usable_ + 2 * page;
-    void* all = mmap(nullptr, mapped_, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
-    if (all == MAP_FAILED) abort();
-    map_ = static_cast<uint8_t*>(all);
-    first_ = map_ + page;
-    if (mprotect(map_, page, PROT_NONE) != 0 || mprotect(first_ + usable_, page, PROT_NONE) != 0) abort();
-  }
+  explicit Arena(size_t bytes = 0) { map(bytes); }
   ~Arena() { munmap(map_, mapped_); }
   Arena(const Arena&) = delete;
   Arena& operator=(const Arena&) = delete;
 
-  // `count` elements, `offset` bytes (below 64) away from the guard page of a side. Fills the array and the
-  // bytes around it with canaries.
+  // `count` elements, `offset` bytes (below 64) away from the guard page of a side, in new memory if what there is does
+  // not hold them. Fills the array and the bytes around it with canaries.
   template <class T>
   T* place(size_t count, Side side = Side::back, size_t offset = 0) {
     bytes_ = count * sizeof(T);
-    if (bytes_ + offset > usable_ || offset > kMargin) abort();
+    if (offset > kMargin) abort();
+    if (bytes_ + 2 * kMargin > usable_) {
+      munmap(map_, mapped_);
+      map(bytes_);
+    }
     begin_ = side == Side::front ? first_ + offset : first_ + usable_ - offset - bytes_;
     uint8_t* low = lowEdge();
     memset(low, kCanary, static_cast<size_t>(highEdge() - low));
@@ -65,6 +60,17 @@ class Arena {
  private:
   static constexpr size_t kMargin = 256;
   static constexpr uint8_t kCanary = 0xA5;
+
+  void map(size_t bytes) {
+    const size_t page = static_cast<size_t>(sysconf(_SC_PAGESIZE));
+    usable_ = (bytes + 2 * kMargin + page - 1) / page * page;
+    mapped_ = usable_ + 2 * page;
+    void* all = mmap(nullptr, mapped_, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
+    if (all == MAP_FAILED) abort();
+    map_ = static_cast<uint8_t*>(all);
+    first_ = map_ + page;
+    if (mprotect(map_, page, PROT_NONE) != 0 || mprotect(first_ + usable_, page, PROT_NONE) != 0) abort();
+  }
 
   uint8_t* lowEdge() const {
     return static_cast<size_t>(begin_ - first_) > kMargin ? begin_ - kMargin : first_;

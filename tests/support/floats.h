@@ -64,18 +64,24 @@ bool sameFloat(T a, T b) {
   }
 }
 
-// The standard sweep over such data.
+// The standard sweep over such data. Unless `options` say otherwise, results follow the caller's rounding mode.
+inline SweepOptions followingRounding(SweepOptions options) {
+  if (options.rounding == Rounding::byType) options.rounding = Rounding::followed;
+  return options;
+}
 template <class D, class... S, class Call, class Oracle>
 void sweepFloats(Call call, Oracle oracle, const SweepOptions& options = {}) {
   sweepMapWith<D, S...>(
       call, oracle, sameFloat<D>,
-      [](Random& random, size_t, auto like) { return anyElement<decltype(like)>(random); }, options);
+      [](Random& random, size_t, auto like) { return anyElement<decltype(like)>(random); },
+      followingRounding(options));
 }
 template <class T, class... S, class Call, class Oracle>
 void sweepFloatsInPlace(Call call, Oracle oracle, const SweepOptions& options = {}) {
   sweepInPlaceWith<T, S...>(
       call, oracle, sameFloat<T>,
-      [](Random& random, size_t, auto like) { return anyElement<decltype(like)>(random); }, options);
+      [](Random& random, size_t, auto like) { return anyElement<decltype(like)>(random); },
+      followingRounding(options));
 }
 
 }  // namespace kvrs::test

@@ -1,10 +1,9 @@
-// Vectors too large for the cache, where functions ask for memory ahead or bypass the cache.
+// Vectors too large for the nearer caches, where functions ask for memory ahead.
 // SPDX-License-Identifier: MIT
 #ifndef KVRS_TESTS_SUPPORT_LARGE_H
 #define KVRS_TESTS_SUPPORT_LARGE_H
 
 #include <gtest/gtest.h>
-#include <unistd.h>
 
 #include <cstring>
 #include <vector>
@@ -13,13 +12,16 @@
 
 namespace kvrs::test {
 
-// A vector of a few elements more than the last-level cache holds (1 MiB, where its size is not known), `offset` bytes
-// off a multiple of 64, with its canaries.
+// From so many bytes on, all arrays of a call together, the loops ask for memory ahead (frame/loop.h). The size of the
+// machine's caches decides nothing.
+inline constexpr size_t kFarBytes = size_t{4} << 20;
+
+// A vector of a few elements more, `offset` bytes off a multiple of 64, with its canaries.
 template <class T>
 class LargeVector {
  public:
   explicit LargeVector(size_t offset = 0)
-      : bytes_(cacheBytes() + 1000 * sizeof(T)), memory_(bytes_ + 256, kCanary) {
+      : bytes_(kFarBytes + 1000 * sizeof(T)), memory_(bytes_ + 256, kCanary) {
     const size_t misfit = reinterpret_cast<uintptr_t>(memory_.data()) % 64;
     begin_ = memory_.data() + (128 - misfit) + offset;
   }
@@ -45,14 +47,6 @@ class LargeVector {
 
  private:
   static constexpr uint8_t kCanary = 0xA5;
-
-  static size_t cacheBytes() {
-    const long level3 = sysconf(_SC_LEVEL3_CACHE_SIZE);
-    const long level2 = sysconf(_SC_LEVEL2_CACHE_SIZE);
-    return level3 > 0   ? static_cast<size_t>(level3)
-           : level2 > 0 ? static_cast<size_t>(level2)
-                        : size_t{1} << 20;
-  }
 
   size_t bytes_;
   std::vector<uint8_t> memory_;

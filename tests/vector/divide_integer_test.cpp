@@ -66,10 +66,11 @@ template <class T1, class T2, class D, class Call>
 void checkDivision(Call call, int threadedFrom) {
   for (int s : {0, 1, 7, -1, -6, 40, -70}) {
     const auto checked = [&](const T1* src1, const T2* src2, D* dst, int len) {
-      const KvrStatus status = call(src1, src2, dst, len, s);
-      return status == statusFor(src1, static_cast<size_t>(len)) ? kvrStatusOk : kvrStatusBadArg;
+      const KvrStatus want = statusFor(src1, static_cast<size_t>(len));
+      return call(src1, src2, dst, len, s) == want ? kvrStatusOk : kvrStatusBadArg;
     };
-    sweepMap<D, T1, T2>(checked, [&](T1 d, T2 n) { return quotient(d, n, s, To::nearestEven); });
+    sweepMap<D, T1, T2>(checked, inCallersMode([=](To to, T1 d, T2 n) { return quotient(d, n, s, to); }),
+                        {.rounding = Rounding::followed});
   }
   const auto divisors = randomVector<T1>(1500, 11);
   const auto dividends = randomVector<T2>(1500, 12);
@@ -103,10 +104,11 @@ template <class T>
 void checkInPlace(DivI<T> inPlace) {
   for (int s : {0, 3, -4, -20, 40, -70}) {
     const auto checked = [&](const T* src, T* srcDst, int len) {
-      const KvrStatus status = inPlace(src, srcDst, len, s);
-      return status == statusFor(src, static_cast<size_t>(len)) ? kvrStatusOk : kvrStatusBadArg;
+      const KvrStatus want = statusFor(src, static_cast<size_t>(len));
+      return inPlace(src, srcDst, len, s) == want ? kvrStatusOk : kvrStatusBadArg;
     };
-    sweepInPlace<T, T>(checked, [&](T d, T n) { return quotient(d, n, s, To::nearestEven); });
+    sweepInPlace<T, T>(checked, inCallersMode([=](To to, T d, T n) { return quotient(d, n, s, to); }),
+                       {.rounding = Rounding::followed});
   }
 }
 

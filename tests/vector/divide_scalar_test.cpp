@@ -60,9 +60,10 @@ template <class T>
 void check(DivC<T> f, DivCI<T> inPlace, const std::vector<T>& vals, int threadedFrom) {
   for (int s : {0, 3, -4, -17, 40, -70}) {
     const T val = vals[static_cast<size_t>(s & 3)];
-    const auto oracle = [&](T n) { return quotient(n, val, s, To::nearestEven); };
-    sweepMap<T, T>([&](const T* src, T* dst, int len) { return f(src, val, dst, len, s); }, oracle);
-    sweepInPlace<T>([&](T* srcDst, int len) { return inPlace(val, srcDst, len, s); }, oracle);
+    const auto oracle = inCallersMode([=](To to, T n) { return quotient(n, val, s, to); });
+    const SweepOptions options = {.rounding = Rounding::followed};
+    sweepMap<T, T>([&](const T* src, T* dst, int len) { return f(src, val, dst, len, s); }, oracle, options);
+    sweepInPlace<T>([&](T* srcDst, int len) { return inPlace(val, srcDst, len, s); }, oracle, options);
   }
   const auto src = randomVector<T>(200, 1);
   for (int s : allScaleFactors()) {
@@ -185,11 +186,12 @@ TEST(DivideScalar, DivCRev16u) {
   for (size_t i = 0; i < 65536; ++i) all[i] = static_cast<Kvr16u>(i);
   for (Kvr16u val : {0, 1, 2, 3, 1000, 32767, 32768, 65534, 65535}) {
     const auto checked = [&](const Kvr16u* src, Kvr16u* dst, int len) {
-      const KvrStatus status = kvrsDivCRev_16u(src, val, dst, len);
-      return status == statusFor(src, static_cast<size_t>(len)) ? kvrStatusOk : kvrStatusBadArg;
+      const KvrStatus want = statusFor(src, static_cast<size_t>(len));
+      return kvrsDivCRev_16u(src, val, dst, len) == want ? kvrStatusOk : kvrStatusBadArg;
     };
     if (val % 1000 == 0) {
-      sweepMap<Kvr16u, Kvr16u>(checked, [&](Kvr16u d) { return byRule(d, val, To::nearestEven); });
+      sweepMap<Kvr16u, Kvr16u>(checked, inCallersMode([=](To to, Kvr16u d) { return byRule(d, val, to); }),
+                               {.rounding = Rounding::followed});
     }
     for (const Mode& mode : kModes) {
       for (size_t i = 0; i < 65536; ++i) want[i] = byRule(all[i], val, mode.to);

@@ -197,7 +197,7 @@ TEST(Magnitude, OnlyTheLargestSumsRoundToOne) {
 
 TEST(Magnitude, SweepIntegers) {
   for (int scaleFactor : {-40, -3, 0, 1, 7, 16, 17}) {
-    SweepOptions options;
+    SweepOptions options = {.rounding = Rounding::followed};
     options.lengths =
         scaleFactor == 1 ? sweepLengths() : std::vector<int>{1, 2, 3, 5, 8, 15, 16, 17, 31, 33, 65, 140};
     const auto with = [=](auto f) { return [=](auto... a) { return f(a..., scaleFactor); }; };

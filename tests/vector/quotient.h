@@ -43,6 +43,22 @@ KvrStatus inMode(int fe, Call call) {
   return status;
 }
 
+// oracle(to, elements...) for the caller's mode, itself in the nearest one: what Rounding::followed sweeps.
+template <class Oracle>
+auto inCallersMode(Oracle oracle) {
+  return [=](auto... elements) {
+    const int fe = fegetround();
+    if (fe == FE_TONEAREST) return oracle(To::nearestEven, elements...);
+    fesetround(FE_TONEAREST);
+    const auto result = oracle(fe == FE_TOWARDZERO ? To::zero
+                               : fe == FE_DOWNWARD ? To::down
+                                                   : To::up,
+                               elements...);
+    fesetround(fe);
+    return result;
+  };
+}
+
 // Whether a quotient with this floor and remainder goes one up.
 template <class Word>
 bool goesUp(Word floor, Word rest, Word den, bool negative, To to) {

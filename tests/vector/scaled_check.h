@@ -95,6 +95,8 @@ struct ScaledCase {
   std::vector<int> swept = {0, 1, 5, -2, -40, 70};
   // The caller's rounding mode is followed: the oracle runs in it.
   bool followsRounding = false;
+  // The call works in place, on a copy of its last source: dst is none of the sources.
+  bool copiesFirst = false;
 };
 
 namespace scaled_check_detail {
@@ -167,7 +169,8 @@ void checkValues(const ScaledCase<D, S...>& c, const std::vector<int>& scaleFact
 
 template <class D, class... S>
 void checkSweep(const ScaledCase<D, S...>& c) {
-  SweepOptions options;
+  SweepOptions options = {.rounding = c.followsRounding ? Rounding::followed : Rounding::ignored,
+                          .dstMayBeSource = !c.copiesFirst};
   options.lengths.clear();
   for (int len = 1; len <= 18; ++len) options.lengths.push_back(len);
   for (int len : {31, 32, 33, 63, 64, 65, 95, 129, 255, 300}) options.lengths.push_back(len);
@@ -213,8 +216,10 @@ void checkVectors(const char* name, VectorSfs<D, A, B> f, VectorISfs<D, A> inPla
       memcpy(static_cast<void*>(srcDst), before, static_cast<size_t>(len) * sizeof(D));
       return inPlace(src, srcDst, len, n);
     };
-    checkScaled(ScaledCase<D, A, D>{std::string(name) + " in place", call,
-                                    [&](int n, A src, D srcDst) { return rule(n, srcDst, src); }});
+    ScaledCase<D, A, D> c{std::string(name) + " in place", call,
+                          [&](int n, A src, D srcDst) { return rule(n, srcDst, src); }};
+    c.copiesFirst = true;
+    checkScaled(c);
   }
 }
 
@@ -231,6 +236,7 @@ void checkScalar(const char* name, ScalarSfs<T> f, ScalarISfs<T> inPlace, const 
     checkValues(c, allScaleFactors(), 30);
     if (sameBits(val, vals.back())) checkSweep(c);
     c.name += " in place";
+    c.copiesFirst = true;
     c.call = [=](const T* before, T* srcDst, int len, int n) {
       memcpy(static_cast<void*>(srcDst), before, static_cast<size_t>(len) * sizeof(T));
       return inPlace(val, srcDst, len, n);

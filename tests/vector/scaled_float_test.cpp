@@ -50,7 +50,8 @@ TEST(ScaledAddProduct, InDoublePrecision) {
     const double product = static_cast<double>(a) * static_cast<double>(b);
     return roundedTo32s((product + static_cast<double>(c)) * doubleScale(n));
   };
-  checkScaled(ScaledCase<Kvr32s, Kvr32s, Kvr32s, Kvr32s>{"32s", call, oracle});
+  checkScaled(ScaledCase<Kvr32s, Kvr32s, Kvr32s, Kvr32s>{
+      .name = "32s", .call = call, .oracle = oracle, .copiesFirst = true});
 }
 
 // The last bit of this product is lost in 53 bits, which makes a tie of what lies above one.
@@ -182,6 +183,7 @@ void checkExtended(const char* name, KvrStatus (*f)(T, Kvr64s*, int, int) noexce
                                  },
                                  [=](int n, Kvr64s a) { return oracle(n, a, val); },
                                  {0, 5, -3}};
+    c.copiesFirst = true;
     checkValues(c, {INT_MIN, -2000, -1138, -70, -64, -63, -62, -33, -8, -2, -1, 0,   1,    2,    3,      7,
                     15,      16,    31,    32,  33,  52,  53,  62,  63, 64, 65, 130, 1000, 1200, INT_MAX});
     if (sameBits(val, vals.back())) checkSweep(c);

@@ -84,16 +84,22 @@ TEST(ScaledAddProduct, Exact) {
     return kvrsAddProduct_16s_Sfs(a, b, srcDst, len, n);
   };
   checkScaled(ScaledCase<Kvr16s, Kvr16s, Kvr16s, Kvr16s>{
-      "16s", call16,
-      [](int n, long double a, long double b, long double c) { return scaledTo<Kvr16s>(a * b + c, n); }});
+      .name = "16s",
+      .call = call16,
+      .oracle = [](int n, long double a, long double b,
+                   long double c) { return scaledTo<Kvr16s>(a * b + c, n); },
+      .copiesFirst = true});
   const auto call32 = [](const Kvr16s* a, const Kvr16s* b, const Kvr32s* before, Kvr32s* srcDst, int len,
                          int n) {
     memcpy(srcDst, before, static_cast<size_t>(len) * sizeof *srcDst);
     return kvrsAddProduct_16s32s_Sfs(a, b, srcDst, len, n);
   };
   checkScaled(ScaledCase<Kvr32s, Kvr16s, Kvr16s, Kvr32s>{
-      "16s32s", call32,
-      [](int n, long double a, long double b, long double c) { return scaledTo<Kvr32s>(a * b + c, n); }});
+      .name = "16s32s",
+      .call = call32,
+      .oracle = [](int n, long double a, long double b,
+                   long double c) { return scaledTo<Kvr32s>(a * b + c, n); },
+      .copiesFirst = true});
 }
 
 TEST(ScaledMul, ImaginaryPartBeyond32Bits) {

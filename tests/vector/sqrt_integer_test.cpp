@@ -12,7 +12,7 @@ using namespace kvrs::test;
 
 namespace {
 
-// The stated arithmetic: the root in precision F, times a power of two, rounded to nearest.
+// The stated arithmetic: the root in precision F, times a power of two, rounded as the caller says.
 template <class F, class D, class S>
 D scaledRoot(S x, int scaleFactor, int zeroAbove = INT_MAX) {
   if (x <= 0 || scaleFactor > zeroAbove) return 0;
@@ -21,7 +21,7 @@ D scaledRoot(S x, int scaleFactor, int zeroAbove = INT_MAX) {
   const int factor = std::max(-500, std::min(500, scaleFactor));
   const long double scaled = std::ldexp(static_cast<long double>(root), -factor);
   const long double most = static_cast<long double>(std::numeric_limits<D>::max());
-  return scaled >= most ? std::numeric_limits<D>::max() : static_cast<D>(roundedTo(scaled, kvrRoundNear));
+  return scaled >= most ? std::numeric_limits<D>::max() : static_cast<D>(std::nearbyint(scaled));
 }
 
 std::vector<int> scaleFactors() {
@@ -160,7 +160,7 @@ void sweepAt(Call call, int scaleFactor) {
   };
   sweepMapWith<D, S>([=](const S* src, D* dst, int len) { return call(src, dst, len, scaleFactor); },
                      [=](S x) { return scaledRoot<F, D>(x, scaleFactor); }, sameBits<D>, draw,
-                     SweepOptions{});
+                     {.rounding = Rounding::followed});
 }
 template <class F, class T, class Call>
 void sweepInPlaceAt(Call call, int scaleFactor) {
@@ -170,7 +170,7 @@ void sweepInPlaceAt(Call call, int scaleFactor) {
   };
   sweepInPlaceWith<T>([=](T* srcDst, int len) { return call(srcDst, len, scaleFactor); },
                       [=](T x) { return scaledRoot<F, T>(x, scaleFactor); }, sameBits<T>, draw,
-                      SweepOptions{});
+                      {.rounding = Rounding::followed});
 }
 
 TEST(SqrtInteger, Sweep) {

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "frame/tile.h"
 
+#include <cmath>
 #include <cstdint>
 #include <utility>
 #include <vector>
@@ -71,9 +72,10 @@ TEST(Tile, ConvertInWorkConvertOut) {
     });
     return kvrStatusOk;
   };
-  const auto oracle = [](Kvr16s x) { return static_cast<Kvr16s>((x + ((x >> 1) & 1)) >> 1); };
-  sweepMap<Kvr16s, Kvr16s>(half, oracle);
-  sweepInPlace<Kvr16s>([&](Kvr16s* srcDst, int len) { return half(srcDst, srcDst, len); }, oracle);
+  const auto oracle = [](Kvr16s x) { return static_cast<Kvr16s>(std::nearbyint(x * 0.5f)); };
+  const SweepOptions options = {.rounding = Rounding::followed};
+  sweepMap<Kvr16s, Kvr16s>(half, oracle, options);
+  sweepInPlace<Kvr16s>([&](Kvr16s* srcDst, int len) { return half(srcDst, srcDst, len); }, oracle, options);
 }
 
 }  // namespace
