@@ -121,7 +121,7 @@ KVRS_INLINE void passOver(Op& op, ptrdiff_t len, Dst dst, Src... src) {
 
   const ptrdiff_t rest = left & (n - 1);
   decltype(block<N>(op, 0, dst, src...)) last;
-  if (rest != 0) last = block<N>(op, left - n, dst, src...);
+  if (__builtin_expect(rest != 0, false)) last = block<N>(op, left - n, dst, src...);
   for (left -= 4 * n; left >= 0; keep(left -= 4 * n), advance(4 * n, dst, src...)) {
     put<N>(op, 0, dst, src...);
     put<N>(op, n, dst, src...);
@@ -129,7 +129,7 @@ KVRS_INLINE void passOver(Op& op, ptrdiff_t len, Dst dst, Src... src) {
     put<N>(op, 3 * n, dst, src...);
   }
   for (left += 3 * n; left >= 0; keep(left -= n), advance(n, dst, src...)) put<N>(op, 0, dst, src...);
-  if (rest != 0) dst.template store<N>(last, rest - n);
+  if (__builtin_expect(rest != 0, false)) dst.template store<N>(last, rest - n);
 }
 
 // The same for all arrays of a pass; with 64-bit addresses there is no question.
