@@ -40,8 +40,8 @@ namespace {
 const Fault fftWord("kvrsFFTFwd_CToC_32fc does not look at the word of its context", "Contract.Contexts");
 const Fault fftKind("kvrsFFTFwd_CToC_32fc takes a record of another kind", "Contract.ContextsOfOtherKinds");
 const Fault fftLate("kvrsFFTFwd_CToC_32fc looks at its context last", "Contract.Contexts");
-const Fault fftHides("kvrsFFTFwd_CToC_32fc hides that memory was refused", "FftMemory*.NullBuffer");
-const Fault fftWrites("kvrsFFTFwd_CToC_32fc writes, though memory was refused", "FftMemory*.NullBuffer");
+const Fault fftHides("kvrsFFTFwd_CToC_32fc hides that memory was refused", "Contract.FailingMemory");
+const Fault fftWrites("kvrsFFTFwd_CToC_32fc writes, though memory was refused", "Contract.FailingMemory");
 const Fault fftBin("kvrsFFTFwd_CToC_32fc has one wrong bin", "*FftAccuracy*");
 }  // namespace
 

@@ -310,7 +310,7 @@ TYPED_TEST(FftContext, TransformChecks) {
   using Part = typename F::Part;
   const Context<F> context(9, kvrFftNoDivByAny);
   std::vector<Part> src(2048);
-  Arena arena(2048 * sizeof(Part));
+  Arena arena(8192);
   Part* dst = arena.place<Part>(2048);
   for (const auto& transform : F::transforms()) {
     SCOPED_TRACE(transform.name);
