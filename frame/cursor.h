@@ -246,7 +246,8 @@ struct Counter {
   template <size_t N>
   KVRS_INLINE auto load(ptrdiff_t i) const {
     // Without the register the compiler adds up each lane by itself.
-    return hn::Add(inRegister(hn::Set(Tag<N>(), static_cast<T>(first + static_cast<T>(i)))), hn::Iota(Tag<N>(), 0));
+    return hn::Add(inRegister(hn::Set(Tag<N>(), static_cast<T>(first + static_cast<T>(i)))),
+                   hn::Iota(Tag<N>(), 0));
   }
   template <size_t N>
   KVRS_INLINE auto loadFirst(ptrdiff_t) const {
