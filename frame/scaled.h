@@ -66,63 +66,6 @@ KVRS_INLINE auto interleaved(Dt d, HighLow<V> r) {
 
 // EvenOdd<V> (frame/widen.h): lanes of twice the width, r of the lanes 2i and of the lanes 2i+1.
 
-// (v + 2^(k-1) - 1 + x) >> k, where x is 1 if floor(v / 2^k) is odd or the lowest bit of `sticky` is set. That
-// means v / 2^k rounded to even, of a number v whose lost bits below the lowest are gathered in `sticky`. k is at
-// least 1; at most w in unsigned lanes of w <= 16 bits, else w - 1. No intermediate overflows:
-//
-//  - u8, u16: where x is 0, v is lowered by 1 (a v of 0 stays, and gives 0 all the same); then halves round
-//    up, (v + 2^(k-1)) >> k, which is the rounded-up average with 2^(k-1) - 1, shifted by the other k - 1.
-//  - i16: likewise, and halves round up in the product with 2^(15-k) that keeps bits 15 and up. A v of -2^15
-//    stays where it should be lowered: it is a multiple of 2^k, for which one less gives the same.
-//  - others: floor(v / 2^k), plus 1 where the rest is above half - x. With mask registers that is where the
-//    highest lost bit is set and one of those that round it up: the lowest of floor, the other lost ones.
-struct Nothing {};  // in place of `sticky`
-
-template <class Dt, class V, class Sticky>
-KVRS_INLINE V shiftRightEven(Dt d, V v, [[maybe_unused]] Sticky sticky, int k) {
-  using T = hn::TFromD<Dt>;
-  const V one = hn::Set(d, T{1});
-  const V floor = shiftRightBy(d, v, k);
-  V up = floor;
-  if constexpr (!std::is_same_v<Sticky, Nothing>) up = hn::Or(sticky, floor);
-  if constexpr (std::is_unsigned_v<T> && sizeof(T) <= 2) {
-    const V lowered = hn::SaturatedSub(v, hn::AndNot(up, one));
-    const V bias = hn::Set(d, static_cast<T>((1u << (k - 1)) - 1));
-    return shiftRightBy(d, hn::AverageRound(lowered, bias), k - 1);
-  } else if constexpr (std::is_same_v<T, int16_t>) {
-    const V lowered = hn::SaturatedSub(v, hn::AndNot(up, one));
-    return hn::MulFixedPoint15(lowered, hn::Set(d, static_cast<T>(1 << (15 - k))));
-  } else if constexpr (kMaskRegisters) {
-    const uint64_t half = uint64_t{1} << (k - 1);
-    const V others = hn::Set(d, static_cast<T>(2 * half | (half - 1)));
-    const auto isHalf = hn::TestBit(v, hn::Set(d, static_cast<T>(half)));
-    if constexpr (std::is_same_v<Sticky, Nothing>) {
-      return hn::IfThenElse(bothMasks(isHalf, hn::TestBit(v, others)), hn::Add(floor, one), floor);
-    } else {
-      const V round = hn::Or(hn::And(v, others), hn::And(sticky, one));
-      return hn::IfThenElse(bothMasks(isHalf, hn::TestBit(round, round)), hn::Add(floor, one), floor);
-    }
-  } else {
-    // Compared as signed numbers, which the rest is: it has at most w - 1 bits.
-    const hn::RebindToSigned<Dt> di;
-    const V rest = hn::And(v, hn::Set(d, static_cast<T>((uint64_t{1} << k) - 1)));
-    const V limit = hn::Sub(hn::Set(d, static_cast<T>(uint64_t{1} << (k - 1))), hn::And(up, one));
-    if constexpr (sizeof(T) <= 4) {
-      const auto above = hn::Gt(hn::BitCast(di, rest), hn::BitCast(di, limit));
-      return hn::Sub(floor, hn::BitCast(d, hn::VecFromMask(di, above)));
-    } else {
-      // 64-bit lanes cannot be compared in all modules; both numbers are small enough for their difference.
-      const hn::RebindToUnsigned<Dt> du;
-      return hn::Add(floor, hn::BitCast(d, hn::ShiftRight<63>(hn::BitCast(du, hn::Sub(limit, rest)))));
-    }
-  }
-}
-
-template <class Dt, class V = hn::Vec<Dt>>
-KVRS_INLINE V shiftRightEven(Dt d, V v, int k) {
-  return shiftRightEven(d, v, Nothing(), k);
-}
-
 namespace scaled_detail {
 
 // floor(r / 2), and r's lowest bit in the lowest bit of `rest`; its other bits mean nothing.
@@ -214,8 +157,8 @@ KVRS_INLINE hn::Vec<Dt> rounded(Dt d, Interleaved<V> r, int n) {
 template <class Dt, class V>
 KVRS_INLINE hn::Vec<Dt> rounded(Dt d, RoomyInterleaved<V> r, int n) {
   const hn::RepartitionToWide<Dt> dw;
-  const VectorShiftRightEven<int32_t> shift(n);
-  return saturated(d, RoomyInterleaved<V>{shift(dw, r.lower), shift(dw, r.upper)});
+  return saturated(
+      d, RoomyInterleaved<V>{shiftRightEvenWithRoom(dw, r.lower, n), shiftRightEvenWithRoom(dw, r.upper, n)});
 }
 // Products, for n up to 15: lowered by 1 where bit n is 0, as in shiftRightEven, so that halves round up. A low
 // half of 0 stays, as the product then is a multiple of 2^n.

@@ -10,6 +10,7 @@
 #include <xmmintrin.h>
 
 #include <cstddef>
+#include <cstdint>
 
 #include "frame/rounding.h"
 #include "kvrscore.h"
@@ -137,6 +138,12 @@ inline constexpr int kAllThreads = 1 << 30;
 // which is 30 to 200 microseconds of work, below 1 throughout. Where other programs keep all processors busy no
 // factor would do: the caller then waits some milliseconds for its second thread to be scheduled, at any length.
 inline constexpr size_t kThreadedLengthFactor = 128;
+
+// The length from which a family whose cost of an element is told by `limit` shares its work, in elements.
+constexpr size_t threadedLength(size_t limit) {
+  return limit * kThreadedLengthFactor;
+}
+inline constexpr size_t kNeverThreaded = SIZE_MAX;
 
 // The second half of runSliced. A function of its own, so that the usual call does not keep the kernel in memory.
 template <class Kernel>

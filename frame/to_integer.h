@@ -20,6 +20,18 @@ KVRS_INLINE V bound(D d, V v, T lowest, T highest) {
   return hn::Max(hn::Min(hn::Set(d, highest), v), hn::Set(d, lowest));
 }
 
+// v moved away from 0 by a number that is not negative.
+template <class V>
+KVRS_INLINE V awayFromZero(V v, hn::TFromV<V> by) {
+  return hn::Add(v, hn::CopySignToAbs(hn::Set(hn::DFromV<V>(), by), v));
+}
+
+// What truncation makes of this is v rounded to nearest, ties away from zero. (The float before 0.5 comes out as 1.)
+template <class V>
+KVRS_INLINE V withHalf(V v) {
+  return awayFromZero(v, hn::TFromV<V>(0.5));
+}
+
 // Of values within the range of 32 bits: to the nearest integer in the processor's current mode, or toward
 // zero. Di is the tag of as many 32-bit integers as there are floats in v.
 template <class Di, class V>

@@ -189,8 +189,7 @@ KvrStatus sortRadix(T* srcDst, T* buffer, int len) {
   const size_t n = static_cast<size_t>(len);
   Key *const keys = reinterpret_cast<Key*>(srcDst), *const other = reinterpret_cast<Key*>(buffer);
   if constexpr (sizeof(T) >= 4) {
-    // Lengths that the work is worth sharing from, on the scale of frame/threads.h.
-    constexpr size_t kSharedFrom = (sizeof(T) == 4 ? 8192 : 4096) * kThreadedLengthFactor;
+    constexpr size_t kSharedFrom = threadedLength(sizeof(T) == 4 ? 8192 : 4096);
     if (n >= kSharedFrom && sortByTwo<K>(keys, other, n)) return kvrStatusOk;
   }
   if (sortByKey<K, false>(keys, other, n) != keys) memcpy(keys, other, n * sizeof(Key));

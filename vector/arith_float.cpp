@@ -5,7 +5,8 @@
 #include "frame/array_length.h"
 #include "frame/check.h"
 #include "frame/loop.h"
-#include "kvrs/fill.h"
+#include "frame/scalar.h"
+#include "vector/stand_in.h"
 
 namespace kvrs {
 namespace {
@@ -40,16 +41,6 @@ struct Mul {
   }
 };
 
-// Op with a scalar for its first operand.
-template <class Op, class T>
-struct WithScalar {
-  T val;
-  template <class D, class V>
-  KVRS_INLINE V operator()(D d, V a) const {
-    return Op()(d, hn::Set(d, val), a);
-  }
-};
-
 template <class Op, class T>
 KvrStatus vectorVector(const T* src1, const T* src2, T* dst, int len) {
   KVRS_CHECK(pointers(src1, src2, dst), length(len));
@@ -75,41 +66,21 @@ KvrStatus complexVectors(const T* src1, const T* src2, T* dst, int len) {
 template <class Op, class T>
 KvrStatus vectorScalar(const T* src, T val, T* dst, int len) {
   KVRS_CHECK(pointers(src, dst), length(len));
-  return mapElements(WithScalar<Op, T>{val}, dst, static_cast<size_t>(len), src);
+  return mapElements(scalarThen(Op(), val), dst, static_cast<size_t>(len), src);
 }
 
-KvrStatus copy(const Kvr32f* src, Kvr32f* dst, int len) {
-  return kvrsCopy_32f(src, dst, len);
-}
-KvrStatus copy(const Kvr64f* src, Kvr64f* dst, int len) {
-  return kvrsCopy_64f(src, dst, len);
-}
-KvrStatus zero(Kvr32f* dst, int len) {
-  return kvrsZero_32f(dst, len);
-}
-KvrStatus zero(Kvr64f* dst, int len) {
-  return kvrsZero_64f(dst, len);
-}
-
-// A scalar that changes nothing.
-template <class T>
-KvrStatus unchanged(const T* src, T* dst, int len) {
-  KVRS_CHECK(pointers(src, dst), length(len, src, dst));
-  return src == dst ? kvrStatusOk : copy(src, dst, len);
-}
-
-// Op is Add or Sub.
+// Op is Add or Sub. A scalar of 0 changes nothing.
 template <class Op, class T>
 KvrStatus sum(const T* src, T val, T* dst, int len) {
-  return val == 0 ? unchanged(src, dst, len) : vectorScalar<Op>(src, val, dst, len);
+  return val == 0 ? copyInstead(src, dst, len) : vectorScalar<Op>(src, val, dst, len);
 }
 
 template <class T>
 KvrStatus product(const T* src, T val, T* dst, int len) {
-  if (val == 1) return unchanged(src, dst, len);
+  if (val == 1) return copyInstead(src, dst, len);
   if (val != 0) return vectorScalar<Mul>(src, val, dst, len);
   KVRS_CHECK(pointers(src, dst), length(len));
-  return zero(dst, len);
+  return zeroInstead(dst, len);
 }
 
 }  // namespace

@@ -5,6 +5,7 @@
 #include "frame/check.h"
 #include "frame/complex.h"
 #include "frame/loop.h"
+#include "frame/scalar.h"
 
 namespace kvrs {
 namespace {
@@ -16,30 +17,18 @@ struct Mul {
   }
 };
 
-template <class Part>
-struct AddC {
-  Pair<Part> val;
+struct Add {
   template <class D, class V>
-  KVRS_INLINE V operator()(D d, V a) const {
-    return hn::Add(a, setPairs(d, val.re, val.im));
+  KVRS_INLINE V operator()(D, V a, V b) const {
+    return hn::Add(a, b);
   }
 };
 
-template <class Part>
-struct SubC {
-  Pair<Part> val;
+// The first operand less the second.
+struct SubRev {
   template <class D, class V>
-  KVRS_INLINE V operator()(D d, V a) const {
-    return hn::Sub(a, setPairs(d, val.re, val.im));
-  }
-};
-
-template <class Part>
-struct SubCRev {
-  Pair<Part> val;
-  template <class D, class V>
-  KVRS_INLINE V operator()(D d, V a) const {
-    return hn::Sub(setPairs(d, val.re, val.im), a);
+  KVRS_INLINE V operator()(D, V a, V b) const {
+    return hn::Sub(a, b);
   }
 };
 
@@ -60,12 +49,27 @@ KvrStatus multiply(const T* src1, const T* src2, T* dst, int len) {
                      asPairs<Part>(src2));
 }
 
-template <template <class> class Op, class T>
-KvrStatus vectorScalar(const T* src, T val, T* dst, int len) {
+template <class Op, class T>
+KvrStatus vectorScalar(const Op& op, const T* src, T* dst, int len) {
   KVRS_CHECK(pointers(src, dst), length(len));
   using Part = LaneOf<T>;
-  return mapElements(Op<Part>{{val.re, val.im}}, asPairs<Part>(dst), static_cast<size_t>(len),
-                     asPairs<Part>(src));
+  return mapElements(op, asPairs<Part>(dst), static_cast<size_t>(len), asPairs<Part>(src));
+}
+template <class T>
+KvrStatus sum(const T* src, T val, T* dst, int len) {
+  return vectorScalar(thenScalar(Add(), val), src, dst, len);
+}
+template <class T>
+KvrStatus difference(const T* src, T val, T* dst, int len) {
+  return vectorScalar(thenScalar(SubRev(), val), src, dst, len);
+}
+template <class T>
+KvrStatus reverseDifference(const T* src, T val, T* dst, int len) {
+  return vectorScalar(scalarThen(SubRev(), val), src, dst, len);
+}
+template <class T>
+KvrStatus product(const T* src, T val, T* dst, int len) {
+  return vectorScalar(MulC<LaneOf<T>>{{val.re, val.im}}, src, dst, len);
 }
 
 }  // namespace
@@ -86,50 +90,50 @@ KvrStatus kvrsMul_64fc_I(const Kvr64fc* src, Kvr64fc* srcDst, int len) noexcept 
   return multiply(src, srcDst, srcDst, len);
 }
 KvrStatus kvrsAddC_32fc(const Kvr32fc* src, Kvr32fc val, Kvr32fc* dst, int len) noexcept {
-  return vectorScalar<AddC>(src, val, dst, len);
+  return sum(src, val, dst, len);
 }
 KvrStatus kvrsAddC_64fc(const Kvr64fc* src, Kvr64fc val, Kvr64fc* dst, int len) noexcept {
-  return vectorScalar<AddC>(src, val, dst, len);
+  return sum(src, val, dst, len);
 }
 KvrStatus kvrsAddC_32fc_I(Kvr32fc val, Kvr32fc* srcDst, int len) noexcept {
-  return vectorScalar<AddC>(srcDst, val, srcDst, len);
+  return sum(srcDst, val, srcDst, len);
 }
 KvrStatus kvrsAddC_64fc_I(Kvr64fc val, Kvr64fc* srcDst, int len) noexcept {
-  return vectorScalar<AddC>(srcDst, val, srcDst, len);
+  return sum(srcDst, val, srcDst, len);
 }
 KvrStatus kvrsSubC_32fc(const Kvr32fc* src, Kvr32fc val, Kvr32fc* dst, int len) noexcept {
-  return vectorScalar<SubC>(src, val, dst, len);
+  return difference(src, val, dst, len);
 }
 KvrStatus kvrsSubC_64fc(const Kvr64fc* src, Kvr64fc val, Kvr64fc* dst, int len) noexcept {
-  return vectorScalar<SubC>(src, val, dst, len);
+  return difference(src, val, dst, len);
 }
 KvrStatus kvrsSubC_32fc_I(Kvr32fc val, Kvr32fc* srcDst, int len) noexcept {
-  return vectorScalar<SubC>(srcDst, val, srcDst, len);
+  return difference(srcDst, val, srcDst, len);
 }
 KvrStatus kvrsSubC_64fc_I(Kvr64fc val, Kvr64fc* srcDst, int len) noexcept {
-  return vectorScalar<SubC>(srcDst, val, srcDst, len);
+  return difference(srcDst, val, srcDst, len);
 }
 KvrStatus kvrsSubCRev_32fc(const Kvr32fc* src, Kvr32fc val, Kvr32fc* dst, int len) noexcept {
-  return vectorScalar<SubCRev>(src, val, dst, len);
+  return reverseDifference(src, val, dst, len);
 }
 KvrStatus kvrsSubCRev_64fc(const Kvr64fc* src, Kvr64fc val, Kvr64fc* dst, int len) noexcept {
-  return vectorScalar<SubCRev>(src, val, dst, len);
+  return reverseDifference(src, val, dst, len);
 }
 KvrStatus kvrsSubCRev_32fc_I(Kvr32fc val, Kvr32fc* srcDst, int len) noexcept {
-  return vectorScalar<SubCRev>(srcDst, val, srcDst, len);
+  return reverseDifference(srcDst, val, srcDst, len);
 }
 KvrStatus kvrsSubCRev_64fc_I(Kvr64fc val, Kvr64fc* srcDst, int len) noexcept {
-  return vectorScalar<SubCRev>(srcDst, val, srcDst, len);
+  return reverseDifference(srcDst, val, srcDst, len);
 }
 KvrStatus kvrsMulC_32fc(const Kvr32fc* src, Kvr32fc val, Kvr32fc* dst, int len) noexcept {
-  return vectorScalar<MulC>(src, val, dst, len);
+  return product(src, val, dst, len);
 }
 KvrStatus kvrsMulC_64fc(const Kvr64fc* src, Kvr64fc val, Kvr64fc* dst, int len) noexcept {
-  return vectorScalar<MulC>(src, val, dst, len);
+  return product(src, val, dst, len);
 }
 KvrStatus kvrsMulC_32fc_I(Kvr32fc val, Kvr32fc* srcDst, int len) noexcept {
-  return vectorScalar<MulC>(srcDst, val, srcDst, len);
+  return product(srcDst, val, srcDst, len);
 }
 KvrStatus kvrsMulC_64fc_I(Kvr64fc val, Kvr64fc* srcDst, int len) noexcept {
-  return vectorScalar<MulC>(srcDst, val, srcDst, len);
+  return product(srcDst, val, srcDst, len);
 }

@@ -1,11 +1,13 @@
 // Half precision: 1 sign, 5 exponent and 10 fraction bits.
 // SPDX-License-Identifier: MIT
+#include <algorithm>
 #include <bit>
 
 #include "frame/check.h"
 #include "frame/halves.h"
 #include "frame/loop.h"
 #include "frame/rounding.h"
+#include "frame/scale.h"
 #include "frame/to_integer.h"
 #include "kvrs/convert.h"
 
@@ -159,8 +161,7 @@ KvrStatus kvrsConvert_16f16s_Sfs(const Kvr16f* src, Kvr16s* dst, int len, KvrRou
                                  int scaleFactor) noexcept {
   KVRS_CHECK(pointers(src, dst), length(len), halfRounding(rndMode));
   // A half lies between 2^-24 and 2^16: beyond these scales nothing changes any more.
-  const int exponent = scaleFactor > 64 ? -64 : scaleFactor < -64 ? 64 : -scaleFactor;
-  const Kvr32f scale = std::bit_cast<Kvr32f>(static_cast<uint32_t>(127 + exponent) << 23);
+  const Kvr32f scale = powerOfTwo<Kvr32f>(-std::clamp(scaleFactor, -64, 64));
   const size_t n = static_cast<size_t>(len);
   if (rndMode == kvrRoundNear) {
     return underRounding(Rounding::nearest,

@@ -7,6 +7,8 @@
 #include "frame/check.h"
 #include "frame/loop.h"
 #include "frame/packed24.h"
+#include "frame/saturating.h"
+#include "frame/scale.h"
 #include "frame/shift.h"
 #include "kvrs/convert.h"
 #include "kvrs/fill.h"
@@ -14,10 +16,9 @@
 namespace kvrs {
 namespace {
 
-// x / 2^shift, rounded, over the whole range of T and for shifts from 1 to one less than its bits: the floor,
-// plus 1 where the part that is cut off lies above a threshold. With `half` 2^(shift-1), that is
+// x / 2^shift, rounded, over the whole range of T and for shifts from 1 to one less than its bits. Where ties do not go
+// to even, that is the floor, plus 1 where the part that is cut off lies above a threshold. With `half` 2^(shift-1):
 //
-//   to nearest, ties to even   half for an even floor, half - 1 for an odd one
 //   to nearest, ties away      half for a negative x, half - 1 for others
 //   toward zero                0 for a negative x, out of reach for others
 template <class T, KvrRoundMode mode>
@@ -27,10 +28,11 @@ class ShiftRight {
 
   template <class Dt, class V = hn::Vec<Dt>>
   KVRS_INLINE V operator()(Dt d, V x) const {
+    if constexpr (mode == kvrRoundNear) return shiftRightEven(d, x, shift_);
     const hn::RebindToSigned<Dt> di;
     const auto floor = hn::BitCast(di, shiftRightBy(d, x, shift_));
     const auto rest = hn::And(hn::BitCast(di, x), hn::Set(di, restMask()));
-    const auto up = hn::Gt(rest, threshold(di, x, floor));
+    const auto up = hn::Gt(rest, threshold(di, x));
     return hn::BitCast(d, hn::Sub(floor, hn::VecFromMask(di, up)));
   }
 
@@ -38,12 +40,10 @@ class ShiftRight {
   using Signed = std::make_signed_t<T>;
 
   template <class Di, class V, class Vi = hn::Vec<Di>>
-  KVRS_INLINE Vi threshold(Di di, V x, Vi floor) const {
+  KVRS_INLINE Vi threshold(Di di, V x) const {
     Vi sign = hn::Zero(di);  // all ones for a negative x
     if constexpr (std::is_signed_v<T>) sign = hn::BroadcastSignBit(x);
-    if constexpr (mode == kvrRoundNear) {
-      return hn::Sub(hn::Set(di, half()), hn::And(floor, hn::Set(di, Signed{1})));
-    } else if constexpr (mode == kvrRoundFinancial) {
+    if constexpr (mode == kvrRoundFinancial) {
       return hn::Sub(hn::Set(di, static_cast<Signed>(half() - 1)), sign);
     } else {
       return hn::AndNot(sign, hn::Set(di, std::numeric_limits<Signed>::max()));
@@ -58,15 +58,11 @@ class ShiftRight {
 };
 
 // x * 2^shift, saturated to T, for shifts below its bits.
-template <class T>
 struct ShiftLeft {
   int shift;
   template <class Dt, class V = hn::Vec<Dt>>
   KVRS_INLINE V operator()(Dt d, V x) const {
-    const V shifted = hn::ShiftLeftSame(x, shift);
-    V extreme = hn::Set(d, std::numeric_limits<T>::max());
-    if constexpr (std::is_signed_v<T>) extreme = hn::Xor(extreme, hn::ShiftRight<8 * sizeof(T) - 1>(x));
-    return hn::IfThenElse(hn::Eq(hn::ShiftRightSame(shifted, shift), x), shifted, extreme);
+    return saturatedShiftLeft(d, x, shift);
   }
 };
 
@@ -132,7 +128,7 @@ KvrStatus scale(const S* src, D* dst, int len, KvrRoundMode rndMode, int scaleFa
                 int mostRight) {
   if (scaleFactor == 0) return mapElements(Narrow<D>(), dst, static_cast<size_t>(len), src);
   if (scaleFactor < 0) {
-    return shiftAndNarrow(ShiftLeft<S>{-std::max(scaleFactor, -mostLeft)}, src, dst, len);
+    return shiftAndNarrow(ShiftLeft{-std::max(scaleFactor, -mostLeft)}, src, dst, len);
   }
   const int shift = std::min(scaleFactor, mostRight);
   switch (rndMode) {
@@ -170,7 +166,7 @@ struct Saturate64 {
 };
 
 struct ShiftLeft64 {
-  ShiftLeft<int32_t> shift;
+  ShiftLeft shift;
   template <class Dt, class V>
   KVRS_INLINE V operator()(Dt d, Complex<V> x) const {
     return shift(d, Saturate64()(d, x));

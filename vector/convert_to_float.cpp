@@ -1,6 +1,6 @@
 // Integers and floats to floats.
 // SPDX-License-Identifier: MIT
-#include <bit>
+#include <algorithm>
 #include <type_traits>
 
 #include "frame/array_length.h"
@@ -8,6 +8,7 @@
 #include "frame/loop.h"
 #include "frame/packed24.h"
 #include "frame/rounding.h"
+#include "frame/scale.h"
 #include "frame/unaligned.h"
 #include "frame/widen.h"
 #include "kvrs/convert.h"
@@ -84,25 +85,18 @@ KvrStatus convertPacked(const Kvr8u* src, Kvr32f* dst, int len) {
   return mapElements(ToFloat(), dst, static_cast<size_t>(len), asPacked<P>(src));
 }
 
-constexpr int limited(int lowest, int count, int highest) {
-  return count < lowest ? lowest : count > highest ? highest : count;
-}
-
 // 2^(-scaleFactor), within limits that keep it a normal number.
-Kvr32f scaleOf(int scaleFactor, Kvr32f) {
-  const uint32_t field = static_cast<uint32_t>(127 - limited(-96, scaleFactor, 126));
-  return std::bit_cast<Kvr32f>(field << 23);
-}
-Kvr64f scaleOf(int scaleFactor, Kvr64f) {
-  const uint64_t field = static_cast<uint64_t>(1023 - limited(-1008, scaleFactor, 1022));
-  return std::bit_cast<Kvr64f>(field << 52);
+template <class D>
+D limitedScale(int scaleFactor) {
+  return powerOfTwo<D>(
+      -(sizeof(D) == 4 ? std::clamp(scaleFactor, -96, 126) : std::clamp(scaleFactor, -1008, 1022)));
 }
 
 template <class D, class S>
 KvrStatus convertScaled(const S* src, D* dst, int len, int scaleFactor) {
   KVRS_CHECK(pointers(src, dst), length(len));
   if (scaleFactor == 0) return mapElements(ToFloat(), dst, static_cast<size_t>(len), src);
-  return mapElements(ToScaledFloat<D>{scaleOf(scaleFactor, D{})}, dst, static_cast<size_t>(len), src);
+  return mapElements(ToScaledFloat<D>{limitedScale<D>(scaleFactor)}, dst, static_cast<size_t>(len), src);
 }
 
 }  // namespace

@@ -1,6 +1,6 @@
 // Floats to integers: scaled by a power of two, rounded, saturated.
 // SPDX-License-Identifier: MIT
-#include <bit>
+#include <algorithm>
 #include <limits>
 #include <type_traits>
 
@@ -9,6 +9,7 @@
 #include "frame/loop.h"
 #include "frame/packed24.h"
 #include "frame/rounding.h"
+#include "frame/scale.h"
 #include "frame/to_integer.h"
 #include "frame/unaligned.h"
 #include "kvrs/convert.h"
@@ -31,50 +32,22 @@ struct Range<Packed24u> {
   static constexpr int32_t lowest = Packed24u::kLowest, highest = Packed24u::kHighest;
 };
 
-template <class F>
-struct FloatFormat;
-template <>
-struct FloatFormat<Kvr32f> {
-  using Bits = uint32_t;
-  static constexpr int kFractionBits = 23, kBias = 127;
-};
-template <>
-struct FloatFormat<Kvr64f> {
-  using Bits = uint64_t;
-  static constexpr int kFractionBits = 52, kBias = 1023;
-};
-
 // The float before 0.5. Adding 0.5 itself would take that float to 1; with this one added, everything below a
 // half stays below the next integer, and the sum of a half rounds up to it.
 template <class F>
-inline constexpr F kBelowHalf = std::bit_cast<F>(std::bit_cast<typename FloatFormat<F>::Bits>(F{0.5}) - 1);
+inline constexpr F kBelowHalf = F(0.5) - std::numeric_limits<F>::epsilon() / 4;
 
-// 2^(-scaleFactor) from its exponent field: 0 where the field would be 0 or less, infinity where it would be
-// that of infinity or more.
+// 2^(-scaleFactor), but 0 where it would be subnormal.
 template <class F>
-F scaleOf(int scaleFactor) {
-  using Format = FloatFormat<F>;
-  constexpr int64_t kInfinity = 2 * Format::kBias + 1;
-  const int64_t field = int64_t{Format::kBias} - scaleFactor;
-  const int64_t limited = field < 0 ? 0 : field > kInfinity ? kInfinity : field;
-  return std::bit_cast<F>(static_cast<typename Format::Bits>(limited) << Format::kFractionBits);
-}
-
-// The same by halving or doubling 1 until it is 0 or infinity: subnormal scales are kept.
-template <class F>
-F scaleWithSubnormals(int scaleFactor) {
-  using Format = FloatFormat<F>;
-  const int64_t below = int64_t{scaleFactor} - Format::kBias;  // 0 for half the least normal number
-  if (below < 0 || below >= Format::kFractionBits) return scaleOf<F>(scaleFactor);
-  return std::bit_cast<F>(typename Format::Bits{1} << (Format::kFractionBits - 1 - below));
+F normalScaleOf(int scaleFactor) {
+  const F scale = scaleOfAny<F>(scaleFactor);
+  return scale < std::numeric_limits<F>::min() ? 0 : scale;
 }
 
 template <bool financial, class V>
 KVRS_INLINE V addBelowHalf(V v) {
   if constexpr (financial) {
-    const hn::DFromV<V> d;
-    using F = hn::TFromD<decltype(d)>;
-    return hn::Add(v, hn::CopySignToAbs(hn::Set(d, kBelowHalf<F>), v));
+    return awayFromZero(v, kBelowHalf<hn::TFromV<V>>);
   } else {
     return v;
   }
@@ -93,20 +66,20 @@ struct ToInteger {
 
 template <class D, class F>
 KvrStatus toNearest(const F* src, D* dst, int len, int scaleFactor) {
-  const ToInteger<D, F, kvrRoundNear> op{scaleOf<F>(scaleFactor)};
+  const ToInteger<D, F, kvrRoundNear> op{normalScaleOf<F>(scaleFactor)};
   return underRounding(Rounding::nearest,
                        [=] { return mapElements(op, dst, static_cast<size_t>(len), src); });
 }
 
 template <class D, class F>
 KvrStatus truncated(const F* src, D* dst, int len, int scaleFactor) {
-  return mapElements(ToInteger<D, F, kvrRoundZero>{scaleOf<F>(scaleFactor)}, dst, static_cast<size_t>(len),
-                     src);
+  return mapElements(ToInteger<D, F, kvrRoundZero>{normalScaleOf<F>(scaleFactor)}, dst,
+                     static_cast<size_t>(len), src);
 }
 
 template <class D, class F>
 KvrStatus toNearestTiesAway(const F* src, D* dst, int len, int scaleFactor) {
-  const ToInteger<D, F, kvrRoundFinancial> op{scaleWithSubnormals<F>(scaleFactor)};
+  const ToInteger<D, F, kvrRoundFinancial> op{scaleOfAny<F>(scaleFactor)};
   return underRounding(Rounding::nearest,
                        [=] { return mapElements(op, dst, static_cast<size_t>(len), src); });
 }
@@ -135,10 +108,6 @@ KvrStatus convertPacked(const Kvr32f* src, Kvr8u* dst, int len, int scaleFactor)
 // one that has overflowed saturates, and 0 stays 0.
 constexpr int kMostStep = 1000;
 
-constexpr int limitedTo(int bound, int count) {
-  return count < -bound ? -bound : count > bound ? bound : count;
-}
-
 template <KvrRoundMode mode>
 struct ToInt64 {
   Kvr64f scale, scaleAgain;
@@ -153,7 +122,7 @@ struct ToInt64 {
 
 template <KvrRoundMode mode>
 KvrStatus vectorsToInt64(const Kvr64f* src, Kvr64s* dst, int len, int step, int rest) {
-  return mapElements(ToInt64<mode>{scaleOf<Kvr64f>(step), scaleOf<Kvr64f>(rest)}, dst,
+  return mapElements(ToInt64<mode>{powerOfTwo<Kvr64f>(-step), powerOfTwo<Kvr64f>(-rest)}, dst,
                      static_cast<size_t>(len), src);
 }
 
@@ -172,8 +141,8 @@ void extendedToInt64(const Kvr64f* src, Kvr64s* dst, int len, long double scale)
 // has one of the two bodies.
 template <class D>
 KvrStatus toInt64(const Kvr64f* src, D* dst, int len, KvrRoundMode rndMode, int scaleFactor) {
-  const int step = limitedTo(kMostStep, scaleFactor);
-  const int rest = limitedTo(kMostStep, scaleFactor - step);
+  const int step = std::clamp(scaleFactor, -kMostStep, kMostStep);
+  const int rest = std::clamp(scaleFactor - step, -kMostStep, kMostStep);
   if constexpr (kInt64Conversions) {
     if (rndMode == kvrRoundZero) return vectorsToInt64<kvrRoundZero>(src, dst, len, step, rest);
     return underRounding(Rounding::nearest, [=] {
@@ -184,7 +153,8 @@ KvrStatus toInt64(const Kvr64f* src, D* dst, int len, KvrRoundMode rndMode, int 
     KVRS_CHECK(length(len, src, dst));
     const bool cuts = rndMode == kvrRoundFinancial || rndMode == kvrRoundZero;
     underExtendedRounding(cuts ? Rounding::zero : Rounding::nearest, [=] {
-      const long double scale = static_cast<long double>(scaleOf<Kvr64f>(step)) * scaleOf<Kvr64f>(rest);
+      const long double scale =
+          static_cast<long double>(powerOfTwo<Kvr64f>(-step)) * powerOfTwo<Kvr64f>(-rest);
       if (rndMode == kvrRoundFinancial) {
         extendedToInt64<true>(src, dst, len, scale);
       } else {

@@ -118,22 +118,23 @@ template <class D, class Op, class... S>
 }
 
 template <class D, class Op, class... S>
-KVRS_INLINE KvrStatus divideElements(const Op& op, int threadedFrom, D* dst, int len, const S*... src) {
-  if (__builtin_expect(len >= threadedFrom * int{kThreadedLengthFactor}, false)) {
+KVRS_INLINE KvrStatus divideElements(const Op& op, size_t threadedFrom, D* dst, int len, const S*... src) {
+  if (__builtin_expect(static_cast<size_t>(len) >= threadedFrom, false)) {
     return divideInSlices<D, Op, S...>(src..., dst, len, op);
   }
   return mapNoting(op, dst, static_cast<size_t>(len), src...);
 }
 
 template <class Op, class T>
-KVRS_INLINE KvrStatus divide(const Op& op, int threadedFrom, const T* src1, const T* src2, T* dst, int len) {
+KVRS_INLINE KvrStatus divide(const Op& op, size_t threadedFrom, const T* src1, const T* src2, T* dst,
+                             int len) {
   KVRS_CHECK(pointers(src1, src2, dst), length(len));
   return divideElements(op, threadedFrom, dst, len, src1, src2);
 }
 
 KVRS_INLINE KvrStatus divideScalar(Kvr32f val, const Kvr32f* src, Kvr32f* dst, int len) {
   KVRS_CHECK(pointers(src, dst), length(len));
-  return divideElements(QuotientOf<Kvr32f>{val}, 4096, dst, len, src);
+  return divideElements(QuotientOf<Kvr32f>{val}, threadedLength(4096), dst, len, src);
 }
 
 }  // namespace
@@ -142,28 +143,28 @@ KVRS_INLINE KvrStatus divideScalar(Kvr32f val, const Kvr32f* src, Kvr32f* dst, i
 using namespace kvrs;
 
 KvrStatus kvrsDiv_32f(const Kvr32f* src1, const Kvr32f* src2, Kvr32f* dst, int len) noexcept {
-  return divide(Quotient(), 4096, src1, src2, dst, len);
+  return divide(Quotient(), threadedLength(4096), src1, src2, dst, len);
 }
 KvrStatus kvrsDiv_32f_I(const Kvr32f* src, Kvr32f* srcDst, int len) noexcept {
-  return divide(Quotient(), 4096, src, srcDst, srcDst, len);
+  return divide(Quotient(), threadedLength(4096), src, srcDst, srcDst, len);
 }
 KvrStatus kvrsDiv_64f(const Kvr64f* src1, const Kvr64f* src2, Kvr64f* dst, int len) noexcept {
-  return divide(Quotient(), 1024, src1, src2, dst, len);
+  return divide(Quotient(), threadedLength(1024), src1, src2, dst, len);
 }
 KvrStatus kvrsDiv_64f_I(const Kvr64f* src, Kvr64f* srcDst, int len) noexcept {
-  return divide(Quotient(), 1024, src, srcDst, srcDst, len);
+  return divide(Quotient(), threadedLength(1024), src, srcDst, srcDst, len);
 }
 KvrStatus kvrsDiv_32fc(const Kvr32fc* src1, const Kvr32fc* src2, Kvr32fc* dst, int len) noexcept {
-  return divide(ComplexQuotient(), 1024, src1, src2, dst, len);
+  return divide(ComplexQuotient(), threadedLength(1024), src1, src2, dst, len);
 }
 KvrStatus kvrsDiv_32fc_I(const Kvr32fc* src, Kvr32fc* srcDst, int len) noexcept {
-  return divide(ComplexQuotient(), 1024, src, srcDst, srcDst, len);
+  return divide(ComplexQuotient(), threadedLength(1024), src, srcDst, srcDst, len);
 }
 KvrStatus kvrsDiv_64fc(const Kvr64fc* src1, const Kvr64fc* src2, Kvr64fc* dst, int len) noexcept {
-  return divide(ComplexQuotient(), 1024, src1, src2, dst, len);
+  return divide(ComplexQuotient(), threadedLength(1024), src1, src2, dst, len);
 }
 KvrStatus kvrsDiv_64fc_I(const Kvr64fc* src, Kvr64fc* srcDst, int len) noexcept {
-  return divide(ComplexQuotient(), 1024, src, srcDst, srcDst, len);
+  return divide(ComplexQuotient(), threadedLength(1024), src, srcDst, srcDst, len);
 }
 KvrStatus kvrsDivCRev_32f(const Kvr32f* src, Kvr32f val, Kvr32f* dst, int len) noexcept {
   return divideScalar(val, src, dst, len);

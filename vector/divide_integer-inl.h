@@ -23,8 +23,10 @@
 #include "frame/check.h"
 #include "frame/loop.h"
 #include "frame/rounding.h"
+#include "frame/scale.h"
 #include "frame/simd.h"
 #include "frame/threads.h"
+#include "frame/to_integer.h"
 
 namespace kvrs {
 
@@ -36,11 +38,6 @@ enum class QuotientRounding {
 
 // The least scale factor at which single precision serves 16-bit operands.
 inline constexpr int kSingleFrom = -5;
-
-// 2^e, for |e| < 1023.
-inline double powerOfTwo(int e) {
-  return std::bit_cast<double>(static_cast<uint64_t>(1023 + e) << 52);
-}
 
 // Vectors of integers as vectors of Work.
 template <class Work, class V>
@@ -55,11 +52,6 @@ KVRS_INLINE auto widen(V v) {
   } else {
     return hn::PromoteTo(dw, hn::PromoteTo(di, v));
   }
-}
-
-template <class V>
-KVRS_INLINE V withHalf(V q) {
-  return hn::Add(q, hn::CopySignToAbs(hn::Set(hn::DFromV<V>(), hn::TFromV<V>(0.5)), q));
 }
 
 // Rounds to integers of D's type and saturates.
@@ -191,21 +183,18 @@ class WithDividend {
 struct Division {
   int signBelow;
   int zeroAbove;
-  size_t threadedFrom;  // times kThreadedLengthFactor
-  int threads = kTwoThreads;
+  size_t threadedFrom;  // elements
+  int mostThreads = kTwoThreads;
 };
-
-inline constexpr size_t kNeverThreaded = static_cast<size_t>(-1) / kThreadedLengthFactor;
 
 // Runs `op` over whole vectors; the status tells whether a divisor was zero.
 template <class Work, class D, class Op, class... S>
 KvrStatus divideVectors(const Division& rule, const Op& op, D* dst, int len, const S*... src) {
   KVRS_CHECK(length(len, dst, src...));
-  const bool met =
-      runSliced(static_cast<size_t>(len), rule.threadedFrom * kThreadedLengthFactor, rule.threads,
-                [=](size_t begin, size_t count) {
-                  return mapKeeping<Work>(op, dst + begin, count, (src + begin)...).metZeroDivisor();
-                });
+  const bool met = runSliced(
+      static_cast<size_t>(len), rule.threadedFrom, rule.mostThreads, [=](size_t begin, size_t count) {
+        return mapKeeping<Work>(op, dst + begin, count, (src + begin)...).metZeroDivisor();
+      });
   return met ? kvrStatusDivByZeroWarn : kvrStatusOk;
 }
 
@@ -227,10 +216,10 @@ KvrStatus divideIntegers(const Division& rule, int scaleFactor, Make make, D* ds
   if constexpr (widest == 1) {
     // Just beyond the bound all quotients saturate, and single ones still fit into 32-bit integers.
     const int exponent = scaleFactor < rule.signBelow ? rule.signBelow - 1 : scaleFactor;
-    const Quotient<float, kRounding> op(powerOfTwo(exponent));
+    const Quotient<float, kRounding> op(powerOfTwo<double>(exponent));
     return divideVectors<float>(rule, make(op), dst, len, src...);
   } else {
-    const double scale = powerOfTwo(scaleFactor < rule.signBelow ? -64 : scaleFactor);
+    const double scale = powerOfTwo<double>(scaleFactor < rule.signBelow ? -64 : scaleFactor);
     if constexpr (widest == 2) {
       if (scaleFactor >= kSingleFrom) {
         return divideVectors<float>(rule, make(Quotient<float, kRounding>(scale)), dst, len, src...);

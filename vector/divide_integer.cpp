@@ -7,12 +7,13 @@
 namespace kvrs {
 namespace {
 
-constexpr Division k8u{-15, 8, 1024};
-constexpr Division k16u{-31, 16, kNeverThreaded};
-constexpr Division k16s{-30, 15, 1024};  // 15 on purpose, where kvrsDiv_Round_16s_Sfs has 16
-constexpr Division k16sc{-32, 32, 256};
-constexpr Division k32s{-62, 32, 1024};
-constexpr Division k32s16s{-29, 31, 1024};
+constexpr Division k8u{.signBelow = -15, .zeroAbove = 8, .threadedFrom = threadedLength(1024)};
+constexpr Division k16u{.signBelow = -31, .zeroAbove = 16, .threadedFrom = kNeverThreaded};
+// 15 on purpose, where kvrsDiv_Round_16s_Sfs has 16.
+constexpr Division k16s{.signBelow = -30, .zeroAbove = 15, .threadedFrom = threadedLength(1024)};
+constexpr Division k16sc{.signBelow = -32, .zeroAbove = 32, .threadedFrom = threadedLength(256)};
+constexpr Division k32s{.signBelow = -62, .zeroAbove = 32, .threadedFrom = threadedLength(1024)};
+constexpr Division k32s16s{.signBelow = -29, .zeroAbove = 31, .threadedFrom = threadedLength(1024)};
 
 template <class Divisor, class Dividend, class D>
 KvrStatus divide(const Division& rule, const Divisor* src1, const Dividend* src2, D* dst, int len,
@@ -27,7 +28,7 @@ KvrStatus divideComplex(const Kvr16sc* src1, const Kvr16sc* src2, Kvr16sc* dst, 
   if (scaleFactor > k16sc.zeroAbove) {
     return divideVectors<Kvr16s>(k16sc, ComplexZeroQuotient(), dst, len, src1);
   }
-  const ComplexQuotient op(powerOfTwo(scaleFactor < k16sc.signBelow ? -64 : scaleFactor));
+  const ComplexQuotient op(powerOfTwo<double>(scaleFactor < k16sc.signBelow ? -64 : scaleFactor));
   return underRounding(Rounding::nearest,
                        [=] { return divideVectors<double>(k16sc, op, dst, len, src1, src2); });
 }

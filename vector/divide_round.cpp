@@ -7,9 +7,12 @@
 namespace kvrs {
 namespace {
 
-constexpr Division k8u{-15, 8, 512, kAllThreads};
-constexpr Division k16u{-31, 16, 1024, kAllThreads};
-constexpr Division k16s{-30, 16, 1024, kAllThreads};
+constexpr Division k8u{
+    .signBelow = -15, .zeroAbove = 8, .threadedFrom = threadedLength(512), .mostThreads = kAllThreads};
+constexpr Division k16u{
+    .signBelow = -31, .zeroAbove = 16, .threadedFrom = threadedLength(1024), .mostThreads = kAllThreads};
+constexpr Division k16s{
+    .signBelow = -30, .zeroAbove = 16, .threadedFrom = threadedLength(1024), .mostThreads = kAllThreads};
 
 template <class T>
 KvrStatus divide(const Division& rule, const T* src1, const T* src2, T* dst, int len, KvrRoundMode rndMode,

@@ -16,13 +16,13 @@
 namespace kvrs {
 namespace {
 
-constexpr Division kC8u{-15, 8, kNeverThreaded};
-constexpr Division kC16u{-31, 16, kNeverThreaded};
-constexpr Division kC16s{-30, 15, kNeverThreaded};
+constexpr Division kC8u{.signBelow = -15, .zeroAbove = 8, .threadedFrom = kNeverThreaded};
+constexpr Division kC16u{.signBelow = -31, .zeroAbove = 16, .threadedFrom = kNeverThreaded};
+constexpr Division kC16s{.signBelow = -30, .zeroAbove = 15, .threadedFrom = kNeverThreaded};
 // Complex quotients by way of the inverse: nothing is left of any long before 2^-64, and what rounding errors leave
 // of a part that is 0 has saturated long before 2^1000.
 constexpr int kC16scLeast = -1000, kC16scMost = 64;
-constexpr Division kCRev16u{-31, 16, 2048};
+constexpr Division kCRev16u{.signBelow = -31, .zeroAbove = 16, .threadedFrom = threadedLength(2048)};
 
 // Full vectors of narrow integers by way of `op` on 32-bit ones, which signed 16-bit elements are the upper halves of.
 // Shorter vectors are part of a block.
@@ -82,7 +82,7 @@ KVRS_INLINE V byDoubles(V v, const Op& op) {
 class TimesReciprocal {
  public:
   TimesReciprocal(float divisor, int exponent) {
-    const float reciprocal = 1 / divisor, scale = std::bit_cast<float>((127 - exponent) << 23);
+    const float reciprocal = 1 / divisor, scale = powerOfTwo<float>(-exponent);
     const float high = std::bit_cast<float>(std::bit_cast<uint32_t>(reciprocal) & 0xFFFF0000u);
     high_ = high * scale;
     low_ = (1 - high * divisor) * (reciprocal * scale);
@@ -103,7 +103,7 @@ class TimesReciprocal {
 [[gnu::noinline]] KvrStatus divideWide(const Division& rule, const Kvr16u* src, Kvr16u val, Kvr16u* dst,
                                        int len, int scaleFactor) {
   const Quotient<double, QuotientRounding::byMode> op(
-      powerOfTwo(scaleFactor < rule.signBelow ? -64 : scaleFactor));
+      powerOfTwo<double>(scaleFactor < rule.signBelow ? -64 : scaleFactor));
   return divideVectors<double>(rule, WithDivisor(op, val), dst, len, src);
 }
 
@@ -137,7 +137,7 @@ KvrStatus divideByScalar(const Kvr16s* src, Kvr16s val, Kvr16s* dst, int len, in
   KVRS_CHECK(pointers(src, dst), length(len), divisor(val == 0));
   if (scaleFactor > kC16s.zeroAbove) return zeroInstead(dst, len);
   const int exponent = scaleFactor < kC16s.signBelow ? kC16s.signBelow : scaleFactor;
-  const float factor = static_cast<float>(powerOfTwo(-exponent)) / static_cast<float>(val);
+  const float factor = powerOfTwo<float>(-exponent) / static_cast<float>(val);
   // By larger factors all but 0 saturates, and their products would not fit into 32-bit integers. 2^-16, as the
   // elements come as the upper halves of these.
   const float bounded = factor > 65535 ? 65535 : factor < -65535 ? -65535 : factor;
@@ -171,7 +171,7 @@ KvrStatus divideByScalar(const Kvr16sc* src, Kvr16sc val, Kvr16sc* dst, int len,
     const int exponent = scaleFactor < kC16scLeast  ? kC16scLeast
                          : scaleFactor > kC16scMost ? kC16scMost
                                                     : scaleFactor;
-    const double scale = powerOfTwo(-exponent);
+    const double scale = powerOfTwo<double>(-exponent);
     const double re = val.re, im = val.im;
     const double square = re * re + im * im;
     const Widened<ComplexProduct> op{{re / square * scale, -im / square * scale}};

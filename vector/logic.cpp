@@ -6,6 +6,7 @@
 
 #include "frame/check.h"
 #include "frame/loop.h"
+#include "frame/scalar.h"
 #include "vector/stand_in.h"
 
 namespace kvrs {
@@ -39,16 +40,6 @@ struct Not {
   }
 };
 
-// Op with a scalar for its second operand.
-template <class Op, class T>
-struct WithScalar {
-  T val;
-  template <class D, class V>
-  KVRS_INLINE V operator()(D d, V a) const {
-    return Op()(d, a, hn::Set(d, val));
-  }
-};
-
 template <class Op, class T>
 KvrStatus vectorVector(const T* src1, const T* src2, T* dst, int len) {
   KVRS_CHECK(pointers(src1, src2, dst), length(len));
@@ -60,7 +51,7 @@ template <class Op, class T>
 KvrStatus vectorScalar(const T* src, T val, T* dst, int len) {
   if (val == 0) return std::is_same_v<Op, And> ? zeroInstead(dst, len) : copyInstead(src, dst, len);
   KVRS_CHECK(pointers(src, dst), length(len));
-  return mapElements(WithScalar<Op, T>{val}, dst, static_cast<size_t>(len), src);
+  return mapElements(thenScalar(Op(), val), dst, static_cast<size_t>(len), src);
 }
 
 template <class T>

@@ -148,11 +148,11 @@ struct IsAbove2To30 {
 
 // Sums as integers, scaled down and up.
 struct SumShiftedRight {
-  VectorShiftRightEven<uint32_t> shiftRight;
+  int shift;
   template <class D32, class V>
   KVRS_INLINE V operator()(D32 d, V sum) const {
     const hn::RebindToUnsigned<D32> du;
-    return hn::BitCast(d, shiftRight(du, hn::BitCast(du, sum)));
+    return hn::BitCast(d, shiftRightEvenWithRoom(du, hn::BitCast(du, sum), shift));
   }
 };
 struct SumShiftedLeft {
@@ -212,14 +212,12 @@ struct DoubleOf32fc {
 
 // dst[i] = op(src[i]...), on a team of threads from a length on.
 template <class D, class Op, class... S>
-KvrStatus mapSliced(const Op& op, int threadedFrom, D* dst, int len, const S*... src) {
+KvrStatus mapSliced(const Op& op, size_t threadedFrom, D* dst, int len, const S*... src) {
   KVRS_CHECK(length(len, dst, src...));
-  const auto slice = [=](size_t begin, size_t count) {
+  runSliced(static_cast<size_t>(len), threadedFrom, kTwoThreads, [=](size_t begin, size_t count) {
     mapElements(op, dst + begin, count, src + begin...);
     return false;
-  };
-  runSliced(static_cast<size_t>(len), static_cast<size_t>(threadedFrom) * kThreadedLengthFactor, kTwoThreads,
-            slice);
+  });
   return kvrStatusOk;
 }
 
@@ -230,7 +228,7 @@ KvrStatus map(const Op& op, D* dst, int len, const S*... src) {
 }
 
 template <class Op, class D, class... S>
-KvrStatus mapThreaded(const Op& op, int threadedFrom, D* dst, int len, const S*... src) {
+KvrStatus mapThreaded(const Op& op, size_t threadedFrom, D* dst, int len, const S*... src) {
   KVRS_CHECK(pointers(src..., dst), length(len));
   return mapSliced(op, threadedFrom, dst, len, src...);
 }
@@ -239,7 +237,7 @@ KvrStatus mapThreaded(const Op& op, int threadedFrom, D* dst, int len, const S*.
 template <class... S>
 KvrStatus magnitude16s(Kvr16s* dst, int len, int scaleFactor, const S*... src) {
   KVRS_CHECK(pointers(src..., dst), length(len));
-  constexpr int kThreadedFrom = 2048;
+  constexpr size_t kThreadedFrom = threadedLength(2048);
   if (scaleFactor > 16) return kvrsZero_16s(dst, len);
   if (scaleFactor == 16) return mapSliced(Of16s<IsAbove2To30>{}, kThreadedFrom, dst, len, src...);
   const float scale = powerOfTwo<float>(scaleFactor < -15 ? 15 : -scaleFactor);
@@ -252,7 +250,7 @@ KvrStatus power16s(Kvr16s* dst, int len, int scaleFactor, const S*... src) {
   const size_t n = static_cast<size_t>(len);
   if (scaleFactor > 31) return kvrsZero_16s(dst, len);
   if (scaleFactor > 0) {
-    return mapElements(Of16s<SumShiftedRight>{{VectorShiftRightEven<uint32_t>(scaleFactor)}}, dst, n, src...);
+    return mapElements(Of16s<SumShiftedRight>{{scaleFactor}}, dst, n, src...);
   }
   return mapElements(Of16s<SumShiftedLeft>{{scaleFactor < -15 ? 15 : -scaleFactor}}, dst, n, src...);
 }
@@ -284,29 +282,29 @@ KvrStatus kvrsMagnitude_16s_Sfs(const Kvr16s* srcRe, const Kvr16s* srcIm, Kvr16s
   return magnitude16s(dst, len, scaleFactor, srcRe, srcIm);
 }
 KvrStatus kvrsMagnitude_32sc_Sfs(const Kvr32sc* src, Kvr32s* dst, int len, int scaleFactor) noexcept {
-  return of32sc<true>(src, dst, len, scaleFactor, 32, 256 * kThreadedLengthFactor);
+  return of32sc<true>(src, dst, len, scaleFactor, 32, threadedLength(256));
 }
 KvrStatus kvrsMagnitude_16sc32f(const Kvr16sc* src, Kvr32f* dst, int len) noexcept {
-  return mapThreaded(FloatOf16s<true>(), 4096, dst, len, asPairs<Kvr16s>(src));
+  return mapThreaded(FloatOf16s<true>(), threadedLength(4096), dst, len, asPairs<Kvr16s>(src));
 }
 KvrStatus kvrsMagnitude_16s32f(const Kvr16s* srcRe, const Kvr16s* srcIm, Kvr32f* dst, int len) noexcept {
-  return mapThreaded(FloatOf16s<true>(), 2048, dst, len, srcRe, srcIm);
+  return mapThreaded(FloatOf16s<true>(), threadedLength(2048), dst, len, srcRe, srcIm);
 }
 KvrStatus kvrsMagnitude_32fc(const Kvr32fc* src, Kvr32f* dst, int len) noexcept {
-  return mapThreaded(Magnitude(), 2048, dst, len, src);
+  return mapThreaded(Magnitude(), threadedLength(2048), dst, len, src);
 }
 KvrStatus kvrsMagnitude_64fc(const Kvr64fc* src, Kvr64f* dst, int len) noexcept {
-  return mapThreaded(Magnitude(), 256, dst, len, src);
+  return mapThreaded(Magnitude(), threadedLength(256), dst, len, src);
 }
 KvrStatus kvrsMagnitude_32f(const Kvr32f* srcRe, const Kvr32f* srcIm, Kvr32f* dst, int len) noexcept {
-  return mapThreaded(Magnitude(), 4096, dst, len, srcRe, srcIm);
+  return mapThreaded(Magnitude(), threadedLength(4096), dst, len, srcRe, srcIm);
 }
 KvrStatus kvrsMagnitude_64f(const Kvr64f* srcRe, const Kvr64f* srcIm, Kvr64f* dst, int len) noexcept {
-  return mapThreaded(Magnitude(), 256, dst, len, srcRe, srcIm);
+  return mapThreaded(Magnitude(), threadedLength(256), dst, len, srcRe, srcIm);
 }
 
 KvrStatus kvrsMagSquared_32sc32s_Sfs(const Kvr32sc* src, Kvr32s* dst, int len, int scaleFactor) noexcept {
-  return of32sc<false>(src, dst, len, scaleFactor, 63, SIZE_MAX);
+  return of32sc<false>(src, dst, len, scaleFactor, 63, kNeverThreaded);
 }
 KvrStatus kvrsMagSquared_32fc64f(const Kvr32fc* src, Kvr64f* dst, int len) noexcept {
   return map(DoubleOf32fc(), dst, len, reinterpret_cast<const WidenedPair*>(src));

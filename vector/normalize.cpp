@@ -1,6 +1,5 @@
 // Normalisation: an offset subtracted, and a division.
 // SPDX-License-Identifier: MIT
-#include <bit>
 #include <cmath>
 #include <limits>
 
@@ -8,6 +7,7 @@
 #include "frame/complex.h"
 #include "frame/loop.h"
 #include "frame/rounding.h"
+#include "frame/scale.h"
 #include "kvrs/unary.h"
 
 namespace kvrs {
@@ -65,8 +65,7 @@ struct NormalizeComplex16 {
 // 2^(-scaleFactor) of the low seven bits of scaleFactor, by its exponent field alone: 127 gives 0.
 float sevenBitScale(int scaleFactor) {
   const int low = scaleFactor & 127;
-  const int exponent = scaleFactor >= 0 ? 127 - low : 127 + (-low & 127);
-  return std::bit_cast<float>(static_cast<uint32_t>(exponent) << 23);
+  return powerOfTwo<float>(scaleFactor >= 0 ? -low : -low & 127);
 }
 
 template <class T>

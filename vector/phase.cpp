@@ -54,8 +54,8 @@ struct ScaledPhase {
     using T = hn::TFromD<D>;
     const hn::DFromV<V> df;
     const V scaled = hn::Mul(arctangent2(df, im, re), hn::Set(df, scale));
-    const V rounded = hn::Add(scaled, hn::CopySignToAbs(hn::Set(df, 0.5), scaled));
-    return toInteger<true>(d, rounded, std::numeric_limits<T>::lowest(), std::numeric_limits<T>::max());
+    return toInteger<true>(d, withHalf(scaled), std::numeric_limits<T>::lowest(),
+                           std::numeric_limits<T>::max());
   }
 
   // 16-bit pairs.

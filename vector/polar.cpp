@@ -1,5 +1,6 @@
 // Cartesian to polar coordinates and back.
 // SPDX-License-Identifier: MIT
+#include <algorithm>
 #include <limits>
 
 #include "frame/check.h"
@@ -115,15 +116,13 @@ struct ScaledCartesian {
   template <class D, class V>
   static KVRS_INLINE hn::Vec<D> rounded(D d, V v) {
     using T = hn::TFromD<D>;
-    const hn::DFromV<V> df;
-    const V biased = hn::Add(v, hn::CopySignToAbs(hn::Set(df, 0.5), v));
-    return toInteger<true>(d, biased, std::numeric_limits<T>::lowest(), std::numeric_limits<T>::max());
+    return toInteger<true>(d, withHalf(v), std::numeric_limits<T>::lowest(), std::numeric_limits<T>::max());
   }
 };
 
 // 2^(-scaleFactor), the factor limited to [-bound, bound].
 double limitedScale(int scaleFactor, int bound) {
-  return powerOfTwo<double>(scaleFactor > bound ? -bound : scaleFactor < -bound ? bound : -scaleFactor);
+  return powerOfTwo<double>(-std::clamp(scaleFactor, -bound, bound));
 }
 
 template <class Op, class S, class D>

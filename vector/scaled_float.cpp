@@ -1,7 +1,7 @@
 // Scaled arithmetic whose products are floating: by a single-precision scalar into 16 bits, and by a scalar
 // in 64 bits with extended precision.
 // SPDX-License-Identifier: MIT
-#include <bit>
+#include <algorithm>
 #include <cmath>
 #include <limits>
 
@@ -10,6 +10,7 @@
 #include "frame/loop.h"
 #include "frame/rounding.h"
 #include "frame/saturating.h"
+#include "frame/scale.h"
 #include "frame/to_integer.h"
 #include "frame/unaligned.h"
 #include "kvrs/arith_scaled.h"
@@ -106,14 +107,10 @@ class IntegerTimes {
   bool negative_;
 };
 
-constexpr int bounded(int value, int lowest, int highest) {
-  return value < lowest ? lowest : value > highest ? highest : value;
-}
-
 // 2^(-scaleFactor). Beyond these bounds a scale factor is as good as they are: an integer of 64 bits by any
 // double but 0 has left the range of 64 bits for good, or has come down to 0.
 long double extendedScale(int scaleFactor) {
-  return ldexpl(1.0L, -bounded(scaleFactor, -1200, 1200));
+  return ldexpl(1.0L, -std::clamp(scaleFactor, -1200, 1200));
 }
 
 // Rounded in the current mode, which has to be to nearest.
@@ -161,9 +158,7 @@ KvrStatus kvrsMulC_Low_32f16s(const Kvr32f* src, Kvr32f val, Kvr16s* dst, int le
 }
 KvrStatus kvrsMulC_32f16s_Sfs(const Kvr32f* src, Kvr32f val, Kvr16s* dst, int len, int scaleFactor) noexcept {
   KVRS_CHECK(pointers(src, dst), length(len));
-  // The bits of 2^(-scaleFactor), of which the least is a subnormal number.
-  const int exponent = 127 - bounded(scaleFactor, -126, 127);
-  const float scale = std::bit_cast<float>(exponent > 0 ? exponent << 23 : 1 << 22);
+  const float scale = scaleOfAny<float>(std::clamp(scaleFactor, -126, 127));
   return underRounding(Rounding::nearest, [=] { return mapTo16s(val * scale, src, dst, len); });
 }
 KvrStatus kvrsMulC_64s_ISfs(Kvr64s val, Kvr64s* srcDst, int len, int scaleFactor) noexcept {

@@ -1,5 +1,7 @@
 // Scaled integer multiplication of real numbers in 32 bits, and by complex ones: in double precision.
 // SPDX-License-Identifier: MIT
+#include <algorithm>
+
 #include "frame/overlap.h"
 #include "frame/rounding.h"
 #include "frame/unroll.h"
@@ -103,9 +105,8 @@ struct DoubleTimesPlus {
 };
 
 // 2^(-scaleFactor); below the lower bound any integer but 0 leaves the range already at the bound.
-double scaleOf(int scaleFactor, ScaleBounds bounds) {
-  const int n = scaleFactor < bounds.signAtOrBelow ? bounds.signAtOrBelow : scaleFactor;
-  return n >= 0 ? 1.0 / static_cast<double>(uint64_t{1} << n) : static_cast<double>(uint64_t{1} << -n);
+double boundedScale(int scaleFactor, ScaleBounds bounds) {
+  return powerOfTwo<double>(-std::max(scaleFactor, bounds.signAtOrBelow));
 }
 
 // dst = op(src...) for an op in double precision, with the rounding mode forced to nearest.
@@ -119,14 +120,14 @@ KvrStatus realVectors(const A* a, const B* b, D* dst, int len, int scaleFactor) 
   KVRS_CHECK(pointers(a, b, dst), length(len));
   const size_t n = static_cast<size_t>(len);
   if (scaleFactor > kMul32s.zeroAbove) return zeroInstead(dst, len);
-  return mapDoubles(Op{scaleOf(scaleFactor, kMul32s)}, elements(dst), n, elements(a), elements(b));
+  return mapDoubles(Op{boundedScale(scaleFactor, kMul32s)}, elements(dst), n, elements(a), elements(b));
 }
 
 KvrStatus realScalar(const Kvr32s* src, Kvr32s val, Kvr32s* dst, int len, int scaleFactor) {
   KVRS_CHECK(pointers(src, dst), length(len));
   const size_t n = static_cast<size_t>(len);
   if (scaleFactor > kMul32s.zeroAbove) return zeroInstead(dst, len);
-  return mapDoubles(DoubleTimesScalar{val * scaleOf(scaleFactor, kMul32s)}, dst, n, src);
+  return mapDoubles(DoubleTimesScalar{val * boundedScale(scaleFactor, kMul32s)}, dst, n, src);
 }
 
 // The parts of kvrsMul_Low_32s_Sfs, by scale factor. None rounds.
@@ -222,6 +223,6 @@ KvrStatus kvrsAddProduct_32s_Sfs(const Kvr32s* src1, const Kvr32s* src2, Kvr32s*
   KVRS_CHECK(pointers(src1, src2, srcDst), length(len));
   const size_t n = static_cast<size_t>(len);
   if (scaleFactor > kAddProduct32s.zeroAbove) return zeroInstead(srcDst, len);
-  return mapDoubles(DoubleTimesPlus{scaleOf(scaleFactor, kAddProduct32s)}, srcDst, n, src1, src2,
+  return mapDoubles(DoubleTimesPlus{boundedScale(scaleFactor, kAddProduct32s)}, srcDst, n, src1, src2,
                     static_cast<const Kvr32s*>(srcDst));
 }

@@ -17,7 +17,7 @@ template <size_t kElementBytes, class Kernel>
 KvrStatus slicedRoots(int len, size_t threadedFrom, Kernel kernel) {
   const size_t n = static_cast<size_t>(len);
   if (!loop_detail::fitsAddress(n, kElementBytes)) return kvrStatusBadLength;
-  const bool met = runSliced(n, threadedFrom * kThreadedLengthFactor, kTwoThreads, kernel);
+  const bool met = runSliced(n, threadedFrom, kTwoThreads, kernel);
   return met ? kvrStatusSqrtNegArg : kvrStatusOk;
 }
 

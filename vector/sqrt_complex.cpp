@@ -103,16 +103,15 @@ KvrStatus roots(const Op& op, size_t threadedFrom, const C* src, C* dst, int len
   const auto slice = [=](size_t begin, size_t count) {
     return mapElements(op, dst + begin, count, src + begin) != kvrStatusOk;
   };
-  const bool failed =
-      runSliced(static_cast<size_t>(len), threadedFrom * kThreadedLengthFactor, kTwoThreads, slice);
+  const bool failed = runSliced(static_cast<size_t>(len), threadedFrom, kTwoThreads, slice);
   return failed ? kvrStatusBadLength : kvrStatusOk;
 }
 
 // Parts of roots are 0 or between 2^-9 and 2^8: all but 0 saturate when scaled up by 2^24.
 KvrStatus roots(const Kvr16sc* src, Kvr16sc* dst, int len, int scaleFactor) {
   const int exponent = scaleFactor < -30 ? 30 : scaleFactor > 100 ? -100 : -scaleFactor;
-  return roots(RootOf16sc{powerOfTwo<double>(exponent)}, 256, asPairs<Kvr16s>(src), asPairs<Kvr16s>(dst),
-               len);
+  return roots(RootOf16sc{powerOfTwo<double>(exponent)}, threadedLength(256), asPairs<Kvr16s>(src),
+               asPairs<Kvr16s>(dst), len);
 }
 
 }  // namespace
@@ -127,14 +126,14 @@ KvrStatus kvrsSqrt_16sc_ISfs(Kvr16sc* srcDst, int len, int scaleFactor) noexcept
   return roots(srcDst, srcDst, len, scaleFactor);
 }
 KvrStatus kvrsSqrt_32fc(const Kvr32fc* src, Kvr32fc* dst, int len) noexcept {
-  return roots(RootOf32fc(), 512, src, dst, len);
+  return roots(RootOf32fc(), threadedLength(512), src, dst, len);
 }
 KvrStatus kvrsSqrt_32fc_I(Kvr32fc* srcDst, int len) noexcept {
-  return roots(RootOf32fc(), 512, srcDst, srcDst, len);
+  return roots(RootOf32fc(), threadedLength(512), srcDst, srcDst, len);
 }
 KvrStatus kvrsSqrt_64fc(const Kvr64fc* src, Kvr64fc* dst, int len) noexcept {
-  return roots(RootOf64fc(), 256, src, dst, len);
+  return roots(RootOf64fc(), threadedLength(256), src, dst, len);
 }
 KvrStatus kvrsSqrt_64fc_I(Kvr64fc* srcDst, int len) noexcept {
-  return roots(RootOf64fc(), 256, srcDst, srcDst, len);
+  return roots(RootOf64fc(), threadedLength(256), srcDst, srcDst, len);
 }

@@ -93,14 +93,14 @@ KvrStatus rootsInOne(const Kvr32f* src, Kvr32f* dst, ptrdiff_t len) {
 
 KvrStatus roots(const Kvr32f* src, Kvr32f* dst, int len) {
   KVRS_CHECK(pointers(src, dst), length(len));
-  return slicedRoots<sizeof *src>(len, 4096, [=](size_t begin, size_t count) {
+  return slicedRoots<sizeof *src>(len, threadedLength(4096), [=](size_t begin, size_t count) {
     return underMaskedControl(
         [=] { return rootsInOne(src + begin, dst + begin, static_cast<ptrdiff_t>(count)) != kvrStatusOk; });
   });
 }
 KvrStatus roots(const Kvr64f* src, Kvr64f* dst, int len) {
   KVRS_CHECK(pointers(src, dst), length(len));
-  return slicedRoots<sizeof *src>(len, 512, [=](size_t begin, size_t count) {
+  return slicedRoots<sizeof *src>(len, threadedLength(512), [=](size_t begin, size_t count) {
     return mapNoting(Root(), dst + begin, count, src + begin) != kvrStatusOk;
   });
 }

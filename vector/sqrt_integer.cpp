@@ -102,7 +102,7 @@ template <class T>
 KvrStatus rootsOfUnsigned(const T* src, T* dst, int len, int scaleFactor) {
   KVRS_CHECK(pointers(src, dst), length(len));
   const ScaledRoot<float> op{scaleOf<float>(scaleFactor)};
-  return slicedRoots<sizeof(T)>(len, 2048, [=](size_t begin, size_t count) {
+  return slicedRoots<sizeof(T)>(len, threadedLength(2048), [=](size_t begin, size_t count) {
     mapElements(op, dst + begin, count, src + begin);
     return false;
   });
@@ -133,9 +133,9 @@ bool rootsOfLarge(const Kvr64s* src, Kvr64s* dst, size_t len, double scale) {
 KvrStatus rootsOf64s(const Kvr64s* src, Kvr64s* dst, int len, int scaleFactor) {
   const double scale = scaleOf<double>(scaleFactor);
   // The largest root is below 2^31.5.
-  if (scaleFactor >= -20) return rootsOfSigned(src, dst, len, scale, 256);
+  if (scaleFactor >= -20) return rootsOfSigned(src, dst, len, scale, threadedLength(256));
   KVRS_CHECK(pointers(src, dst), length(len));
-  return slicedRoots<sizeof *src>(len, 256, [=](size_t begin, size_t count) {
+  return slicedRoots<sizeof *src>(len, threadedLength(256), [=](size_t begin, size_t count) {
     return rootsOfLarge(src + begin, dst + begin, count, scale);
   });
 }
@@ -158,13 +158,13 @@ KvrStatus kvrsSqrt_16u_ISfs(Kvr16u* srcDst, int len, int scaleFactor) noexcept {
   return rootsOfUnsigned(srcDst, srcDst, len, scaleFactor);
 }
 KvrStatus kvrsSqrt_16s_Sfs(const Kvr16s* src, Kvr16s* dst, int len, int scaleFactor) noexcept {
-  return rootsOfSigned(src, dst, len, scaleOf<float>(scaleFactor), 2048);
+  return rootsOfSigned(src, dst, len, scaleOf<float>(scaleFactor), threadedLength(2048));
 }
 KvrStatus kvrsSqrt_16s_ISfs(Kvr16s* srcDst, int len, int scaleFactor) noexcept {
-  return rootsOfSigned(srcDst, srcDst, len, scaleOf<float>(scaleFactor), 2048);
+  return rootsOfSigned(srcDst, srcDst, len, scaleOf<float>(scaleFactor), threadedLength(2048));
 }
 KvrStatus kvrsSqrt_32s16s_Sfs(const Kvr32s* src, Kvr16s* dst, int len, int scaleFactor) noexcept {
-  return rootsOfSigned(src, dst, len, scaleOf<double>(scaleFactor, 16), 1024);
+  return rootsOfSigned(src, dst, len, scaleOf<double>(scaleFactor, 16), threadedLength(1024));
 }
 KvrStatus kvrsSqrt_64s_Sfs(const Kvr64s* src, Kvr64s* dst, int len, int scaleFactor) noexcept {
   return rootsOf64s(src, dst, len, scaleFactor);
@@ -173,5 +173,5 @@ KvrStatus kvrsSqrt_64s_ISfs(Kvr64s* srcDst, int len, int scaleFactor) noexcept {
   return rootsOf64s(srcDst, srcDst, len, scaleFactor);
 }
 KvrStatus kvrsSqrt_64s16s_Sfs(const Kvr64s* src, Kvr16s* dst, int len, int scaleFactor) noexcept {
-  return rootsOfSigned(src, dst, len, scaleOf<double>(scaleFactor, 32), 512);
+  return rootsOfSigned(src, dst, len, scaleOf<double>(scaleFactor, 32), threadedLength(512));
 }

@@ -4,6 +4,7 @@
 #ifndef KVRS_VECTOR_STAND_IN_H
 #define KVRS_VECTOR_STAND_IN_H
 
+#include "frame/array_length.h"
 #include "frame/check.h"
 #include "kvrs/fill.h"
 
@@ -22,7 +23,7 @@ KvrStatus zeroInstead(T* dst, int len) {
 template <class T>
 KvrStatus copyInstead(const T* src, T* dst, int len) {
   if (src == dst) {
-    KVRS_CHECK(pointers(dst), length(len));
+    KVRS_CHECK(pointers(dst), length(len, dst));
     return kvrStatusOk;
   }
   if constexpr (sizeof(T) == 1) {

@@ -86,7 +86,7 @@ KvrStatus inverses(Op op, int longFrom, const S* src, S* dst, int len, T level) 
   const size_t n = static_cast<size_t>(len);
   if (!loop_detail::fitsAddress(n, sizeof(S))) return kvrStatusBadLength;
   const bool met = runSliced(
-      n, static_cast<size_t>(longFrom) * kThreadedLengthFactor, kTwoThreads, [=](size_t begin, size_t count) {
+      n, threadedLength(static_cast<size_t>(longFrom)), kTwoThreads, [=](size_t begin, size_t count) {
         if (level == 0) return mapNoting(NotingZeros<Op>{op}, dst + begin, count, src + begin) != kvrStatusOk;
         return mapElements(op, dst + begin, count, src + begin) != kvrStatusOk;
       });

@@ -90,20 +90,37 @@ void checkVectorShift() {
   const hn::ScalableTag<T> d;
   const size_t lanes = hn::Lanes(d);
   for (int shift = 1; shift < bits - 1; ++shift) {
-    const VectorShiftRightEven<T> kernel(shift);
     const int64_t bound = int64_t{std::numeric_limits<T>::max()} - (int64_t{1} << (shift - 1));
     for (int64_t r : results()) {
       if (r > bound || r < -bound) continue;
       T got[kLanes<T>];
-      hn::StoreU(kernel(d, hn::Set(d, static_cast<T>(r))), d, got);
+      hn::StoreU(shiftRightEvenWithRoom(d, hn::Set(d, static_cast<T>(r)), shift), d, got);
       for (size_t i = 0; i < lanes; ++i) ASSERT_EQ(scaled<T>(r, shift), got[i]) << r << " by " << shift;
     }
   }
 }
 
-TEST(Scale, VectorShiftRightEven) {
+TEST(Scale, ShiftRightEvenWithRoom) {
   checkVectorShift<int16_t>();
   checkVectorShift<int32_t>();
+}
+
+// As halving and doubling 1 has it.
+template <class F>
+void checkPowersOfTwo() {
+  using L = std::numeric_limits<F>;
+  for (int scaleFactor = -1200; scaleFactor <= 1200; ++scaleFactor) {
+    const F want = static_cast<F>(std::ldexp(1.0L, -scaleFactor));
+    EXPECT_EQ(want, scaleOfAny<F>(scaleFactor)) << scaleFactor;
+    if (want >= L::min() && want <= L::max()) EXPECT_EQ(want, powerOfTwo<F>(-scaleFactor)) << scaleFactor;
+  }
+  EXPECT_EQ(0, scaleOfAny<F>(std::numeric_limits<int>::max()));
+  EXPECT_EQ(L::infinity(), scaleOfAny<F>(std::numeric_limits<int>::min()));
+}
+
+TEST(Scale, PowersOfTwo) {
+  checkPowersOfTwo<float>();
+  checkPowersOfTwo<double>();
 }
 
 TEST(Scale, Kernels) {

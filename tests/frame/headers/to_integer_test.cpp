@@ -77,6 +77,16 @@ TEST(ToInteger, SaturatesAndRounds) {
   if constexpr (kInt64Conversions) checkBoth<int64_t, double>();
 }
 
+TEST(ToInteger, TiesAwayFromZero) {
+  const Lanes<double, kLanes<double>> d;
+  for (double x : {0.0, 0.4, 0.5, 1.4, 1.5, 2.5, 1e9 + 0.5}) {
+    for (double y : {x, -x}) {
+      EXPECT_EQ(std::round(y), std::trunc(hn::GetLane(withHalf(hn::Set(d, y))))) << y;
+      EXPECT_EQ(y + std::copysign(3.0, y), hn::GetLane(awayFromZero(hn::Set(d, y), 3.0))) << y;
+    }
+  }
+}
+
 TEST(ToInteger, Bounds) {
   const Lanes<float, kLanes<float>> d;
   for (float x : {-3.0f, -2.0f, 0.0f, 5.0f, 6.0f}) {
