@@ -3,16 +3,26 @@
 
 # name | bits | compiler target | directory below the prefix
 #
+# The directory of libraries is CMAKE_INSTALL_LIBDIR for the ABI that the compiler is for, and KVRS_INSTALL_LIBDIR_32, "lib32"
+# if nothing else is said, for 32 bits beside it.
+include(GNUInstallDirs)
+set(KVRS_INSTALL_LIBDIR_32 lib32 CACHE STRING "Where the 32-bit libraries go if the compiler is one of 64 bits")
+set(KVRS_LIBDIR_64 ${CMAKE_INSTALL_LIBDIR})
+set(KVRS_LIBDIR_32 ${KVRS_INSTALL_LIBDIR_32})
+if(CMAKE_SIZEOF_VOID_P EQUAL 4)
+  set(KVRS_LIBDIR_32 ${CMAKE_INSTALL_LIBDIR})
+endif()
+
 # The dynamic loader looks into the glibc-hwcaps directories below a library path first and takes the best module
 # that the processor can run, so lib/ holds the one that every 64-bit processor of the family understands.
 set(KVRS_MODULE_TABLE
-  "s8|32|-m32 -mssse3 -mfpmath=sse -mstackrealign|lib32"
-  "v2|64|-march=x86-64-v2|lib"
-  "v3|64|-march=x86-64-v3|lib/glibc-hwcaps/x86-64-v3"
-  "v4|64|-march=x86-64-v4|lib/glibc-hwcaps/x86-64-v4")
+  "s8|32|-m32 -mssse3 -mfpmath=sse -mstackrealign|${KVRS_LIBDIR_32}"
+  "v2|64|-march=x86-64-v2|${KVRS_LIBDIR_64}"
+  "v3|64|-march=x86-64-v3|${KVRS_LIBDIR_64}/glibc-hwcaps/x86-64-v3"
+  "v4|64|-march=x86-64-v4|${KVRS_LIBDIR_64}/glibc-hwcaps/x86-64-v4")
 
 # The module of each ABI that programs link against, and where the libraries of the ABI are: bits | module | directory
-set(KVRS_ABI_TABLE "32|s8|lib32" "64|v2|lib")
+set(KVRS_ABI_TABLE "32|s8|${KVRS_LIBDIR_32}" "64|v2|${KVRS_LIBDIR_64}")
 
 # Sets <prefix>_bits, _flags and _dir for a module.
 function(kvrs_module_row module prefix)
@@ -48,6 +58,9 @@ set(KVRS_MODULE_COMPILE_FLAGS
   -ffp-contract=off -fno-math-errno -fno-exceptions -fno-rtti -fno-threadsafe-statics -fno-semantic-interposition
   -fvisibility=hidden -fvisibility-inlines-hidden -fopenmp -Wall -Wextra -Wshadow)
 
+# Nothing missing, nothing that is not needed, and no table of addresses that stays writable.
+set(KVRS_LINK_FLAGS -Wl,--as-needed -Wl,-z,defs -Wl,-z,relro -Wl,-z,now)
+
 # Processors of 2015 to 2019 decode a loop afresh in every turn when its jump touches a 32-byte boundary: up to half of
 # a short loop's speed, by chance of placement. Elsewhere the padding costs nothing.
 include(CheckCXXCompilerFlag)
@@ -77,14 +90,14 @@ function(kvrs_precompile target)
   endif()
 endfunction()
 
-# The companion core library of an ABI, as target kvrscore_<bits>.
+# The companion core library of an ABI, whose names have no version since users may put one of their own in its place, as target kvrscore_<bits>.
 function(kvrs_add_core bits)
   kvrs_abi_flags(${bits} abi)
   add_library(kvrscore_${bits} SHARED core/core.c)
   target_include_directories(kvrscore_${bits} PUBLIC
     $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}/include> $<INSTALL_INTERFACE:include>)
   target_compile_options(kvrscore_${bits} PRIVATE ${abi} -fvisibility=hidden -Wall -Wextra)
-  target_link_options(kvrscore_${bits} PRIVATE ${abi})
+  target_link_options(kvrscore_${bits} PRIVATE ${abi} ${KVRS_LINK_FLAGS})
   set_target_properties(kvrscore_${bits} PROPERTIES
     OUTPUT_NAME kvrscore SOVERSION 6 C_VISIBILITY_PRESET hidden EXPORT_NAME core
     LIBRARY_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/core/${bits})
@@ -106,7 +119,7 @@ function(kvrs_add_module module)
   target_link_libraries(${target} PRIVATE kvrscore_${row_bits} m)
   target_link_options(${target} PRIVATE ${abi} -fopenmp -static-libgcc
     -Wl,--version-script=${KVRS_VERSION_SCRIPT} ${KVRS_ALIAS_LINK_OPTIONS}
-    -Wl,-Bsymbolic-functions -Wl,--as-needed -Wl,-z,defs)
+    -Wl,-Bsymbolic-functions ${KVRS_LINK_FLAGS})
   set_target_properties(${target} PROPERTIES
     OUTPUT_NAME kvrs SOVERSION 6 EXPORT_NAME kvrs
     LINK_DEPENDS "${KVRS_VERSION_SCRIPT};${PROJECT_SOURCE_DIR}/frame/aliases.def"

@@ -1,8 +1,25 @@
-# find_package(kvrs): targets kvrs::kvrs and kvrs::core of the ABI that is being compiled for.
+# find_package(kvrs [COMPONENTS kvrs core]): targets kvrs::kvrs and kvrs::core of the ABI that is being compiled for.
 # SPDX-License-Identifier: MIT
+if(NOT CMAKE_SIZEOF_VOID_P)
+  set(kvrs_FOUND FALSE)
+  set(kvrs_NOT_FOUND_MESSAGE "whether 32-bit or 64-bit libraries are wanted is known only with C or C++ enabled, by project() or enable_language()")
+  return()
+endif()
+
 math(EXPR kvrs_bits "8 * ${CMAKE_SIZEOF_VOID_P}")
 if(EXISTS "${CMAKE_CURRENT_LIST_DIR}/kvrs-targets-${kvrs_bits}.cmake")
   include("${CMAKE_CURRENT_LIST_DIR}/kvrs-targets-${kvrs_bits}.cmake")
+  foreach(kvrs_component IN LISTS kvrs_FIND_COMPONENTS)
+    set(kvrs_${kvrs_component}_FOUND TRUE)
+    if(NOT TARGET kvrs::${kvrs_component})
+      set(kvrs_${kvrs_component}_FOUND FALSE)
+      if(kvrs_FIND_REQUIRED_${kvrs_component})
+        set(kvrs_FOUND FALSE)
+        set(kvrs_NOT_FOUND_MESSAGE "kvrs has no component \"${kvrs_component}\"; there are kvrs and core")
+      endif()
+    endif()
+  endforeach()
+  unset(kvrs_component)
 else()
   set(kvrs_FOUND FALSE)
   set(kvrs_NOT_FOUND_MESSAGE "this installation of kvrs has no ${kvrs_bits}-bit libraries")

@@ -2,9 +2,10 @@
 # SPDX-License-Identifier: MIT
 """Checks frame/exports.def and what a built module exports and needs.
 
-The list: 2,072 names in C order, ordinals from 1 without a gap. A module: exports names of the list only, defines every
-name that the headers declare, second names share the address of their first, and needs no library but the C library's,
-OpenMP's and kvrscore.
+The list: 2,072 names in C order, ordinals from 1 without a gap. A module: exports names of the list only, each under
+the version node, defines every name that the headers declare, second names share the address of their first; is called
+libkvrs.so.6 (SONAME), needs no library but the C library's, OpenMP's and kvrscore, has its table of addresses made
+read-only at the start (full RELRO) and no relocation in its code.
 """
 import argparse
 import subprocess
@@ -18,6 +19,8 @@ COUNT = 2072
 NEEDED = {"libc.so.6", "libm.so.6", "libgomp.so.1", "libomp.so.5", "libkvrscore.so.6",
           "ld-linux.so.2", "ld-linux-x86-64.so.2",
           "libasan.so.8", "libubsan.so.1"}  # the last two in a build with sanitizers
+SONAME = "libkvrs.so.6"
+NODE = "KVRS_6"
 
 
 def lines(*command):
@@ -36,20 +39,35 @@ def check_list(names):
 
 
 def check_module(path, names, declared, aliases):
-    symbols = {}
+    symbols, unversioned = {}, []
     for line in lines("nm", "-D", "--defined-only", path):
-        address, _, name = line.split()
+        address, kind, name = line.split()
+        name, _, node = name.partition("@@")
+        if name == NODE and kind == "A":
+            continue
+        if node != NODE:
+            unversioned.append(name)
         symbols[name] = address
-    bad = [f"exports {name}, which is not in the list" for name in sorted(symbols.keys() - names)]
+    bad = [f"{name} is not of version {NODE}" for name in unversioned]
+    bad += [f"exports {name}, which is not in the list" for name in sorted(symbols.keys() - names)]
     bad += [f"does not define {name}, which a header declares" for name in sorted(declared - symbols.keys())]
     bad += [f"exports {name}, which no header declares" for name in sorted((symbols.keys() & names) - declared)]
     bad += [f"{second} does not share the code of {first}" for second, first in aliases.items()
             if symbols.get(second) != symbols.get(first)]
-    for line in lines("readelf", "-dW", path):
+    dynamic = lines("readelf", "-dW", path)
+    for line in dynamic:
         if "(NEEDED)" in line:
             library = line.split("[")[1].rstrip("]")
             if library not in NEEDED:
                 bad.append(f"needs {library}")
+        if "(TEXTREL)" in line or ("(FLAGS)" in line and "TEXTREL" in line):
+            bad.append("has relocations in its code")
+    if not any("(SONAME)" in line and f"[{SONAME}]" in line for line in dynamic):
+        bad.append(f"is not called {SONAME}")
+    if not any("BIND_NOW" in line or ("(FLAGS_1)" in line and "NOW" in line) for line in dynamic):
+        bad.append("binds names late")
+    if not any(" GNU_RELRO " in line for line in lines("readelf", "-lW", path)):
+        bad.append("leaves its table of addresses writable")
     return bad, len(symbols.keys() & names)
 
 

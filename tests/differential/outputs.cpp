@@ -23,6 +23,7 @@ constexpr size_t kPeriod = 4099;               // elements after which data repe
 constexpr size_t kFarBytes = size_t{4} << 20;  // of all arrays together: what the loops take for far away
 constexpr size_t kShown = 2048;                // bytes of each array, from all over it
 constexpr size_t kPiece = 16;
+constexpr size_t kPointBytes = 64;  // no array of a transform has more for a point, work areas included
 
 template <class T>
 void fillWith(std::span<uint8_t> memory, Random& random) {
@@ -181,7 +182,7 @@ void showSizes(const Function& f, const Parameter& context, std::span<const Size
                                                                  : static_cast<size_t>(size.value);
     show(f, {.round = 0,
              .len = size.len,
-             .arrayBytes = std::max<size_t>(kShown, (points + 2) * 16),
+             .arrayBytes = std::max(kShown, (points + 64) * kPointBytes),
              .what = std::string(size.parameter) + ":" + std::to_string(size.value) + ":",
              .context = &context,
              .record = record});

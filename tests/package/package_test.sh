@@ -132,6 +132,42 @@ find_package() {
   expect_module "$(build/consumer)" "$1"
 }
 
+# What find_package says to those who ask for what is not there, or before it can know for what.
+refusals() {
+  workplace refusals
+  # expect_refusal LANGUAGES COMPONENT MESSAGE
+  expect_refusal() {
+    {
+      echo "cmake_minimum_required(VERSION 3.13)"
+      echo "project(refused LANGUAGES $1)"
+      echo "find_package(kvrs 6 REQUIRED COMPONENTS $2)"
+    } >CMakeLists.txt
+    rm -rf build
+    if "$CMAKE" -S . -B build "-DCMAKE_PREFIX_PATH=$stage" >said 2>&1; then fail "component $2 with $1 is found"; fi
+    tr -s ' \n' ' ' <said | grep -qF "$3" || fail "said is: $(cat said)"
+  }
+  expect_refusal C nonsense 'kvrs has no component "nonsense"'
+  expect_refusal NONE kvrs 'known only with C or C++ enabled'
+  sed -i 's/LANGUAGES NONE/LANGUAGES C/' CMakeLists.txt
+  "$CMAKE" -S . -B found "-DCMAKE_PREFIX_PATH=$stage" >/dev/null || fail "component kvrs is not found"
+}
+
+# Two copies of the tree at different places give the same bytes: the core library, and objects of a module.
+reproducible() {
+  local copy objects=(vector/logic.cpp.o filters/fir_state.cpp.o)
+  workplace reproducible
+  for copy in one other/place; do
+    mkdir -p "$copy"
+    (cd "$here/../.." && cp -r CMakeLists.txt cmake LICENSE core frame include vector stats synth transforms filters \
+      comms "$scratch/reproducible/$copy")
+    "$CMAKE" -S "$copy" -B "$copy/build" -G Ninja -DKVRS_MODULES=v2 -DKVRS_TESTS=OFF -DKVRS_PRECOMPILE=OFF \
+      -DCMAKE_CXX_COMPILER_LAUNCHER=env -DCMAKE_C_COMPILER_LAUNCHER=env -DCMAKE_CXX_FLAGS=-g >/dev/null
+    "$CMAKE" --build "$copy/build" --target kvrscore_64 "${objects[@]/#/CMakeFiles/kvrs_v2.dir/}"
+  done
+  cmp {one,other/place}/build/core/64/libkvrscore.so.6
+  for object in "${objects[@]}"; do cmp {one,other/place}/build/CMakeFiles/kvrs_v2.dir/"$object"; done
+}
+
 # block LANGUAGE: the code blocks of README.md in that language.
 block() { sed -n "/^\`\`\`$1\$/,/^\`\`\`/{/^\`\`\`/d;p}" "$here/../../README.md"; }
 
