@@ -9,6 +9,7 @@
 #include "filters/fir_dot-inl.h"
 #include "filters/fir_format-inl.h"
 #include "filters/ring.h"
+#include "frame/array_length.h"
 #include "frame/buffer.h"
 #include "frame/check.h"
 #include "frame/loop.h"
@@ -381,7 +382,7 @@ KvrStatus kvrsFIRLMSSetDlyLine32f_16s(KvrsFIRLMSState32f_16s* state, const Kvr16
 
 KvrStatus kvrsFIRLMS_32f(const Kvr32f* src, const Kvr32f* ref, Kvr32f* dst, int len, Kvr32f mu,
                          KvrsFIRLMSState_32f* state) noexcept {
-  KVRS_CHECK(pointers(state, src, ref, dst), length(len), lms::contextOf(state));
+  KVRS_CHECK(pointers(state, src, ref, dst), length(len, src, ref, dst), lms::contextOf(state));
   const size_t total = static_cast<size_t>(len);
   for (size_t done = 0, count; done < total; done += count) {
     count = lms::makeRoom(*state, total - done);
@@ -395,7 +396,7 @@ KvrStatus kvrsFIRLMS_32f(const Kvr32f* src, const Kvr32f* ref, Kvr32f* dst, int 
 
 KvrStatus kvrsFIRLMS32f_16s(const Kvr16s* src, const Kvr16s* ref, Kvr16s* dst, int len, Kvr32f mu,
                             KvrsFIRLMSState32f_16s* state) noexcept {
-  KVRS_CHECK(pointers(state, src, ref, dst), length(len), lms::contextOf(state));
+  KVRS_CHECK(pointers(state, src, ref, dst), length(len, src, ref, dst), lms::contextOf(state));
   const size_t total = static_cast<size_t>(len);
   alignas(64) Kvr32f tile[lms::kStage];
   for (size_t done = 0, count; done < total; done += count) {

@@ -85,7 +85,7 @@ KVRS_BEGIN_DECLS
  * | Free        | none: null is allowed, and the word of the context is not looked at |
  * | GetTaps, GetDlyLine | ::kvrStatusNullPointer, ::kvrStatusContextMismatch |
  * | SetDlyLine  | ::kvrStatusNullPointer for `state`, ::kvrStatusContextMismatch |
- * | FIRLMS      | ::kvrStatusNullPointer, ::kvrStatusBadLength for `len` below 1, ::kvrStatusContextMismatch |
+ * | FIRLMS      | ::kvrStatusNullPointer, ::kvrStatusBadLength for `len` below 1 or too long for the address space, ::kvrStatusContextMismatch |
  * | FIRLMSOne   | ::kvrStatusNullPointer, ::kvrStatusBadLength for `tapsLen` below 1, ::kvrStatusBadDelayIndex for a `*dlyLineIndex` that is not in 0 .. tapsLen-1 |
  *
  * ::kvrStatusOutOfMemory is also what so many taps get that 2 GiB cannot hold their context. A context is changed by

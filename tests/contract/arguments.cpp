@@ -95,6 +95,7 @@ Family::Family(FamilyRows rows) {
   add(&FamilyRows::lengthFirst);
   add(&FamilyRows::lengthAgainstZero);
   add(&FamilyRows::freeLengths);
+  add(&FamilyRows::oneElement);
   add(&FamilyRows::unchecked);
   add(&FamilyRows::validValues);
   add(&FamilyRows::validContents);

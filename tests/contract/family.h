@@ -107,6 +107,7 @@ struct FamilyRows {
   std::vector<const char*> lengthFirst = {};        // functions that test the length before the pointers
   std::vector<const char*> lengthAgainstZero = {};  // functions that refuse a length of 0 only
   std::vector<ParameterRow> freeLengths = {};       // lengths that only rows of badValues speak about
+  std::vector<ParameterRow> oneElement = {};        // outputs of one element, whatever the length
   std::vector<const char*> unchecked = {};          // functions without any checks
   std::vector<ValidValue> validValues = {};
   std::vector<ValidContents> validContents = {};

@@ -11,6 +11,7 @@ const char* const kQ15 = "kvrsGoertzQ15_.*";
 const char* const kTwoQ15 = "kvrsGoertzTwoQ15_.*";
 
 const Family family{{
+    .oneElement = {{.functions = kOne, .parameter = "dst"}},
     .validValues = {{.functions = kOne, .parameter = "relFreq", .value = 0.125},
                     {.functions = kQ15, .parameter = "relFreqQ15", .value = 4321}},
     .validContents = {{.functions = kTwo, .parameter = "relFreq", .elements = {0.125, 0.7}},

@@ -12,6 +12,7 @@ const char* const kSums = "kvrsSumWindow_.*";
 // A length below 1 is no error of sums: tests/comms/running_test.cpp.
 const Family family{{
     .freeLengths = {{.functions = kSums, .parameter = "len"}},
+    .oneElement = {{.functions = "kvrsUpdate(Linear|Power)_.*", .parameter = "srcDst"}},
     .validValues = {{.functions = kSums, .parameter = "maskSize", .value = 5},
                     {.functions = "kvrsUpdate(Linear|Power)_.*", .parameter = "alpha", .value = -1}},
     .badValues =
