@@ -14,6 +14,7 @@
 #include "dialer.h"
 #include "picture.h"
 #include "support/failure.h"
+#include "support/options.h"
 #include "support/recording.h"
 #include "support/report.h"
 
@@ -42,17 +43,6 @@ struct Options {
   bool dials = false, errors = false, help = false;
   std::string voice, out = "dialled", recording;
 };
-
-double number(const std::string& option, const char* text, double lowest, double highest) {
-  char* end = nullptr;
-  const double value = std::strtod(text, &end);
-  if (end == text || *end != '\0' || !(value >= lowest && value <= highest)) {
-    char range[64];
-    snprintf(range, sizeof range, "%g to %g", lowest, highest);
-    throw Failure(option + " wants a number from " + range + ", not \"" + text + "\"");
-  }
-  return value;
-}
 
 Options parse(int argc, char** argv) {
   Options options;

@@ -16,6 +16,7 @@
 #include "picture.h"
 #include "room.h"
 #include "support/failure.h"
+#include "support/options.h"
 #include "support/recording.h"
 #include "support/spectrum.h"
 
@@ -51,23 +52,6 @@ struct Options {
   std::string out = "cancelled", recording, voice;
   bool help = false;
 };
-
-double number(const std::string& option, const char* text, double lowest, double highest) {
-  char* end = nullptr;
-  const double value = std::strtod(text, &end);
-  if (end == text || *end != '\0' || !(value >= lowest && value <= highest)) {
-    char range[64];
-    snprintf(range, sizeof range, "%g to %g", lowest, highest);
-    throw Failure(option + " wants a number from " + range + ", not \"" + text + "\"");
-  }
-  return value;
-}
-
-int wholeNumber(const std::string& option, const char* text, int lowest, int highest) {
-  const double value = number(option, text, lowest, highest);
-  if (value != std::floor(value)) throw Failure(option + " wants a whole number, not \"" + text + "\"");
-  return static_cast<int>(value);
-}
 
 Options parse(int argc, char** argv) {
   Options options;

@@ -14,6 +14,7 @@
 #include "resample/picture.h"
 #include "resample/sweep.h"
 #include "support/failure.h"
+#include "support/options.h"
 #include "support/progress.h"
 #include "support/recording.h"
 #include "support/report.h"
@@ -39,23 +40,6 @@ struct Options {
   std::string out = "resampled", recording;
   bool help = false;
 };
-
-double number(const std::string& option, const char* text, double lowest, double highest) {
-  char* end = nullptr;
-  const double value = std::strtod(text, &end);
-  if (end == text || *end != '\0' || !(value >= lowest && value <= highest)) {
-    char range[64];
-    snprintf(range, sizeof range, "%g to %g", lowest, highest);
-    throw Failure(option + " wants a number from " + range + ", not \"" + text + "\"");
-  }
-  return value;
-}
-
-int wholeNumber(const std::string& option, const char* text, int lowest, int highest) {
-  const double value = number(option, text, lowest, highest);
-  if (value != std::floor(value)) throw Failure(option + " wants a whole number, not \"" + text + "\"");
-  return static_cast<int>(value);
-}
 
 Options parse(int argc, char** argv) {
   Options options;
