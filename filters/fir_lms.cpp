@@ -42,8 +42,8 @@ constexpr size_t kLine = 64;
 struct State {
   uint32_t idWord;
   int32_t tapsLen;
-  int32_t
-      dlyPos;  // where GetDlyLine shows the oldest sample of the window; as given, if no sample came since
+  // Where GetDlyLine shows the oldest sample of the window; as given, if no sample came since.
+  int32_t dlyPos;
   int32_t windowPos;
   Ref<Kvr32f> tapsRev;  // the last tap first, behind zeros in place of padding
   Ref<Kvr32f> line;

@@ -17,6 +17,7 @@
 #include <utility>
 
 #include "frame/loop.h"
+#include "frame/plain.h"
 #include "frame/saturating.h"
 #include "frame/scale.h"
 #include "frame/widen.h"
@@ -308,14 +309,6 @@ using ResultOf = decltype(std::declval<const Exact&>()(
     std::declval<hn::Vec<ElementLanes<S, loop_detail::kBlock<D, S...>>>>()...));
 
 }  // namespace scaled_detail
-
-// Above a family's bounds: dst[i] = 0.
-struct Zeros {
-  template <class Dt>
-  KVRS_INLINE auto operator()(Dt d) const {
-    return hn::Zero(d);
-  }
-};
 
 // Signed products of 16-bit lanes by 2^(-n), for n up to 15, in 32-bit lanes; n is at least 1 where rounded.
 template <bool kRounded, class Dt, class V>

@@ -56,8 +56,8 @@ struct Line {
 
 struct ForwardChannel {
   Line line;
-  int32_t
-      lead;  // where the first sample of a call goes, from `at` on in samples: dlyLen, or -1 where taps are ahead
+  // Where the first sample of a call goes, from `at` on in samples: dlyLen, or -1 where taps are ahead.
+  int32_t lead;
   Filter filter;
   Ref<Kvr32f> even, odd;
 

@@ -5,10 +5,10 @@
 #include "frame/array_length.h"
 #include "frame/check.h"
 #include "frame/loop.h"
+#include "frame/plain.h"
 #include "frame/unaligned.h"
 #include "kvrs/fill.h"
 #include "kvrs/reorder.h"
-#include "vector/copy.h"
 
 namespace kvrs {
 namespace {

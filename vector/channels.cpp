@@ -17,7 +17,9 @@
 #include "frame/halves.h"
 #include "frame/loop.h"
 #include "frame/packed24.h"
+#include "frame/plain.h"
 #include "frame/rounding.h"
+#include "frame/tile.h"
 #include "frame/to_integer.h"
 
 namespace kvrs {
@@ -175,42 +177,19 @@ void splitTwo(const Kvr16s* src, Kvr32f* const* dst, size_t chanLen) {
 
 constexpr size_t kTileFrames = 512;
 
-struct Interleave {
-  template <class D, class V>
-  KVRS_INLINE Complex<V> operator()(D, V left, V right) const {
-    return {left, right};
-  }
-};
-
-struct Deinterleave {
-  template <class D, class V>
-  KVRS_INLINE Complex<V> operator()(D, Complex<V> frames) const {
-    return frames;
-  }
-};
-
-template <class Visit>
-void forTiles(size_t chanLen, Visit visit) {
-  for (size_t i = 0; i < chanLen; i += kTileFrames) {
-    visit(i, chanLen - i < kTileFrames ? chanLen - i : kTileFrames);
-  }
-}
-
 template <class Op>
 void joinTwo(const Kvr32f* const* src, size_t chanLen, Packed24s* dst) {
-  alignas(64) Kvr32fc tile[kTileFrames];
-  forTiles(chanLen, [&](size_t i, size_t frames) {
-    mapElements(Interleave(), tile, frames, src[0] + i, src[1] + i);
+  forTiles<Kvr32fc, kTileFrames>(chanLen, [&](Kvr32fc* tile, size_t i, size_t frames) {
+    mapElements(JoinParts(), tile, frames, src[0] + i, src[1] + i);
     mapElements(JoinOne<Op>(), dst + 2 * i, 2 * frames, &tile->re);
   });
 }
 
 template <class Op>
 void splitTwo(const Packed24s* src, Kvr32f* const* dst, size_t chanLen) {
-  alignas(64) Kvr32fc tile[kTileFrames];
-  forTiles(chanLen, [&](size_t i, size_t frames) {
+  forTiles<Kvr32fc, kTileFrames>(chanLen, [&](Kvr32fc* tile, size_t i, size_t frames) {
     mapElements(SplitOne<Op>(), &tile->re, 2 * frames, src + 2 * i);
-    mapElements(Deinterleave(), Planes<Kvr32f>{dst[0] + i, dst[1] + i}, frames, tile);
+    mapElements(BothParts(), Planes<Kvr32f>{dst[0] + i, dst[1] + i}, frames, tile);
   });
 }
 

@@ -6,6 +6,7 @@
 
 #include "frame/check.h"
 #include "frame/loop.h"
+#include "frame/plain.h"
 
 namespace kvrs {
 namespace {
@@ -21,20 +22,6 @@ struct ImagPart {
   template <class D, class V>
   KVRS_INLINE V operator()(D, Complex<V> z) const {
     return z.im;
-  }
-};
-
-struct BothParts {
-  template <class D, class V>
-  KVRS_INLINE Complex<V> operator()(D, Complex<V> z) const {
-    return z;
-  }
-};
-
-struct Join {
-  template <class D, class V>
-  KVRS_INLINE Complex<V> operator()(D, V re, V im) const {
-    return {re, im};
   }
 };
 
@@ -113,7 +100,7 @@ KvrStatus join(const T* srcRe, const T* srcIm, C* dst, int len) {
   const size_t count = static_cast<size_t>(len);
   if (srcIm == nullptr) return mapElements(WithoutImag(), dst, count, srcRe);
   if (srcRe == nullptr) return mapElements(WithoutReal(), dst, count, srcIm);
-  return mapElements(Join(), dst, count, srcRe, srcIm);
+  return mapElements(JoinParts(), dst, count, srcRe, srcIm);
 }
 
 template <class C>

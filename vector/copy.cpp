@@ -3,6 +3,7 @@
 #include "vector/copy.h"
 
 #include "frame/check.h"
+#include "frame/plain.h"
 #include "kvrs/fill.h"
 
 namespace kvrs {

@@ -10,13 +10,6 @@
 
 namespace kvrs {
 
-struct Same {
-  template <class D, class V>
-  KVRS_INLINE V operator()(D, V a) const {
-    return a;
-  }
-};
-
 // Vectors of so many bytes at the most are copied in the export itself, all of them read before any is written.
 inline constexpr size_t kShortBytes = kVectorBytes > 32 ? 256 : 128;
 

@@ -27,13 +27,6 @@ struct Fill<Pair<Part>> {
   }
 };
 
-struct FillZero {
-  template <class D>
-  KVRS_INLINE auto operator()(D d) const {
-    return hn::Zero(d);
-  }
-};
-
 // v in one of the registers 16 to 31 where there are any, see fitsMask.
 template <class V>
 KVRS_INLINE V inHighRegister(V v) {

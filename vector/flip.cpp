@@ -3,8 +3,8 @@
 #include "frame/array_length.h"
 #include "frame/check.h"
 #include "frame/loop.h"
+#include "frame/plain.h"
 #include "kvrs/reorder.h"
-#include "vector/copy.h"
 
 namespace kvrs {
 namespace {

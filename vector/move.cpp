@@ -4,6 +4,7 @@
 // len elements above it. What remains is moved downward.
 // SPDX-License-Identifier: MIT
 #include "frame/check.h"
+#include "frame/plain.h"
 #include "kvrs/fill.h"
 #include "vector/copy.h"
 

@@ -3,6 +3,7 @@
 #include <cstring>
 
 #include "frame/check.h"
+#include "frame/plain.h"
 #include "kvrs/fill.h"
 #include "vector/fill.h"
 
@@ -20,12 +21,12 @@ template <class Word>
 template <class Word, class T>
 KvrStatus zeroVector(T* dst, int len) {
   static_assert(sizeof(Word) == sizeof(T));
-  if (fillMasked<Word>(FillZero(), dst, len)) return kvrStatusOk;
+  if (fillMasked<Word>(Zeros(), dst, len)) return kvrStatusOk;
   KVRS_CHECK(pointers(dst), length(len));
   const auto to = reinterpret_cast<Word*>(dst);
   const size_t n = static_cast<size_t>(len);
   if (__builtin_expect(n >= kLibraryFill / sizeof(Word), false)) return zeroLong(to, n);
-  return fillElements(FillZero(), to, n);
+  return fillElements(Zeros(), to, n);
 }
 
 }  // namespace

@@ -24,8 +24,7 @@ constexpr float kQuietest = 1e-5f;  // mean square of the samples: -50 dB of ful
 constexpr float kStandsOut = 4.0f;  // above the next tone of the group: 6 dB
 constexpr float kTwist = 6.3f;      // between the two tones: 8 dB
 constexpr float kShare = 0.3f;      // of both tones in all
-constexpr float kHarmonic =
-    0.25f;  // the most that a tone's second harmonic may have of it; that of voices is strong
+constexpr float kHarmonic = 0.25f;  // the most of a tone's power in its second harmonic; voices have more
 
 // The mean square that a tone adds to a frame whose spectrum is y there.
 float power(Kvr32fc y, size_t len) {

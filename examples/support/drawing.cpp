@@ -88,7 +88,7 @@ void Axes::curve(const std::vector<double>& values, const std::vector<double>& h
 void Axes::decibelGrid(double step) {
   for (double db = up_.lowest; db <= up_.highest; db += step) {
     char label[32];
-    snprintf(label, sizeof label, "%+.0f dB", db);
+    snprintf(label, sizeof label, db == 0 ? "%.0f dB" : "%+.0f dB", db);
     gridY(db, label);
   }
 }
