@@ -128,13 +128,6 @@ void selectPaths(const Kvr16u* pathError, const Kvr8u* nextState, Kvr16u* curErr
 
 // --- metrics ---
 
-struct LeastLanes {
-  template <class V>
-  KVRS_INLINE V operator()(V a, V b) const {
-    return hn::Min(a, b);
-  }
-};
-
 struct Equal {
   Kvr16u value;
   template <class V>
@@ -152,7 +145,7 @@ void normalize(Kvr16u* metrics, Kvr16u* dstMin, Kvr8u* dstIndex, Kvr16u* dstMetr
   unroll<kVectors>([&](auto k) KVRS_UNROLLED { v[k] = hn::LoadU(d, metrics + k * N); });
   auto smallest = v[0];
   unroll<kVectors>([&](auto k) KVRS_UNROLLED { smallest = hn::Min(smallest, v[k]); });
-  const Kvr16u least = foldLanes(smallest, LeastLanes());
+  const Kvr16u least = foldLanes(smallest, [](auto a, auto b) KVRS_UNROLLED { return hn::Min(a, b); });
   const size_t at = findFirst(metrics, kStates, Equal{least});
 
   const auto all = hn::Set(d, least), reset = hn::Set(d, Kvr16u{65535});

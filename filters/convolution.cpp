@@ -104,11 +104,13 @@ KvrStatus kvrsConvBiased_32f(const Kvr32f* src1, int len1, const Kvr32f* src2, i
   return kvrStatusOk;
 }
 
+// Without any checks: that is its contract.
 KvrStatus kvrsConvCyclic8x8_32f(const Kvr32f* x, const Kvr32f* h, Kvr32f* y) noexcept {
   cyclic<8, 1>(x, h, y);
   return kvrStatusOk;
 }
 
+// Without any checks: that is its contract.
 KvrStatus kvrsConvCyclic8x8_16s_Sfs(const Kvr16s* x, const Kvr16s* h, Kvr16s* y, int scaleFactor) noexcept {
   constexpr int kN = 8, kMostScale = 31;  // beyond it all sums round to 0, and the conversion takes no more
   if (scaleFactor > kMostScale) {
@@ -124,6 +126,7 @@ KvrStatus kvrsConvCyclic8x8_16s_Sfs(const Kvr16s* x, const Kvr16s* h, Kvr16s* y,
   return kvrsConvert_32s16s_Sfs(reinterpret_cast<const Kvr32s*>(sums), y, kN, scaleFactor);
 }
 
+// Without any checks: that is its contract.
 KvrStatus kvrsConvCyclic4x4_32f32fc(const Kvr32f* x, const Kvr32fc* h, Kvr32fc* y) noexcept {
   cyclic<4, 2>(x, &h->re, &y->re);
   return kvrStatusOk;

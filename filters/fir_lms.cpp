@@ -347,6 +347,7 @@ KvrStatus kvrsFIRLMSInitAlloc32f_16s(KvrsFIRLMSState32f_16s** state, const Kvr32
   return lms::initAlloc(state, taps, tapsLen, dlyLine, dlyLineIndex);
 }
 
+// Of both types, whose words it does not look at: any block of the heap will do, and so will null.
 KvrStatus kvrsFIRLMSFree_32f(KvrsFIRLMSState_32f* state) noexcept {
   kvrFree(state);
   return kvrStatusOk;

@@ -472,7 +472,7 @@ KvrStatus kvrsFIRLMSMRInitAlloc32sc_16sc(KvrsFIRLMSMRState32sc_16sc** state, con
   return lms::initAlloc(state, taps, tapsLen, dlyLine, dlyLineIndex, dlyStep, updateDly, mu);
 }
 
-// Of both types: their records differ in what the pointers point to.
+// Of both types, whose words it does not look at: their records differ in what the pointers point to.
 KvrStatus kvrsFIRLMSMRFree32s_16s(KvrsFIRLMSMRState32s_16s* state) noexcept {
   return lms::release(state);
 }
@@ -493,7 +493,7 @@ KvrStatus kvrsFIRLMSMRSetTaps32sc_16sc(KvrsFIRLMSMRState32sc_16sc* state, const 
   return lms::setTaps(state, taps);
 }
 
-// Of both types.
+// Of both types as well.
 KvrStatus kvrsFIRLMSMRGetTapsPointer32s_16s(KvrsFIRLMSMRState32s_16s* state, Kvr32s** tapsPointer) noexcept {
   KVRS_CHECK(pointers(state, tapsPointer));
   unaligned::put(state->tapsRev, tapsPointer);

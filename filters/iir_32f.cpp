@@ -190,6 +190,7 @@ KvrStatus kvrsIIRSetTaps32f_16s(const Kvr32f* taps, KvrsIIRState32f_16s* state) 
   return iir::setTaps(taps, state);
 }
 
+// With usual checks, but a mismatch for its status even where it succeeds.
 KvrStatus kvrsIIRSetTaps32s_16s(const Kvr32s* taps, KvrsIIRState32s_16s* state, int tapsFactor) noexcept {
   return iir::setTapsInteger(taps, state, tapsFactor);
 }

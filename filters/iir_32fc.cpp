@@ -154,6 +154,7 @@ KvrStatus kvrsIIRSetTaps32fc_16sc(const Kvr32fc* taps, KvrsIIRState32fc_16sc* st
   return iir::setTaps(taps, state);
 }
 
+// With usual checks, but a mismatch for its status even where it succeeds.
 KvrStatus kvrsIIRSetTaps32sc_16sc(const Kvr32sc* taps, KvrsIIRState32sc_16sc* state,
                                   int tapsFactor) noexcept {
   return iir::setTapsInteger(taps, state, tapsFactor);

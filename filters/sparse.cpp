@@ -194,6 +194,7 @@ KvrStatus kvrsFIRSparseInit_32f(KvrsFIRSparseState_32f** state, const Kvr32f* nz
   return kvrStatusOk;
 }
 
+// The states of this kind have no word to be looked at.
 KvrStatus kvrsFIRSparse_32f(const Kvr32f* src, Kvr32f* dst, int len, KvrsFIRSparseState_32f* state) noexcept {
   KVRS_CHECK(pointers(state, src, dst), length(len, src, dst));
   sparse::filterInputs(state->inputs, src, dst, static_cast<size_t>(len));
@@ -229,6 +230,7 @@ KvrStatus kvrsIIRSparseInit_32f(KvrsIIRSparseState_32f** state, const Kvr32f* nz
   return kvrStatusOk;
 }
 
+// The states of this kind have no word to be looked at.
 KvrStatus kvrsIIRSparse_32f(const Kvr32f* src, Kvr32f* dst, int len, KvrsIIRSparseState_32f* state) noexcept {
   KVRS_CHECK(pointers(state, src, dst), length(len, src, dst));
   sparse::filterInputs(state->inputs, src, dst, static_cast<size_t>(len));

@@ -1,4 +1,4 @@
-// The vector unit's control register out of the way for the length of a call.
+// The vector unit's control register out of the way for the length of a call, and its exception flags.
 // SPDX-License-Identifier: MIT
 #ifndef KVRS_FRAME_MASKED_CONTROL_H
 #define KVRS_FRAME_MASKED_CONTROL_H
@@ -17,6 +17,14 @@ namespace rounding_detail {
 }
 
 }  // namespace rounding_detail
+
+// Exception flags of the vector unit.
+inline constexpr unsigned kInvalidOperation = 1, kUnderflow = 16;
+
+inline void clearExceptions(unsigned flags) {
+  const unsigned control = _mm_getcsr();
+  if ((control & flags) != 0) _mm_setcsr(control & ~flags);
+}
 
 // Returns kernel(), run with all exceptions masked and denormals counting as they are. The whole register, exception flags
 // included, is as before afterwards.

@@ -5,7 +5,11 @@
 - C and C++ is as clang-format leaves it; no text has tabs or trailing blanks, no script lines beyond 120 columns.
 - Every file says its licence.
 - A room includes lower rooms only, and the library nothing that needs the C++ run-time library.
-- Instruction sets are named in frame/simd.h alone.
+- Instruction sets are named in frame/simd.h alone. Intrinsics are used in frame/ alone, assembler there and in the
+  short paths of Copy and Fill.
+- Every header of frame/ has its test in tests/frame/headers/.
+- No two functors have the same text.
+- An export that skips checks, by the rows of the contract tests, has a comment that says so.
 - Every declared function stands in a group of the manual, below its contract. A header with complex elements says in
   its first line that C's and C++'s complex numbers may stand for them. Families whose sources run teams of threads have
   a paragraph in their contract that begins with "Threads:"; so have those of docs/threads.md, and no others.
@@ -44,6 +48,11 @@ RUNTIME_HEADERS = {"vector", "string", "map", "set", "unordered_map", "memory", 
                    "any", "optional", "variant", "regex", "locale", "future", "exception", "typeinfo"}
 INSTRUCTION_SET = re.compile(r"\b(__AVX\w*|__SSE\w*|__SSSE\w*|__FMA__|__F16C__|__BMI\w*|__x86_64__|__i386__|HWY_TARGET|"
                              r"HWY_ARCH_\w+|HWY_(AVX\w*|SSE\w*|SSSE\w*))\b")
+
+INTRINSIC = re.compile(r"\b(_mm(256|512)?_\w+|__builtin_ia32_\w+)")
+# Instructions: an empty text only keeps the compiler from something.
+ASSEMBLER = re.compile(r'\basm( volatile)?\("(?!")')
+MAY_ASSEMBLE = {TOP / "vector/copy.h", TOP / "vector/fill.h"}
 
 DEFINITION = re.compile(r"^[\w:*<> ]*?\b(kvrs[A-Z0-9]\w*)\s*\([^;{}]*?\)\s*noexcept\s*\{", re.M)
 
@@ -149,8 +158,71 @@ def check_library_source(path, text, findings):
             match = INSTRUCTION_SET.search(line)
             if match:
                 findings.add(path, number, f"{match.group()}: instruction sets are the business of frame/simd.h alone")
+        if room_of(path) != "frame":
+            match = INTRINSIC.search(line) or (path not in MAY_ASSEMBLE and ASSEMBLER.search(line))
+            if match:
+                findings.add(path, number, f"{match.group()}: what Highway has no word for is the business of frame/")
         if re.match(r"\s*#\s*define\b", line) and "##" in line and "kvrs" in line:
             findings.add(path, number, "a macro that pastes names")
+
+
+def check_frame_tests(findings):
+    """Every header of frame/ has a test of its own, and every such test its header."""
+    tests = TOP / "tests/frame/headers"
+    tested = {path.name.removesuffix("_test.cpp"): path for path in tests.glob("*_test.cpp")}
+    headers = {path.stem: path for path in (TOP / "frame").glob("*.h")}
+    for name in sorted(headers.keys() - tested.keys()):
+        findings.add(headers[name], 1, f"has no test {(tests / name).relative_to(TOP)}_test.cpp")
+    for name in sorted(tested.keys() - headers.keys()):
+        findings.add(tested[name], 1, f"tests no header of frame/: there is no frame/{name}.h")
+
+
+CLASS = re.compile(r"^[ \t]*(?:template <[^\n]*>\s*)?(?:struct|class) (\w+)[^;{}()]*\{", re.M)
+
+
+def braced(code, start):
+    """What stands between the brace at `start` and its partner, these included."""
+    depth = 0
+    for brace in re.finditer(r"[{}]", code[start:]):
+        depth += 1 if brace.group() == "{" else -1
+        if depth == 0:
+            return code[start:start + brace.end()]
+    return ""
+
+
+def check_functors(code_of, findings):
+    """No two types with an operator() that differ in nothing but their names."""
+    first = {}
+    for path, code in code_of.items():
+        for match in CLASS.finditer(code):
+            body = braced(code, match.end() - 1)
+            if "operator()" not in body:
+                continue
+            # A body that calls a word of Highway of the type's name is not the body of another that does.
+            text = " ".join(re.sub(rf"(?<!hn::)\b{match.group(1)}\b", "Self", body).split())
+            line = code[:match.start(1)].count("\n") + 1
+            if text in first:
+                findings.add(path, line, f"{match.group(1)} is the same as {first[text]}")
+            else:
+                first[text] = f"{match.group(1)} of {path.relative_to(TOP)}:{line}"
+
+
+def skips_checks():
+    """Pattern of the functions that the contract tests take to skip checks."""
+    rows = []
+    for path in (TOP / "tests/contract/families").glob("*.cpp"):
+        for row in re.findall(r"\.(?:unchecked|wordless) = \{([^}]*)\}", path.read_text()):
+            rows += re.findall(r'"([^"]+)"', row)
+    return re.compile("|".join(f"(?:{row})" for row in rows))
+
+
+def check_comments_on_skipped_checks(sources, findings):
+    skipping = skips_checks()
+    for path, text in sources:
+        for match in DEFINITION.finditer(without_comments(text)):
+            before = text[:match.start()].splitlines()
+            if skipping.fullmatch(match.group(1)) and not (before and before[-1].startswith("//")):
+                findings.add(path, len(before) + 1, f"{match.group(1)} skips checks and has no comment that says so")
 
 
 RUNS_TEAMS = re.compile(r"\b(runSliced|slicedRoots|runTeam)\b[<(]")
@@ -213,7 +285,7 @@ def main():
     files = [path for path in tracked_files() if path.suffix not in BINARY]
     if not options.rules_only:
         check_format([path for path in files if path.suffix in CXX], findings, options.fix)
-    sources = []
+    sources, code_of = [], {}
     for path in files:
         if options.fix and path.suffix in CXX:
             fix_tag(path)
@@ -223,10 +295,14 @@ def main():
             check_library_source(path, text, findings)
             if room_of(path) == "include":
                 check_public_header(path, text, findings)
+            code_of[path] = without_comments(text)
             if path.suffix != ".h" and room_of(path) != "core":
                 sources.append((path, text))
     check_names(sources, findings)
     check_threads(sources, findings)
+    check_comments_on_skipped_checks(sources, findings)
+    check_frame_tests(findings)
+    check_functors(code_of, findings)
     if findings.count:
         sys.exit(f"lint: {findings.count} findings")
     print(f"lint: {len(files)} files, no findings")

@@ -8,6 +8,7 @@
 #include "frame/saturate.h"
 #include "frame/saturating.h"
 #include "frame/unaligned.h"
+#include "vector/arith_float.h"
 
 namespace kvrs {
 namespace {
@@ -21,12 +22,7 @@ struct FloatProduct {
   }
 };
 
-struct Product : FloatProduct {
-  template <class D, class V>
-  KVRS_INLINE V operator()(D d, V a, V b) const {
-    return mulPairs(d, a, b);
-  }
-};
+struct Product : FloatProduct, MulPairs {};
 
 struct ProductConj : FloatProduct {
   template <class D, class V>

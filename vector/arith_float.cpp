@@ -6,31 +6,17 @@
 #include "frame/check.h"
 #include "frame/loop.h"
 #include "frame/scalar.h"
+#include "vector/arith_float.h"
 #include "vector/stand_in.h"
 
 namespace kvrs {
 namespace {
-
-struct Add {
-  template <class D, class V>
-  KVRS_INLINE V operator()(D, V a, V b) const {
-    return hn::Add(a, b);
-  }
-};
 
 // The second operand less the first.
 struct Sub {
   template <class D, class V>
   KVRS_INLINE V operator()(D, V a, V b) const {
     return hn::Sub(b, a);
-  }
-};
-
-// The first operand less the second.
-struct SubRev {
-  template <class D, class V>
-  KVRS_INLINE V operator()(D, V a, V b) const {
-    return hn::Sub(a, b);
   }
 };
 

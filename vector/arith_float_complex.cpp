@@ -6,31 +6,10 @@
 #include "frame/complex.h"
 #include "frame/loop.h"
 #include "frame/scalar.h"
+#include "vector/arith_float.h"
 
 namespace kvrs {
 namespace {
-
-struct Mul {
-  template <class D, class V>
-  KVRS_INLINE V operator()(D d, V a, V b) const {
-    return mulPairs(d, a, b);
-  }
-};
-
-struct Add {
-  template <class D, class V>
-  KVRS_INLINE V operator()(D, V a, V b) const {
-    return hn::Add(a, b);
-  }
-};
-
-// The first operand less the second.
-struct SubRev {
-  template <class D, class V>
-  KVRS_INLINE V operator()(D, V a, V b) const {
-    return hn::Sub(a, b);
-  }
-};
 
 template <class Part>
 struct MulC {
@@ -45,7 +24,7 @@ template <class T>
 KvrStatus multiply(const T* src1, const T* src2, T* dst, int len) {
   KVRS_CHECK(pointers(src1, src2, dst), length(len));
   using Part = LaneOf<T>;
-  return mapElements(Mul(), asPairs<Part>(dst), static_cast<size_t>(len), asPairs<Part>(src1),
+  return mapElements(MulPairs(), asPairs<Part>(dst), static_cast<size_t>(len), asPairs<Part>(src1),
                      asPairs<Part>(src2));
 }
 

@@ -11,6 +11,8 @@
 
 #include "frame/check.h"
 #include "frame/loop.h"
+#include "frame/masked_control.h"
+#include "frame/powers_of_2.h"
 #include "frame/rounding.h"
 #include "frame/unaligned.h"
 #include "kvrs/exponential.h"
@@ -63,8 +65,6 @@ Kvr32f exponentialOfLast(Kvr32f x) {
   return static_cast<Kvr32f>(std::exp(static_cast<long double>(x)));
 }
 
-constexpr unsigned kInvalid = 1, kUnderflow = 16;
-
 KvrStatus exponential(const Kvr32f* src, Kvr32f* dst, int len) {
   KVRS_CHECK(pointers(src, dst), length(len));
   const int last = len & 3;
@@ -72,8 +72,7 @@ KvrStatus exponential(const Kvr32f* src, Kvr32f* dst, int len) {
   for (int i = len - last; i < len; ++i) {
     unaligned::put(exponentialOfLast(unaligned::get(src + i)), dst + i);
   }
-  const unsigned control = _mm_getcsr();
-  if ((control & (kInvalid | kUnderflow)) != 0) _mm_setcsr(control & ~(kInvalid | kUnderflow));
+  clearExceptions(kInvalidOperation | kUnderflow);
   return status;
 }
 
@@ -96,18 +95,6 @@ struct Exponential64f {
     }
   }
 
-  // y * 2^n, rounded once.
-  template <class V>
-  static KVRS_INLINE V scaled(V y, V n) {
-    if constexpr (sizeof(y.raw) == 64) {
-      return V{_mm512_scalef_pd(y.raw, n.raw)};
-    } else if constexpr (sizeof(y.raw) == 32) {
-      return V{_mm256_scalef_pd(y.raw, n.raw)};
-    } else {
-      return V{_mm_scalef_pd(y.raw, n.raw)};
-    }
-  }
-
   template <class D, class V>
   static KVRS_INLINE V of(D d, V x) {
     const auto set = [d](double c) __attribute__((always_inline)) {
@@ -126,7 +113,7 @@ struct Exponential64f {
     const V p = hn::MulAdd(r4, upper, hn::MulAdd(rr, pair(2), pair(0)));
     const V y = hn::Add(set(1), hn::MulAdd(rr, p, r));
     if constexpr (kMaskRegisters) {
-      return scaled(y, n);
+      return timesPowersOf2(y, n);
     } else {
       const hn::RebindToSigned<D> di;
       const hn::Repartition<int32_t, D> di32;

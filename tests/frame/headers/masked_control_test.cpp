@@ -28,4 +28,17 @@ TEST(MaskedControl, MaskedInsideAndGivenBack) {
   }
 }
 
+TEST(MaskedControl, ClearedExceptions) {
+  const unsigned before = _mm_getcsr();
+  _mm_setcsr(kMasks | kFlags);
+  clearExceptions(kInvalidOperation | kUnderflow);
+  const unsigned after = _mm_getcsr();
+  _mm_setcsr(kMasks | 0x20);
+  clearExceptions(kUnderflow);
+  const unsigned untouched = _mm_getcsr();
+  _mm_setcsr(before);
+  EXPECT_EQ(kMasks | (kFlags & ~0x11u), after);
+  EXPECT_EQ(kMasks | 0x20, untouched);
+}
+
 }  // namespace

@@ -112,7 +112,9 @@ void checkPowersOfTwo() {
   for (int scaleFactor = -1200; scaleFactor <= 1200; ++scaleFactor) {
     const F want = static_cast<F>(std::ldexp(1.0L, -scaleFactor));
     EXPECT_EQ(want, scaleOfAny<F>(scaleFactor)) << scaleFactor;
-    if (want >= L::min() && want <= L::max()) EXPECT_EQ(want, powerOfTwo<F>(-scaleFactor)) << scaleFactor;
+    if (want >= L::min() && want <= L::max()) {
+      EXPECT_EQ(want, powerOfTwo<F>(-scaleFactor)) << scaleFactor;
+    }
   }
   EXPECT_EQ(0, scaleOfAny<F>(std::numeric_limits<int>::max()));
   EXPECT_EQ(L::infinity(), scaleOfAny<F>(std::numeric_limits<int>::min()));
