@@ -65,7 +65,7 @@ def check_commands(text, usage, presets):
             if command not in commands:
                 yield number, f"./kvrs has no command {command}"
             for option in re.findall(r"--\w[\w-]*", arguments):
-                if option not in (bench_options if command == "bench" else usage):
+                if option not in (usage + bench_options if command == "bench" else usage):
                     yield number, f"./kvrs {command} has no option {option}"
         elif in_block and span.strip().startswith("./") and not (TOP / span.split()[0]).exists():
             yield number, f"there is no {span.split()[0]}"
