@@ -7,6 +7,7 @@
 #include <volk/volk.h>
 #endif
 
+#include "bench/stats/openblas.h"
 #include "bench/support/bench.h"
 
 namespace kvrs::bench {
@@ -67,6 +68,9 @@ void addMax(const std::string& type, int len, KvrStatus (*max)(const T*, int, T*
     int index;
     keep(loopMaxIndex(a.get(), len, &index));
   });
+  if constexpr (std::is_floating_point_v<T>) {
+    add("extremes/MaxIndx_" + n, "openblas", [=] { keep(OpenBlas::maxIndex(len, a.get())); });
+  }
 #ifdef KVRS_BENCH_VOLK
   if constexpr (std::is_same_v<T, Kvr32f>) {
     add("extremes/MaxIndx_" + n, "volk", [=] {
@@ -84,6 +88,12 @@ void addMax(const std::string& type, int len, KvrStatus (*max)(const T*, int, T*
     int lowAt, highAt;
     keep(loopMinMaxIndex(a.get(), len, &lowAt, &highAt));
   });
+  if constexpr (std::is_floating_point_v<T>) {
+    add("extremes/MinMaxIndx_" + n, "openblas", [=] {
+      keep(OpenBlas::minIndex(len, a.get()));
+      keep(OpenBlas::maxIndex(len, a.get()));
+    });
+  }
 }
 
 Register extremes([] {

@@ -7,6 +7,7 @@
 #include <volk/volk.h>
 #endif
 
+#include "bench/stats/openblas.h"
 #include "bench/support/bench.h"
 #include "kvrs/dot_product.h"
 
@@ -66,6 +67,10 @@ __attribute__((noipa)) T eigenL2(const T* a, int len) {
   return Map<T>(a, len).norm();
 }
 template <class T>
+__attribute__((noipa)) T eigenL2Diff(const T* a, const T* b, int len) {
+  return (Map<T>(a, len) - Map<T>(b, len)).norm();
+}
+template <class T>
 __attribute__((noipa)) T eigenInf(const T* a, int len) {
   return Map<T>(a, len).template lpNorm<Eigen::Infinity>();
 }
@@ -96,16 +101,21 @@ void addFloats(const std::string& type, int len, KvrStatus (*inf)(const T*, int,
   add("norm/Inf_" + n, "kvrs", one(inf));
   add("norm/Inf_" + n, "loop", [=] { keep(loopInf(a.get(), len)); });
   add("norm/Inf_" + n, "eigen", [=] { keep(eigenInf(a.get(), len)); });
+  add("norm/Inf_" + n, "openblas", [=] { keep(OpenBlas::maxAbsIndex(len, a.get())); });
   add("norm/L1_" + n, "kvrs", one(l1));
   add("norm/L1_" + n, "loop", [=] { keep(loopL1(a.get(), len)); });
   add("norm/L1_" + n, "eigen", [=] { keep(eigenL1(a.get(), len)); });
+  add("norm/L1_" + n, "openblas", [=] { keep(OpenBlas::l1(len, a.get())); });
   add("norm/L2_" + n, "kvrs", one(l2));
   add("norm/L2_" + n, "loop", [=] { keep(loopL2<T>(a.get(), len)); });
   add("norm/L2_" + n, "eigen", [=] { keep(eigenL2(a.get(), len)); });
+  add("norm/L2_" + n, "openblas", [=] { keep(OpenBlas::l2(len, a.get())); });
   add("norm/DiffL2_" + n, "kvrs", two(l2Diff));
+  add("norm/DiffL2_" + n, "eigen", [=] { keep(eigenL2Diff(a.get(), b.get(), len)); });
   add("dotprod/" + n, "kvrs", two(dot));
   add("dotprod/" + n, "loop", [=] { keep(loopDot<T>(a.get(), b.get(), len)); });
   add("dotprod/" + n, "eigen", [=] { keep(eigenDot(a.get(), b.get(), len)); });
+  add("dotprod/" + n, "openblas", [=] { keep(OpenBlas::dot(len, a.get(), b.get())); });
 #ifdef KVRS_BENCH_VOLK
   if constexpr (sizeof(T) == 4) {
     add("dotprod/" + n, "volk", [=] {

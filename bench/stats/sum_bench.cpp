@@ -7,6 +7,7 @@
 #include <volk/volk.h>
 #endif
 
+#include "bench/stats/openblas.h"
 #include "bench/support/bench.h"
 #include "kvrs/count.h"
 #include "kvrs/deviation.h"
@@ -65,6 +66,7 @@ Register sums([] {
     });
     add("sum/Sum_32f_fast/" + n, "loop", [=] { keep(loopSum<Kvr32f>(a.get(), len)); });
     add("sum/Sum_32f_fast/" + n, "eigen", [=] { keep(eigenSum(a.get(), len)); });
+    add("sum/Sum_32f_fast/" + n, "openblas", [=] { keep(OpenBlas::sum(len, a.get())); });
 #ifdef KVRS_BENCH_VOLK
     add("sum/Sum_32f_fast/" + n, "volk", [=] {
       Kvr32f sum;
@@ -82,12 +84,21 @@ Register sums([] {
     });
     add("sum/Sum_64f/" + n, "loop", [=] { keep(loopSum<Kvr64f>(d.get(), len)); });
     add("sum/Sum_64f/" + n, "eigen", [=] { keep(eigenSum(d.get(), len)); });
+    add("sum/Sum_64f/" + n, "openblas", [=] { keep(OpenBlas::sum(len, d.get())); });
     add("sum/Mean_32f_fast/" + n, "kvrs", [=] {
       Kvr32f mean;
       kvrsMean_32f(a.get(), len, &mean, kvrHintFast);
     });
     add("sum/Mean_32f_fast/" + n, "loop",
         [=] { keep(loopSum<Kvr32f>(a.get(), len) / static_cast<Kvr32f>(len)); });
+    add("sum/Mean_32f_fast/" + n, "openblas",
+        [=] { keep(OpenBlas::sum(len, a.get()) / static_cast<Kvr32f>(len)); });
+    add("sum/Mean_64f/" + n, "kvrs", [=] {
+      Kvr64f mean;
+      kvrsMean_64f(d.get(), len, &mean);
+    });
+    add("sum/Mean_64f/" + n, "loop", [=] { keep(loopSum<Kvr64f>(d.get(), len) / static_cast<Kvr64f>(len)); });
+    add("sum/Mean_64f/" + n, "openblas", [=] { keep(OpenBlas::sum(len, d.get()) / len); });
     add("sum/Sum_16s32s/" + n, "kvrs", [=] {
       Kvr32s sum;
       kvrsSum_16s32s_Sfs(w.get(), len, &sum, 0);

@@ -40,17 +40,25 @@ int toSample(Kvr32f x) {
          : scaled < -32768 ? -32768
                            : static_cast<int>(scaled + (x < 0 ? -0.5f : 0.5f));
 }
-[[gnu::noinline]] void loopALaw(const Kvr16s* src, Kvr8u* dst, int len) {
-  for (int i = 0; i < len; ++i) dst[i] = encodeALaw(src[i]);
+int toSample(Kvr16s x) {
+  return x;
 }
-[[gnu::noinline]] void loopMuLaw(const Kvr16s* src, Kvr8u* dst, int len) {
-  for (int i = 0; i < len; ++i) dst[i] = encodeMuLaw(src[i]);
-}
-[[gnu::noinline]] void loopALaw(const Kvr32f* src, Kvr8u* dst, int len) {
+template <class S>
+[[gnu::noinline]] void loopALaw(const S* src, Kvr8u* dst, int len) {
   for (int i = 0; i < len; ++i) dst[i] = encodeALaw(toSample(src[i]));
 }
-[[gnu::noinline]] void loopMuLaw(const Kvr32f* src, Kvr8u* dst, int len) {
+template <class S>
+[[gnu::noinline]] void loopMuLaw(const S* src, Kvr8u* dst, int len) {
   for (int i = 0; i < len; ++i) dst[i] = encodeMuLaw(toSample(src[i]));
+}
+// One by one: the compiler makes vectors of the steps of the mu-law where it can count leading zeros in them.
+template <class S>
+[[gnu::noinline]] void scalarMuLaw(const S* src, Kvr8u* dst, int len) {
+  for (int i = 0; i < len; ++i) {
+    int sample = toSample(src[i]);
+    asm("" : "+r"(sample));
+    dst[i] = encodeMuLaw(sample);
+  }
 }
 
 template <class Ours, class Loop>
@@ -94,12 +102,14 @@ Register companding([] {
     pair(
         "companding/LinToMuLaw_16s8u" + n, [=] { kvrsLinToMuLaw_16s8u(s.get(), d.get(), len); },
         [=] { loopMuLaw(s.get(), d.get(), len); });
+    add("companding/LinToMuLaw_16s8u" + n, "scalar", [=] { scalarMuLaw(s.get(), d.get(), len); });
     pair(
         "companding/LinToALaw_32f8u" + n, [=] { kvrsLinToALaw_32f8u(f.get(), d.get(), len); },
         [=] { loopALaw(f.get(), d.get(), len); });
     pair(
         "companding/LinToMuLaw_32f8u" + n, [=] { kvrsLinToMuLaw_32f8u(f.get(), d.get(), len); },
         [=] { loopMuLaw(f.get(), d.get(), len); });
+    add("companding/LinToMuLaw_32f8u" + n, "scalar", [=] { scalarMuLaw(f.get(), d.get(), len); });
   }
 });
 

@@ -263,6 +263,9 @@ Register elementary([] {
         "roots/Sqrt_32s16s_Sfs" + n, [=] { kvrsSqrt_32s16s_Sfs(w.get(), t.get(), len, 2); },
         [=] { loopScaledSqrt(w.get(), t.get(), len, 0.25); });
     pair(
+        "roots/Sqrt_64s16s_Sfs" + n, [=] { kvrsSqrt_64s16s_Sfs(q.get(), t.get(), len, 17); },
+        [=] { loopScaledSqrt(q.get(), t.get(), len, 0x1p-17); });
+    pair(
         "roots/Sqrt_64s_Sfs" + n, [=] { kvrsSqrt_64s_Sfs(q.get(), r.get(), len, 0); },
         [=] { loopScaledSqrt(q.get(), r.get(), len, 1.0); });
     pair(
@@ -277,6 +280,13 @@ Register elementary([] {
     pair(
         "roots/Cubrt_32f" + n, [=] { kvrsCubrt_32f(a.get(), b.get(), len); },
         [=] { loopCubrt(a.get(), b.get(), len); });
+
+    pair(
+        "roots/Cubrt_32s16s_Sfs" + n, [=] { kvrsCubrt_32s16s_Sfs(w.get(), t.get(), len, -4); },
+        [=] {
+          for (int i = 0; i < len; ++i)
+            t.get()[i] = static_cast<Kvr16s>(std::rint(std::cbrt(static_cast<float>(w.get()[i])) * 16));
+        });
 
     pair(
         "cauchy/Cauchy_32f_I" + n, [=] { kvrsCauchy_32f_I(b.get(), len, 2); },

@@ -154,6 +154,14 @@ Register thresholds([] {
         [=] {
           loopComplexGTVal(f32, g32, len, 0.25f, Kvr32fc{1, 2});
         });
+    pair(
+        "threshold/GTVal_64fc" + n,
+        [=] {
+          kvrsThreshold_GTVal_64fc(f64, g64, len, 0.5, {1, 2});
+        },
+        [=] {
+          loopComplexGTVal(f64, g64, len, 0.25, Kvr64fc{1, 2});
+        });
   }
 
   constexpr int len = 4096;
