@@ -81,10 +81,10 @@ class IndexSort {
   static constexpr ptrdiff_t kAtOnce = sizeof(T) == 1 ? 0 : sizeof(T) == 2 ? 128 : ptrdiff_t{1} << kPlaceBits;
   static constexpr ptrdiff_t kTriedFrom = 32;
 
-  // `tried` is the length at which the last try failed, of this segment or one that it is a part of.
+  // `worthTrying` is the length up to which equal keys are unlikely, by what the last try has met.
   struct Segment {
     ptrdiff_t first, last;
-    ptrdiff_t tried;
+    ptrdiff_t worthTrying;
     ptrdiff_t length() const { return last - first + 1; }
   };
 
@@ -93,14 +93,14 @@ class IndexSort {
     // The larger part waits, so each one waiting is at most half of the one before it.
     Segment waiting[32];
     int count = 0;
-    Segment s{0, len_ - 1, 4 * kAtOnce};
+    Segment s{0, len_ - 1, kAtOnce};
     for (;;) {
       const ptrdiff_t n = s.length();
       if (n <= kSelectedUpTo) {
         select(s);
       } else if (steps < 0) {
         heapSort(s);
-      } else if (!tryAtOnce(s)) {
+      } else if (n < kTriedFrom || n > s.worthTrying || !sortAtOnce(s)) {
         steps -= n;
         const auto [left, right] = partition(s);
         const bool leftIsLarger = left.length() >= right.length();
@@ -120,16 +120,9 @@ class IndexSort {
     }
   }
 
-  bool tryAtOnce(Segment& s) const {
-    const ptrdiff_t n = s.length();
-    if (n < kTriedFrom || 4 * n > s.tried) return false;
-    s.tried = n;
-    return sortAtOnce(s);
-  }
-
   // Keys and places in one number, in order; false, and nothing done, if two keys are equal, or in 64 bits too close to be
   // told apart by what the place leaves of them, or if one is NaN.
-  bool sortAtOnce(Segment s) const {
+  bool sortAtOnce(Segment& s) const {
     if constexpr (kAtOnce > 0) {
       using K = KeyOf<T, Order::kDescending>;
       using Key = typename K::Key;
@@ -149,11 +142,17 @@ class IndexSort {
         key = sizeof(T) < 8 ? key << kPlaceBits : (key & ~kPlaces) ^ (uint64_t{1} << 63);
         sorted[i] = static_cast<Kvr64s>(key | i);
       }
-      if (anyNaN) return false;
+      if (anyNaN) {
+        s.worthTrying = s.length() / 4;
+        return false;
+      }
       sortAlignedKeys(sorted, n);
-      bool anyEqual = false;
-      for (size_t i = 1; i < n; ++i) anyEqual |= static_cast<uint64_t>(sorted[i] ^ sorted[i - 1]) <= kPlaces;
-      if (anyEqual) return false;
+      ptrdiff_t equal = 0;
+      for (size_t i = 1; i < n; ++i) equal += static_cast<uint64_t>(sorted[i] ^ sorted[i - 1]) <= kPlaces;
+      if (equal != 0) {
+        s.worthTrying = s.length() / (2 * equal);
+        return false;
+      }
       for (size_t i = 0; i < n; ++i) {
         const size_t from = static_cast<size_t>(sorted[i]) & kPlaces;
         a_.put(s.first + static_cast<ptrdiff_t>(i), keys[from], indices[from]);
@@ -197,6 +196,8 @@ class IndexSort {
     const T pivot = a_.key(middle);
     const auto notBehind = [pivot](T key) { return key == pivot || Order::before(key, pivot); };
     ptrdiff_t i = s.first + 1, j = s.last;
+    exchangeByPieces(
+        i, j, [=](T key) { return !notBehind(key); }, [pivot](T key) { return !Order::before(pivot, key); });
     for (;;) {
       while (i <= j && notBehind(a_.key(i))) ++i;
       while (i <= j && Order::before(pivot, a_.key(j))) --j;
@@ -210,7 +211,42 @@ class IndexSort {
     if constexpr (std::is_floating_point_v<T>) {
       while (right <= s.last && notBehind(a_.key(right))) ++right;
     }
-    return {{s.first, left, s.tried}, {right, s.last, s.tried}};
+    return {{s.first, left, s.worthTrying}, {right, s.last, s.worthTrying}};
+  }
+
+  // The exchanges of a partition while i and j are far apart. Where the searches stop is written down for a piece of keys at
+  // each end, without a jump that depends on a key, as half of these would be foretold wrongly; then as many are
+  // exchanged as both have. (Edelkamp, Weiss: BlockQuicksort, 2016.)
+  template <class StopsUp, class StopsDown>
+  KVRS_INLINE void exchangeByPieces(ptrdiff_t& i, ptrdiff_t& j, StopsUp stopsUp, StopsDown stopsDown) const {
+    constexpr ptrdiff_t kPiece = 128;
+    struct Stops {
+      uint8_t at[kPiece];
+      int first = 0, end = 0;
+      int count() const { return end - first; }
+    } up, down;
+    while (j - i + 1 >= 2 * kPiece) {
+      if (up.count() == 0) {
+        up.first = up.end = 0;
+        for (int k = 0; k < kPiece; ++k) {
+          up.at[up.end] = static_cast<uint8_t>(k);
+          up.end += stopsUp(a_.key(i + k));
+        }
+      }
+      if (down.count() == 0) {
+        down.first = down.end = 0;
+        for (int k = 0; k < kPiece; ++k) {
+          down.at[down.end] = static_cast<uint8_t>(k);
+          down.end += stopsDown(a_.key(j - k));
+        }
+      }
+      for (int n = up.count() < down.count() ? up.count() : down.count(); n > 0; --n)
+        a_.exchange(i + up.at[up.first++], j - down.at[down.first++]);
+      if (up.count() == 0) i += kPiece;
+      if (down.count() == 0) j -= kPiece;
+    }
+    if (up.count() != 0) i += up.at[up.first];
+    if (down.count() != 0) j -= down.at[down.first];
   }
 
   void heapSort(Segment s) const {
