@@ -37,21 +37,24 @@ struct Root {
 constexpr ptrdiff_t kBlock = 16;
 
 using D32f = Lanes < float, kLanes<float><16 ? kLanes<float> : 16>;
-constexpr int kVectors = static_cast<int>(kBlock / hn::MaxLanes(D32f()));
+// Four vectors are asked together.
+constexpr ptrdiff_t kTogether = 4 * hn::MaxLanes(D32f());
 
-// Whether all of them were ordinary; else nothing is stored.
-KVRS_INLINE bool rootsOfBlock(const Kvr32f* src, Kvr32f* dst) {
+// Roots of so many singles. Whether all of them were ordinary; else nothing is stored.
+template <ptrdiff_t count>
+KVRS_INLINE bool estimatedRoots(const Kvr32f* src, Kvr32f* dst) {
   const D32f d;
-  hn::Vec<D32f> root[kVectors];
-  auto areOrdinary = hn::FirstN(d, hn::MaxLanes(d));
+  constexpr int kVectors = static_cast<int>(count / hn::MaxLanes(d));
+  hn::Vec<D32f> root[kVectors], sum = hn::Zero(d);
   unroll<kVectors>([&](auto k) KVRS_UNROLLED {
     const auto x = hn::LoadU(d, src + k * hn::MaxLanes(d));
     const auto y = hn::ApproximateReciprocalSqrt(x);
     const auto t = hn::Mul(x, y), half = hn::Mul(t, hn::Set(d, -0.5f));
     root[k] = hn::Mul(hn::MulSub(t, y, hn::Set(d, 3.0f)), half);
-    const auto isOrdinary = hn::Gt(half, hn::Set(d, -std::numeric_limits<float>::infinity()));
-    areOrdinary = hn::And(areOrdinary, isOrdinary);
+    sum = k == 0 ? half : hn::Add(sum, half);
   });
+  // Minus infinity or NaN if one of its terms is; the others are finite, above -2^64.
+  const auto areOrdinary = hn::Gt(sum, hn::Set(d, -std::numeric_limits<float>::infinity()));
   if (__builtin_expect(!hn::AllTrue(d, areOrdinary), false)) return false;
   unroll<kVectors>([&](auto k) KVRS_UNROLLED { hn::StoreU(root[k], d, dst + k * hn::MaxLanes(d)); });
   return true;
@@ -77,9 +80,19 @@ KvrStatus rootsInOne(const Kvr32f* src, Kvr32f* dst, ptrdiff_t len) {
   const ptrdiff_t head = toAligned < len ? toAligned : len;
   exactly(0, head);
   ptrdiff_t i = head;
-  for (; len - i >= kBlock; i += kBlock) {
-    if (__builtin_expect(!rootsOfBlock(src + i, dst + i), false)) exactly(i, kBlock);
+  const auto blockwise = [&](ptrdiff_t end) {
+    for (; end - i >= kBlock; i += kBlock) {
+      if (!estimatedRoots<kBlock>(src + i, dst + i)) exactly(i, kBlock);
+    }
+  };
+  while (len - i >= kTogether) {
+    if (__builtin_expect(estimatedRoots<kTogether>(src + i, dst + i), true)) {
+      i += kTogether;
+    } else {
+      blockwise(i + kTogether);
+    }
   }
+  blockwise(len);
   // Of the rest the odd element at the end is asked for nothing but its sign, which NaN has too.
   if ((len - i) % 2 != 0) {
     const Kvr32f last = unaligned::get(src + (len - 1));
