@@ -83,7 +83,7 @@ KVRS_INLINE V join(D d, PowerAndFactor<V> x) {
   const auto set = [d](T c) __attribute__((always_inline)) {
     return hn::Set(d, c);
   };
-  const V f = hn::Sub(x.m, set(1)), high = hn::Mul(x.k, set(C::kLn2));
+  const V f = hn::Sub(x.m, set(1));
   if constexpr (sizeof(T) == 4) {
     constexpr auto& p = C::kP;
     const V ff = hn::Mul(f, f);
@@ -92,7 +92,8 @@ KVRS_INLINE V join(D d, PowerAndFactor<V> x) {
     const V p45 = hn::MulAdd(f, set(p[5]), set(p[4])), p67 = hn::MulAdd(f, set(p[7]), set(p[6]));
     const V sum = hn::MulAdd(ff, hn::MulAdd(ff, hn::MulAdd(ff, p67, p45), p23), p01);
     const V q = hn::MulAdd(f, sum, set(-0.5f));
-    const V s = hn::Add(high, f), lost = hn::Add(hn::Sub(high, s), f);
+    const V s = hn::MulAdd(x.k, set(C::kLn2), f);
+    const V lost = hn::Add(hn::MulSub(x.k, set(C::kLn2), s), f);  // k ln 2 is exact, fused or not
     return hn::Add(s, hn::MulAdd(ff, q, hn::MulAdd(x.k, set(C::kLn2Low), lost)));
   } else {
     constexpr auto& r = C::kR;
@@ -103,7 +104,7 @@ KVRS_INLINE V join(D d, PowerAndFactor<V> x) {
     const V half = hn::Mul(hn::Mul(f, set(0.5)), f);
     const V rest = hn::MulAdd(z, hn::MulAdd(z, odd, even), half);
     const V low = hn::Sub(half, hn::MulAdd(s, rest, hn::Mul(x.k, set(C::kLn2Low))));
-    return hn::Sub(high, hn::Sub(low, f));
+    return hn::Sub(hn::Mul(x.k, set(C::kLn2)), hn::Sub(low, f));
   }
 }
 
@@ -112,8 +113,19 @@ KVRS_INLINE V join(D d, PowerAndFactor<V> x) {
 // Which lanes hold positive normal numbers.
 template <class D, class V = hn::Vec<D>>
 KVRS_INLINE auto isPositiveNormal(D d, V x) {
-  using L = std::numeric_limits<hn::TFromD<D>>;
-  return hn::And(hn::Ge(x, hn::Set(d, L::min())), hn::Lt(x, hn::Set(d, L::infinity())));
+  using T = hn::TFromD<D>;
+  using L = std::numeric_limits<T>;
+  if constexpr (sizeof(T) == 4) {
+    // Counted from the smallest one on, their bits are the lowest of all: one comparison.
+    const hn::RebindToSigned<D> di;
+    constexpr uint32_t kFirst = std::bit_cast<uint32_t>(L::min()),
+                       kEnd = std::bit_cast<uint32_t>(L::infinity());
+    constexpr auto counted = [](uint32_t bits) { return static_cast<int32_t>(bits - kFirst + 0x80000000u); };
+    const auto fromFirst = hn::Add(hn::BitCast(di, x), hn::Set(di, counted(0)));
+    return hn::RebindMask(d, hn::Lt(fromFirst, hn::Set(di, counted(kEnd))));
+  } else {
+    return hn::And(hn::Ge(x, hn::Set(d, L::min())), hn::Lt(x, hn::Set(d, L::infinity())));
+  }
 }
 
 // ln x of positive normal numbers; of others any number.

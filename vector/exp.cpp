@@ -43,10 +43,14 @@ struct Exponential32f {
     const V p = hn::Mul(r, hn::Add(s, set(50.0f))), q = hn::Mul(set(12.0f), s);
     const V divisor = hn::Sub(q, p), estimate = hn::ApproximateReciprocal(divisor);
     const V inverse = hn::Mul(estimate, hn::NegMulAdd(divisor, estimate, set(2.0f)));
-    const auto power = hn::Add(hn::ShiftLeft<23>(hn::BitCast(di, whole)), hn::BitCast(di, set(1.0f)));
-    const V y = hn::Mul(hn::Mul(hn::Add(q, p), inverse), hn::BitCast(d, power));
-    const auto isUsual = hn::And(hn::Gt(x, set(kLowest)), hn::Le(x, set(kHighest)));
-    if (__builtin_expect(hn::AllTrue(d, isUsual), true)) return y;
+    const V power = hn::Mul(hn::Add(q, p), inverse);  // e^r
+    const auto exponent = hn::ShiftLeft<23>(hn::BitCast(di, whole));
+    // Between the limits 2^n times a number next to 1 is the number with n more in its exponent; the lower limit may as well
+    // be the other's opposite here.
+    const auto isUsual = hn::Le(hn::Abs(x), set(kHighest));
+    if (__builtin_expect(hn::AllTrue(d, isUsual), true))
+      return hn::BitCast(d, hn::Add(hn::BitCast(di, power), exponent));
+    const V y = hn::Mul(power, hn::BitCast(d, hn::Add(exponent, hn::BitCast(di, set(1.0f)))));
     // As integers: positive NaN lies above infinity. A negative NaN is what the arithmetic has made of it.
     const auto bits = hn::BitCast(di, x), infinity = hn::Set(di, 0x7F800000),
                quietNaN = hn::Set(di, 0x7FC00000);
