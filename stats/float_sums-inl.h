@@ -3,6 +3,7 @@
 #ifndef KVRS_STATS_FLOAT_SUMS_INL_H
 #define KVRS_STATS_FLOAT_SUMS_INL_H
 
+#include <cmath>
 #include <cstddef>
 #include <cstdint>
 
@@ -156,7 +157,8 @@ Sums<long double> accurateSums(const Kvr32f* src, size_t len) {
 //
 // With M for the sum of all magnitudes, an addition errs by at most 2^-52 M in double and 2^-63 M in extended precision, in
 // any rounding mode. Every one of the eight extended sums takes len / 8 elements, a share of M that adds up to M over all
-// eight, and at most seven more; three additions join them. A lane of doubles takes its part of a piece likewise.
+// eight, and at most seven more; three additions join them. A lane of doubles takes its part of a piece likewise. Where
+// there are squares, whose sum is B, M is not computed: it is at most sqrt(n B).
 template <int kParts, bool kSquares>
 struct Estimate {
   Sums<long double> sums;
@@ -166,24 +168,24 @@ struct Estimate {
 // Shorter vectors are as fast the other way.
 inline constexpr size_t kEstimatedFrom = 32;
 
-template <class V, bool kSquares>
-struct Magnitudes {
-  V sum, size, squares;
+// Sums, and those of the squares or of the magnitudes.
+template <class V>
+struct SumAndSize {
+  V sum, size;
 };
 template <bool kSquares>
-struct SumMagnitudes {
+struct SumWithSize {
   template <class V, class X>
-  KVRS_INLINE void operator()(Magnitudes<V, kSquares>& acc, X single) const {
+  KVRS_INLINE void operator()(SumAndSize<V>& acc, X single) const {
     const V x = hn::PromoteTo(hn::DFromV<V>(), single);
     acc.sum = hn::Add(acc.sum, x);
-    acc.size = hn::Add(acc.size, hn::Abs(x));
-    if (kSquares) acc.squares = hn::Add(acc.squares, hn::Mul(x, x));  // a product that is exact
+    // The product is exact, fused or not.
+    acc.size = kSquares ? hn::MulAdd(x, x, acc.size) : hn::Add(acc.size, hn::Abs(x));
   }
   template <class V>
-  KVRS_INLINE void join(Magnitudes<V, kSquares>& a, const Magnitudes<V, kSquares>& b) const {
+  KVRS_INLINE void join(SumAndSize<V>& a, const SumAndSize<V>& b) const {
     a.sum = hn::Add(a.sum, b.sum);
     a.size = hn::Add(a.size, b.size);
-    if (kSquares) a.squares = hn::Add(a.squares, b.squares);
   }
 };
 
@@ -196,8 +198,8 @@ template <int kParts, bool kSquares>
   Estimate<kParts, kSquares> e{};
   long double size = 0;
   forPieces(len * kParts, kPieceNumbers, [&](size_t begin, size_t count) KVRS_UNROLLED {
-    const Magnitudes<hn::Vec<D>, kSquares> start{zero, zero, zero};
-    const auto acc = reduce<double, k>(SumMagnitudes<kSquares>(), start, count, src + begin);
+    const SumAndSize<hn::Vec<D>> start{zero, zero};
+    const auto acc = reduce<double, k>(SumWithSize<kSquares>(), start, count, src + begin);
     if constexpr (kParts == 1) {
       e.sums.sum[0] += sumLanes(acc.sum);
     } else {
@@ -206,10 +208,13 @@ template <int kParts, bool kSquares>
       for (size_t l = 0; l < N; ++l) e.sums.sum[l % 2] += lanes[l];
     }
     size += sumLanes(acc.size);
-    if (kSquares) e.sums.squares += sumLanes(acc.squares);
   });
   // Additions to an element of a lane, of the lanes and of the pieces; and what the bound itself has lost.
   const long double n = static_cast<long double>(len);
+  if constexpr (kSquares) {
+    e.sums.squares = size;
+    size = std::sqrt(n * kParts * size);
+  }
   constexpr long double kInDouble = (kPieceNumbers / (k * N) + 16) * 0x1p-52L;
   const long double relative = 1.001L * (kInDouble + (n / 8 + n / 1024 + 64) * 0x1p-63L);
   e.error = relative * size;
