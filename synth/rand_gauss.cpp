@@ -26,8 +26,8 @@ struct Drawn {
 void draw(RandomStream& stream, Drawn& drawn, size_t pairs) {
   constexpr double kScale = 4.656612873077e-10;
   for (size_t i = 0; i < pairs;) {
-    const double u = stream.next() * kScale;
-    const double v = stream.next() * kScale;
+    const auto words = stream.nextTwo();
+    const double u = words.first * kScale, v = words.second * kScale;
     const double q = u * u + v * v;
     drawn.pair[i] = {v, u};
     drawn.q[i] = q;

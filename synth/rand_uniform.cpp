@@ -56,7 +56,12 @@ template <To to, class T>
 void uniform(RandomStream& stream, Range range, T* dst, size_t len) {
   RandomStream local = stream;
   generate<int32_t>(InRange<to>{range}, dst, len, [&](int32_t* tile, size_t count) {
-    for (size_t i = 0; i < count; ++i) tile[i] = local.next();
+    for (size_t i = 0; i + 2 <= count; i += 2) {
+      const auto words = local.nextTwo();
+      tile[i] = words.first;
+      tile[i + 1] = words.second;
+    }
+    if (count % 2 != 0) tile[count - 1] = local.next();
   });
   stream = local;
 }
