@@ -1,5 +1,5 @@
-// The loop from both ends of an array: element n and its mirror image len - 1 - n at once, as symmetric windows and
-// exchanges want it.
+// The loop from both ends of an array: element n and its mirror image len - 1 - n at once, as symmetric windows
+// want it.
 //
 //        n, n + 1, ...                                     ..., len - 2 - n, len - 1 - n
 //   |------------|------------| -->              <-- |------------|------------|

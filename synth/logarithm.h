@@ -1,4 +1,6 @@
-// The natural logarithm of doubles between 0 and 1, in plain sums and products, so that all modules agree to the bit.
+// The natural logarithm of doubles between 0 and 1, in plain sums and products, so that all modules agree to the bit: a seed
+// has one sequence of random numbers everywhere. The one in frame/logarithm.h fuses products and sums where the module can,
+// has special values too, and single precision; it is faster and may differ between modules in the last bit.
 //
 // q = m * 2^k with m between the square roots of 1/2 and of 2, and with f = m - 1, which is exact, and s = f / (2 + f)
 //
