@@ -109,6 +109,36 @@ TEST(Window, EndsOfThree) {
   EXPECT_EQ(y[0], y[2]);
 }
 
+// Whole vectors, parts of them and what is left in the middle: a weight is the same at both ends.
+template <class T, class Call>
+void expectSymmetric(Call call) {
+  for (int len = 3; len <= 2100; ++len) {
+    const std::vector<T> ones(static_cast<size_t>(len), T(1));
+    std::vector<T> y(ones.size());
+    ASSERT_EQ(kvrStatusOk, call(ones.data(), y.data(), len));
+    for (size_t i = 0; i < y.size() / 2; ++i)
+      ASSERT_TRUE(sameBits(y[i], y[y.size() - 1 - i])) << i << " of " << len;
+  }
+}
+
+TEST(Window, SymmetricToTheBit) {
+  expectSymmetric<Kvr32f>(kvrsWinBartlett_32f);
+  expectSymmetric<Kvr64f>(kvrsWinBartlett_64f);
+  expectSymmetric<Kvr32f>(kvrsWinHann_32f);
+  expectSymmetric<Kvr64f>(kvrsWinHann_64f);
+  expectSymmetric<Kvr32f>(kvrsWinHamming_32f);
+  expectSymmetric<Kvr64f>(kvrsWinHamming_64f);
+  expectSymmetric<Kvr32f>(kvrsWinBlackmanStd_32f);
+  expectSymmetric<Kvr64f>(kvrsWinBlackmanStd_64f);
+  const auto kaiser = [](auto call) {
+    return [call](const auto* src, auto* dst, int len) {
+      return call(src, dst, len, 16.0f / static_cast<float>(len));
+    };
+  };
+  expectSymmetric<Kvr32f>(kaiser(kvrsWinKaiser_32f));
+  expectSymmetric<Kvr64f>(kaiser(kvrsWinKaiser_64f));
+}
+
 // The definitions with a cosine of each angle: long windows do not drift.
 TEST(Window, CloseToTheirDefinition) {
   for (int len : {5, 64, 1001, 100000, 1000001}) {
