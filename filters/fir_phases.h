@@ -7,6 +7,8 @@
 #ifndef KVRS_FILTERS_FIR_PHASES_H
 #define KVRS_FILTERS_FIR_PHASES_H
 
+#include <numeric>
+
 #include "filters/fir_state.h"
 
 namespace kvrs::fir {
@@ -17,10 +19,12 @@ inline constexpr int kMostPhases = 8, kFewestTapsOfBranch = 4;
 // The most taps of a phase: their inputs have to find room in the nearest cache.
 inline constexpr int kMostTapsOfPhase = 512;
 
-// Whether filters of these rates and so many taps have tables for it.
+// Whether filters of these rates and so many taps have tables for it. With factors that have a common divisor the outputs of
+// an iteration meet some phases more than once and others not at all: so many taps in all only if all phases have as many.
 inline bool hasPhases(const Rates& rates, int tapsLen) {
   return checkRates(rates) == kvrStatusOk && rates.upFactor <= kMostPhases &&
          rates.downFactor <= kMostPhases &&
+         (tapsLen % rates.upFactor == 0 || std::gcd(rates.upFactor, rates.downFactor) == 1) &&
          tapsLen / rates.upFactor / rates.downFactor >= kFewestTapsOfBranch &&
          tapsLen / rates.upFactor <= kMostTapsOfPhase;
 }

@@ -111,6 +111,25 @@ TEST(FirMultirate, FactorsAndPhases) {
   });
 }
 
+// Long filters whose factors have a common divisor: the outputs of an iteration are of a few phases only.
+TEST(FirMultirate, FactorsWithACommonDivisor) {
+  Random random;
+  forKinds([&](const FirKind& kind) {
+    for (Rates rates :
+         {Rates{2, 1, 2, 1}, {2, 0, 4, 0}, {4, 3, 2, 0}, {3, 2, 3, 2}, {4, 1, 6, 5}, {6, 0, 3, 0}}) {
+      for (int tapsLen : {33, 64, 97, 128, 151, 301}) {
+        checkFilter(kind, random, tapsLen, rates);
+        Filter filter(kind, random, tapsLen, rates);
+        filter.alloc();
+        filter.run(random, 100, false);
+        filter.run(random, 100, true);
+        EXPECT_EQ(kvrStatusOk, kind.free(filter.state));
+        if (testing::Test::HasFailure()) return;
+      }
+    }
+  });
+}
+
 TEST(FirMultirate, TapsAboutTheFactors) {
   Random random;
   forKinds([&](const FirKind& kind) {
