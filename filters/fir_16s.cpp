@@ -58,11 +58,12 @@ KvrStatus kvrsFIR_16s_Sfs(const Kvr16s* src, Kvr16s* dst, int len, KvrsFIRState_
   if (kStream_16s.either(state) == kvrStatusOk)
     return filterStream(*state, src, dst, static_cast<size_t>(len),
                         Shift(state->tapsFactor, scaleFactor, state->rndMode));
+  KVRS_CHECK(k_16s.either(state));
   return filterAny<Kvr16s, Kvr16s>(k_16s, *state, src, dst, len, Shift(state->tapsFactor, scaleFactor));
 }
 
 KvrStatus kvrsFIR_16s_ISfs(Kvr16s* srcDst, int len, KvrsFIRState_16s* state, int scaleFactor) noexcept {
-  KVRS_CHECK(pointers(srcDst, state), length(len, srcDst));
+  KVRS_CHECK(pointers(srcDst, state), length(len, srcDst), k_16s.either(state));
   return filterAnyInPlace<Kvr16s, Kvr16s>(k_16s, *state, srcDst, len, Shift(state->tapsFactor, scaleFactor));
 }
 
@@ -113,12 +114,12 @@ KvrStatus kvrsFIROne32s_16s_Sfs(Kvr16s src, Kvr16s* dst, KvrsFIRState32s_16s* st
 
 KvrStatus kvrsFIR32s_16s_Sfs(const Kvr16s* src, Kvr16s* dst, int len, KvrsFIRState32s_16s* state,
                              int scaleFactor) noexcept {
-  KVRS_CHECK(pointers(src, dst, state), length(len, src, dst));
+  KVRS_CHECK(pointers(src, dst, state), length(len, src, dst), k32s_16s.either(state));
   return filterAny<Kvr16s, Kvr16s>(k32s_16s, *state, src, dst, len, Shift(state->tapsFactor, scaleFactor));
 }
 
 KvrStatus kvrsFIR32s_16s_ISfs(Kvr16s* srcDst, int len, KvrsFIRState32s_16s* state, int scaleFactor) noexcept {
-  KVRS_CHECK(pointers(srcDst, state), length(len, srcDst));
+  KVRS_CHECK(pointers(srcDst, state), length(len, srcDst), k32s_16s.either(state));
   return filterAnyInPlace<Kvr16s, Kvr16s>(k32s_16s, *state, srcDst, len,
                                           Shift(state->tapsFactor, scaleFactor));
 }

@@ -55,14 +55,14 @@ KvrStatus kvrsFIROne32sc_16sc_Sfs(Kvr16sc src, Kvr16sc* dst, KvrsFIRState32sc_16
 
 KvrStatus kvrsFIR32sc_16sc_Sfs(const Kvr16sc* src, Kvr16sc* dst, int len, KvrsFIRState32sc_16sc* state,
                                int scaleFactor) noexcept {
-  KVRS_CHECK(pointers(src, dst, state), length(len, src, dst));
+  KVRS_CHECK(pointers(src, dst, state), length(len, src, dst), k32sc_16sc.either(state));
   return filterAny<Kvr16sc, Kvr16sc>(k32sc_16sc, *state, src, dst, len,
                                      Shift(state->tapsFactor, scaleFactor));
 }
 
 KvrStatus kvrsFIR32sc_16sc_ISfs(Kvr16sc* srcDst, int len, KvrsFIRState32sc_16sc* state,
                                 int scaleFactor) noexcept {
-  KVRS_CHECK(pointers(srcDst, state), length(len, srcDst));
+  KVRS_CHECK(pointers(srcDst, state), length(len, srcDst), k32sc_16sc.either(state));
   return filterAnyInPlace<Kvr16sc, Kvr16sc>(k32sc_16sc, *state, srcDst, len,
                                             Shift(state->tapsFactor, scaleFactor));
 }

@@ -4,6 +4,7 @@
 #define KVRS_TESTS_CONTRACT_CONTRACT_H
 
 #include <array>
+#include <optional>
 #include <span>
 #include <type_traits>
 
@@ -36,6 +37,7 @@ struct Values {
   struct Value {
     void* pointer = nullptr;
     double number = 0;
+    std::optional<double> imaginary = {};  // of a complex number, if it is not `number` too
   };
   std::array<Value, 16> at;
 
@@ -53,7 +55,7 @@ struct Values {
     } else {
       T complex;
       complex.re = static_cast<decltype(complex.re)>(number);
-      complex.im = static_cast<decltype(complex.im)>(number);
+      complex.im = static_cast<decltype(complex.im)>(at[i].imaginary.value_or(number));
       return complex;
     }
   }

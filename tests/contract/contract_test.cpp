@@ -16,6 +16,7 @@
 #include <vector>
 
 #include "tests/contract/arguments.h"
+#include "tests/support/arena.h"
 #include "tests/support/core.h"
 
 using namespace kvrs::test;
@@ -386,6 +387,17 @@ TEST(Contract, Contexts) {
         }
       }
     }
+  });
+}
+
+// Nothing behind a wrong word is looked at.
+TEST(Contract, WordsWithoutRecords) {
+  Arena arena;
+  forAllContexts([&](const Function& f, Call& call, int i) {
+    if (f.parameters[i].kind == Kind::contexts) return;
+    call.reset();
+    call[i].pointer = arena.place<uint32_t>(1);
+    EXPECT_EQ(kvrStatusContextMismatch, call.run()) << f.name;
   });
 }
 

@@ -15,6 +15,7 @@ import re
 import struct
 import subprocess
 import sys
+from pathlib import Path
 
 # Pattern on the function's name -> largest difference in units of the type's epsilon.
 ORDER_FREE = [
@@ -124,13 +125,17 @@ def is_near(letter, a, b, n):
     return all(abs(x - y) <= most for x, y in zip(struct.unpack(layout, a), struct.unpack(layout, b)))
 
 
+def is_runnable(module):
+    """Whether this processor can run a module."""
+    needs = {"v3": "avx2", "v4": "avx512vl"}.get(module)
+    return needs is None or needs in Path("/proc/cpuinfo").read_text()
+
+
 def main():
     runs = [argument.split("=") for argument in sys.argv[1:]]
-    flags = open("/proc/cpuinfo").read()
     runnable = []
     for module, program, directory in runs:
-        needs = {"v3": "avx2", "v4": "avx512vl"}.get(module)
-        if needs and needs not in flags:
+        if not is_runnable(module):
             print(f"{module}: skipped, this processor cannot run it")
         else:
             runnable.append((module, outputs(program, directory)))
