@@ -15,7 +15,8 @@ import make_contract_table  # noqa: E402
 
 # Sums of open order besides those of compare_modules.py, whose data do not show it: random taps and samples lie close
 # enough to a half between two integers now and then.
-OPEN_ORDER = r"kvrs(FIR|IIR)Sparse_32f|kvrsIIR(32|64)[fs]c?_.*|kvrsFIR(MR)?(32|64)fc?_.*|kvrsFIR_32s_.*"
+OPEN_ORDER = (r"kvrs(FIR|IIR)Sparse_32f|kvrsIIR(One)?(32|64)[fs]c?_.*|kvrsIIR_(BiQuad)?Direct_16s(_I)?"
+              r"|kvrsFIR(MR|One)?(32|64)fc?_.*|kvrsFIR(One)?_32s_.*")
 GROUP = re.compile(r"@defgroup (\w+)")
 
 
