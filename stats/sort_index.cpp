@@ -76,9 +76,12 @@ class IndexSort {
   static constexpr ptrdiff_t kSelectedUpTo = 9;
 
   // Segments of at most kAtOnce elements may have no two equal keys; then they have one order only, which a faster sort finds
-  // as well. Of 8u and 16-bit keys only short ones are worth the try, and shorter ones than kTriedFrom of none.
+  // as well. Of 8u and 16-bit keys only short ones are worth the try, and shorter ones than kTriedFrom of none. In
+  // s8, which neither compares lanes of 64 bits in one operation nor merges them, the other sort is no faster.
   static constexpr int kPlaceBits = 11;
-  static constexpr ptrdiff_t kAtOnce = sizeof(T) == 1 ? 0 : sizeof(T) == 2 ? 128 : ptrdiff_t{1} << kPlaceBits;
+  static constexpr ptrdiff_t kAtOnce = sizeof(T) == 1 || !kBlends ? 0
+                                       : sizeof(T) == 2           ? 128
+                                                                  : ptrdiff_t{1} << kPlaceBits;
   static constexpr ptrdiff_t kTriedFrom = 32;
 
   // `worthTrying` is the length up to which equal keys are unlikely, by what the last try has met.
@@ -219,7 +222,7 @@ class IndexSort {
   // exchanged as both have. (Edelkamp, Weiss: BlockQuicksort, 2016.)
   template <class StopsUp, class StopsDown>
   KVRS_INLINE void exchangeByPieces(ptrdiff_t& i, ptrdiff_t& j, StopsUp stopsUp, StopsDown stopsDown) const {
-    constexpr ptrdiff_t kPiece = 128;
+    constexpr ptrdiff_t kPiece = 32;
     struct Stops {
       uint8_t at[kPiece];
       int first = 0, end = 0;
