@@ -57,12 +57,12 @@ class Places {
 };
 
 // Where the vectorised quicksort is faster, with the same result, as equal keys are equal bits: in wide vectors, and where
-// the tables of counts are longer than the vector.
+// the tables of counts are longer than the vector; in s8, whose vectors have no extremes of 32 bits, not for long.
 template <class Key>
-constexpr size_t kCountedFrom = sizeof(Key) == 2    ? 256
-                                : kVectorBytes > 16 ? SIZE_MAX
-                                : sizeof(Key) == 4  ? 2048
-                                                    : 8192;
+constexpr size_t kCountedFrom = sizeof(Key) == 2 || !kBlends ? 256
+                                : kVectorBytes > 16          ? SIZE_MAX
+                                : sizeof(Key) == 4           ? 2048
+                                                             : 8192;
 template <class K, bool kKeysRemain, class Key = typename K::Key>
 [[gnu::noinline]] Key* vectorSort(Key* src, size_t len) {
   using Signed = std::make_signed_t<Key>;
