@@ -95,7 +95,7 @@ function(kvrs_add_core bits)
   kvrs_abi_flags(${bits} abi)
   add_library(kvrscore_${bits} SHARED core/core.c)
   target_include_directories(kvrscore_${bits} PUBLIC
-    $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}/include> $<INSTALL_INTERFACE:include>)
+    $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}/include> $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}>)
   target_compile_options(kvrscore_${bits} PRIVATE ${abi} -fvisibility=hidden -Wall -Wextra)
   target_link_options(kvrscore_${bits} PRIVATE ${abi} ${KVRS_LINK_FLAGS})
   set_target_properties(kvrscore_${bits} PROPERTIES
@@ -111,7 +111,7 @@ function(kvrs_add_module module)
   add_library(${target} SHARED ${KVRS_SOURCES})
   target_compile_features(${target} PRIVATE cxx_std_20)
   target_include_directories(${target} PUBLIC
-    $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}/include> $<INSTALL_INTERFACE:include>
+    $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}/include> $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}>
     PRIVATE ${PROJECT_SOURCE_DIR})
   target_compile_definitions(${target} PRIVATE KVRS_TARGET_CPU="${module}")
   target_compile_options(${target} PRIVATE ${row_flags} ${KVRS_MODULE_COMPILE_FLAGS})

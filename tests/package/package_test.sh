@@ -180,8 +180,8 @@ readme() {
   mkdir build
   ln -s "$stage" build/stage
   block c >main.c
-  # Of the commands, those for pkg-config.
-  block sh | grep -v '^\./kvrs' >commands.sh
+  # Of the commands, those for the installed tree.
+  block sh | sed -n '/^export PKG_CONFIG_PATH/,/^cc /p' >commands.sh
   PATH=$scratch/readme/bin:$PATH
   mkdir bin
   ln -s "$(command -v "$CC")" bin/cc
