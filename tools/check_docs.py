@@ -1,7 +1,8 @@
 #!/usr/bin/env python3
 # SPDX-License-Identifier: MIT
 """Checks that what README.md and docs/ name exists: links, paths, commands of ./kvrs and their options, presets, and
-names of functions. Checks what is generated and kept besides: the table in README.md, the texts of statuses."""
+names of functions. Checks what is generated and kept besides: the table in README.md, the texts of statuses, the
+version of the Debian packages."""
 import json
 import re
 import subprocess
@@ -99,6 +100,9 @@ def main():
         for path in (snippet, snippet.with_suffix(".out")):
             if not path.exists():
                 bad.append(f"include/{header}: its family has no {path.relative_to(TOP)}")
+    version = re.search(r"project\(kvrs VERSION ([0-9.]+)", (TOP / "CMakeLists.txt").read_text()).group(1)
+    if not (TOP / "debian/changelog").read_text().startswith(f"kvrs ({version}) "):
+        bad.append(f"debian/changelog:1: the version is not {version}, that of CMakeLists.txt")
     for tool in ("families.py", "make_status_text.py"):
         done = subprocess.run([sys.executable, TOP / "tools" / tool, "--check"], capture_output=True, text=True)
         if done.returncode != 0:

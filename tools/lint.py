@@ -39,6 +39,9 @@ CXX = {".c", ".h", ".cpp"}
 # Formats without comments, and what has its own way to say it.
 NO_LICENCE_TAG = {".json", ".md", ".out", ".png", ".svg"}
 NO_LICENCE_TAG_NAMES = {"LICENSE", ".gitignore", ".clang-format"}
+# Formats of Debian's tools, some without comments; debian/copyright tells their licence.
+NO_LICENCE_TAG_ROOMS = {"debian"}
+MAKEFILES = {"rules"}
 BINARY = {".png"}
 MOST_COLUMNS = 120
 
@@ -112,13 +115,14 @@ def check_text(path, text, findings):
     if text and not text.endswith("\n"):
         findings.add(path, text.count("\n") + 1, "no end of line at the end of the file")
     for number, line in enumerate(text.splitlines(), 1):
-        if "\t" in line:
+        if "\t" in line and path.name not in MAKEFILES:
             findings.add(path, number, "a tab")
         if line != line.rstrip():
             findings.add(path, number, "blanks at the end of the line")
         if len(line) > MOST_COLUMNS and path.suffix in (".py", ".sh"):
             findings.add(path, number, f"{len(line)} columns, {MOST_COLUMNS} at most")
-    if path.suffix not in NO_LICENCE_TAG and path.name not in NO_LICENCE_TAG_NAMES:
+    if (path.suffix not in NO_LICENCE_TAG and path.name not in NO_LICENCE_TAG_NAMES and
+            room_of(path) not in NO_LICENCE_TAG_ROOMS):
         if not any(re.fullmatch(rf"\W*{TAG}\W*", line) for line in text.splitlines()[:30]):
             findings.add(path, 1, f"no line \"{TAG}\" of its own at the head of the file")
 

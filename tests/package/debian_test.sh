@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
-# Installs the Debian packages of a directory in an empty system, as README.md says, and builds its program there by
-# pkg-config alone: debian_test.sh DIRECTORY. The system of amd64 then takes the packages of i386 beside the others.
+# Installs the Debian packages of a directory in an empty system of amd64, as README.md says, and builds its program
+# there by pkg-config alone; then those of i386 beside them, and once more: debian_test.sh DIRECTORY. MIRROR is where
+# the system comes from.
 # SPDX-License-Identifier: MIT
 set -euo pipefail
 
@@ -21,6 +22,7 @@ chmod -R a+rX "$scratch"
 
 suite=$(. /etc/os-release && echo "$VERSION_CODENAME")
 # shellcheck disable=SC2016  # $1 is the system's directory
-mmdebstrap --aptopt='Acquire::Retries "3"' --variant=minbase --architectures=amd64,i386 --include=gcc,libc6-dev,pkg-config \
-  --customize-hook="copy-in '$scratch/kvrs' /" --customize-hook='chroot "$1" bash /kvrs/debian_system.sh' \
+mmdebstrap --variant=minbase --architectures=amd64,i386 --include=gcc,libc6-dev,pkg-config \
+  --aptopt='Acquire::Retries "3"' --customize-hook="copy-in '$scratch/kvrs' /" \
+  --customize-hook='chroot "$1" bash /kvrs/debian_system.sh' \
   "$suite" /dev/null "${MIRROR:-http://deb.debian.org/debian}"

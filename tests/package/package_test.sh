@@ -62,6 +62,19 @@ exports() {
   "$PYTHON" "$here/../../tools/check_exports.py" $(modules)
 }
 
+# Debian's tools find the names that the symbols file tells them, and no others.
+symbols() {
+  if ! command -v dpkg-gensymbols >/dev/null; then exit 77; fi
+  workplace symbols
+  "$PYTHON" "$here/../../tools/make_debian_symbols.py" >listed
+  local lib
+  for lib in "$stage"/lib*; do
+    echo "$lib"
+    dpkg-gensymbols -c4 -q -plibkvrs6 -v6 -Ilisted -Ofound "-e$lib/libkvrs.so.6" "-e$lib/libkvrscore.so.6" ||
+      fail "see above"
+  done
+}
+
 pkgconfig() {
   local bits=$1 lib
   if ! command -v pkg-config >/dev/null; then exit 77; fi
