@@ -13,13 +13,13 @@ namespace {
 
 // What a word becomes: word * scale + mean.
 struct Range {
-  double scale, mean;
+  double mean, scale;
 };
 
 // `low` and `high` of an integer type are added and subtracted as int.
 template <class T>
 Range rangeOf(T low, T high) {
-  return {static_cast<double>(high - low) * 2.3283064365387e-10, static_cast<double>(low + high) * 0.5};
+  return {static_cast<double>(low + high) * 0.5, static_cast<double>(high - low) * 2.3283064365387e-10};
 }
 
 enum class To { nearest, zero };

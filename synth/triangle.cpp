@@ -32,11 +32,11 @@ struct Legs {
 };
 
 struct Wave {
-  alignas(8) double step;
-  double value;
+  double step, value;
   int32_t rising;
 
-  Wave() = default;
+  Wave(double wasStep, double wasValue, int32_t wasRising)
+      : step(wasStep), value(wasValue), rising(wasRising) {}
   Wave(const Legs& legs, double magn, double asym, double phase) {
     const double l2 = kPi + asym, l1 = kPi - asym;
     if (phase < l2) {
@@ -143,7 +143,8 @@ struct KvrsTriangleState_16s {
   alignas(8) double magn;
   double rFreq, phase, asym;
   Legs legs;
-  Wave wave;
+  double step, value;  // from here on a Wave, which as a member would end with padding
+  int32_t rising;
   int32_t allocated;
   int32_t started;
 
@@ -154,6 +155,13 @@ struct KvrsTriangleState_16s {
     rFreq = rFreqQ15 * kQ15;
     phase = phaseQ15 * kQ15;
     asym = asymQ15 * kQ15;
+  }
+
+  Wave wave() const { return {step, value, rising}; }
+  void keep(const Wave& from) {
+    step = from.step;
+    value = from.value;
+    rising = from.rising;
   }
 };
 
@@ -194,10 +202,12 @@ KvrStatus kvrsTriangleQ15_16s(Kvr16s* dst, int len, KvrsTriangleState_16s* state
   KVRS_CHECK(pointers(dst, state), lengthOf<Kvr16s>(len), context(state, KvrsTriangleState_16s::kWord));
   if (!state->started) {
     state->legs = Legs(state->magn, state->rFreq, state->asym);
-    state->wave = Wave(state->legs, state->magn, state->asym, state->phase);
+    state->keep({state->legs, state->magn, state->asym, state->phase});
     state->started = 1;
   }
-  real(state->legs, state->wave, state->magn, dst, static_cast<size_t>(len));
+  Wave wave = state->wave();
+  real(state->legs, wave, state->magn, dst, static_cast<size_t>(len));
+  state->keep(wave);
   return kvrStatusOk;
 }
 

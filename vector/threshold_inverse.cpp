@@ -38,7 +38,8 @@ struct ComplexInverse {
 
   template <class D, class V>
   KVRS_INLINE Complex<V> operator()(D d, Complex<V> z) const {
-    const V l = hn::Set(d, level), zero = hn::Zero(d), square = squareOf(z);
+    // A level of -0.0 is one of 0.
+    const V l = hn::Abs(hn::Set(d, level)), zero = hn::Zero(d), square = squareOf(z);
     const auto isBelow = hn::Lt(square, hn::Mul(l, l)), isNone = hn::Eq(square, zero);
     const V raised = hn::IfThenElse(isBelow, hn::Mul(hn::Sqrt(square), l), square);
     const V divisor = hn::IfThenElse(isNone, l, raised);

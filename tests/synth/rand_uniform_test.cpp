@@ -185,6 +185,13 @@ TEST(RandUniform, SizeAndStateInTheCallersMemory) {
   auto* state = arena.place<uint64_t>(7);
   ASSERT_EQ(kvrStatusOk, kvrsRandUniformInit_16s(reinterpret_cast<KvrsRandUniState_16s*>(state), -7, 9, 42));
   EXPECT_TRUE(arena.intact());
+  const auto* reals = reinterpret_cast<const double*>(state);
+  const auto* integers = reinterpret_cast<const uint32_t*>(state);
+  EXPECT_EQ(1.0, get(reals, 2)) << "mean";
+  EXPECT_EQ(16 * 2.3283064365387e-10, get(reals, 3)) << "scale";
+  EXPECT_EQ(1131199209u, get(integers, 8)) << "lcg";
+  EXPECT_EQ(42u, get(integers, 9)) << "x1";
+  EXPECT_EQ(~0u, get(integers, 12)) << "borrow";
   uint64_t copy[7];  // a state may be copied as bytes
   memcpy(copy, state, sizeof copy);
   for (auto* from :

@@ -245,8 +245,13 @@ TEST(Triangle, Q15StatesInTheCallersMemoryAreLeftAlone) {
   EXPECT_EQ(kvrStatusOk, kvrsTriangleFree(state));
   EXPECT_EQ(blocks, liveBlocks());
   Kvr16s dst[4];
+  const auto* words = reinterpret_cast<const int32_t*>(state);
+  EXPECT_EQ(0, get(words, 32)) << "started";
   EXPECT_EQ(kvrStatusOk, kvrsTriangleQ15_16s(dst, 4, state));
   EXPECT_TRUE(arena.intact());
+  EXPECT_EQ(get(reinterpret_cast<const double*>(state), 13) > 0, get(words, 30)) << "step, rising";
+  EXPECT_EQ(0, get(words, 31)) << "allocated";
+  EXPECT_EQ(1, get(words, 32)) << "started";
 }
 
 }  // namespace

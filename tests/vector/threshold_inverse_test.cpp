@@ -77,6 +77,8 @@ TEST(ThresholdInverse, KnownValues) {
   EXPECT_TRUE(inverses[1].re == 1 && sameBits(0.0, inverses[1].im));
   EXPECT_NEAR(0.6, inverses[2].re, 1e-15);
   EXPECT_NEAR(-0.8, inverses[2].im, 1e-15);
+  ASSERT_EQ(kvrStatusInvZeroWarn, kvrsThreshold_LTInv_64fc(z, inverses, 3, -0.0));
+  EXPECT_EQ(std::numeric_limits<double>::infinity(), inverses[1].re);
 }
 
 // With a level of 0: a zero in each place, on both sides of the length that changes the warning.
