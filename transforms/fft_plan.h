@@ -82,8 +82,8 @@ inline constexpr int kLastSmallOrder = kLanes<T> == 16  ? 7
 // precision has a work area of the transform's length up to there; double precision has none before it is split, and
 // makes do with as much as may lie on the stack, for a while after that, too.
 template <class T>
-inline constexpr int kLastStockhamOrder = sizeof(T) == 4 ? 15 : 10;
-inline constexpr size_t kStackBytes = 16384;
+inline constexpr int kLastStockhamOrder = sizeof(T) == 4 ? 15 : 11;
+inline constexpr size_t kStackBytes = 32768;
 
 template <class T>
 inline constexpr auto kStockhamPlans = [] {
