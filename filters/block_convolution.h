@@ -10,11 +10,14 @@
 #ifndef KVRS_FILTERS_BLOCK_CONVOLUTION_H
 #define KVRS_FILTERS_BLOCK_CONVOLUTION_H
 
+#include <type_traits>
+
 #include "filters/fir_kernel.h"
 #include "frame/threads.h"
 #include "kvrs/arith_float.h"
 #include "kvrs/fft.h"
 #include "kvrs/spectrum.h"
+#include "transforms/fft_convolve.h"
 
 namespace kvrs {
 
@@ -34,6 +37,20 @@ struct BlockTransformOf {
   static constexpr auto forward = kForward;    // (src, dst, spec, buffer)
   static constexpr auto multiply = kMultiply;  // (spectrum, frame, fftLen)
   static constexpr auto inverse = kInverse;    // (frame, spec, buffer)
+
+  // src through all three of them.
+  template <class T>
+  static KvrStatus convolve(const T* src, const T* spectrum, T* frame, size_t fftLen, const Spec* spec,
+                            Kvr8u* buffer) {
+    if constexpr (std::is_floating_point_v<T>) {
+      return fft::convolve(src, spectrum, frame, spec, buffer);
+    } else {
+      KvrStatus status = kForward(src, frame, spec, buffer);
+      if (status == kvrStatusOk) status = kMultiply(spectrum, frame, static_cast<int>(fftLen));
+      if (status == kvrStatusOk) status = kInverse(frame, spec, buffer);
+      return status;
+    }
+  }
 
   static KvrStatus getSize(int order, int* specSize, int* initBufSize, int* workSize) {
     return kGetSize(order, kvrFftDivInvByN, kvrHintNone, specSize, initBufSize, workSize);
@@ -128,9 +145,7 @@ struct BlockConvolution {
          block += static_cast<size_t>(threads)) {
       const size_t begin = block * step(), count = len - begin < step() ? len - begin : step();
       const T* samples = fetch(begin, count, frame);
-      KvrStatus status = Transform::forward(samples, frame, spec, buffer);
-      if (status == kvrStatusOk) status = Transform::multiply(spectrum, frame, static_cast<int>(fftLen));
-      if (status == kvrStatusOk) status = Transform::inverse(frame, spec, buffer);
+      const KvrStatus status = Transform::convolve(samples, spectrum, frame, fftLen, spec, buffer);
       if (status != kvrStatusOk) return status;
       store(frame + overlap, begin, count);
     }

@@ -23,8 +23,11 @@ struct Plan {
   size_t piece;    // taps of a piece; 0: all in one
 };
 
+// Real blocks want 32 points (fft::convolve), and fewer are no gain.
+constexpr int kLeastOrder = 5;
+
 int orderOf(uint64_t points) {
-  int order = 2;
+  int order = kLeastOrder;
   while (uint64_t{1} << order < points) ++order;
   return order;
 }
@@ -48,7 +51,7 @@ Plan planOf(const Sums<D>& s) {
   };
   Plan best{orderOf(behind > inFront ? behind : inFront), static_cast<size_t>(lo), 0};
   uint64_t shortest = timeWith(best.order, 3);
-  for (int order = best.order - 1; order >= 2; --order) {
+  for (int order = best.order - 1; order >= kLeastOrder; --order) {
     const uint64_t points = uint64_t{1} << order;
     const auto compare = [&](uint64_t transforms, uint64_t before, uint64_t piece) {
       const uint64_t time = timeWith(order, transforms);

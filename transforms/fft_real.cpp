@@ -3,6 +3,7 @@
 // SPDX-License-Identifier: MIT
 #include "frame/check.h"
 #include "frame/unaligned.h"
+#include "transforms/fft_convolve.h"
 #include "transforms/fft_engine.h"
 #include "transforms/kernels/real-inl.h"
 
@@ -105,7 +106,36 @@ KvrStatus realInverse(const Record<T>* spec, const T* src, T* dst, Kvr8u* buffer
   return kvrStatusOk;
 }
 
+// Of two spectra that are multiplied the one between never is in memory: the split, the product and the split back are one loop.
+template <class T>
+KvrStatus convolveReal(const Record<T>* spec, const T* src, const T* spectrum, T* dst, Kvr8u* buffer) {
+  const WorkArea work(spec->workSize, buffer);
+  if (!work.ok()) return kvrStatusOutOfMemory;
+  const int order = spec->order - 1;
+  transform(*spec, order, Direction::kForward, src, dst, work.as<T>(), spec->scaleFwd ? spec->scale : T(1));
+  const T re = get(dst), im = get(dst + 1);
+  const T first = (re + im) * get(spectrum), last = (re - im) * get(spectrum + 1);
+  splitSpectrum(SplitProduct<T>{spectrum}, dst, dst, size_t{1} << order, halvesOf(spec));
+  put(first + last, dst);
+  put(first - last, dst + 1);
+  transform(*spec, order, Direction::kInverse, dst, dst, work.as<T>(), spec->scaleInv ? spec->scale : T(1));
+  return kvrStatusOk;
+}
+
 }  // namespace
+
+KvrStatus convolve(const Kvr32f* src, const Kvr32f* spectrum, Kvr32f* dst, const KvrsFFTSpec_R_32f* spec,
+                   Kvr8u* buffer) {
+  KVRS_CHECK(context(spec, kWordR32f));
+  return convolveReal<Kvr32f>(spec, src, spectrum, dst, buffer);
+}
+
+KvrStatus convolve(const Kvr64f* src, const Kvr64f* spectrum, Kvr64f* dst, const KvrsFFTSpec_R_64f* spec,
+                   Kvr8u* buffer) {
+  KVRS_CHECK(context(spec, kWordR64f));
+  return convolveReal<Kvr64f>(spec, src, spectrum, dst, buffer);
+}
+
 }  // namespace kvrs::fft
 
 using kvrs::Packing;

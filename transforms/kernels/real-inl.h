@@ -48,23 +48,38 @@ KVRS_INLINE void splitInverse(D d, Cx<D>& a, Cx<D>& b, Cx<D> w) {
   b = {hn::MulAdd(two, p, re), hn::MulSub(two, q, im)};
 }
 
+template <class D>
+KVRS_INLINE Cx<D> reversed(D d, Cx<D> x) {
+  return {hn::Reverse(d, x.re), hn::Reverse(d, x.im)};
+}
+
+// What is done to numbers k and M-k; b is in order of the lanes of a, and begins at `mirrored` in memory.
 struct SplitForward {
   template <class D>
-  KVRS_INLINE void operator()(D d, Cx<D>& a, Cx<D>& b, Cx<D> w) const {
+  KVRS_INLINE void operator()(D d, Cx<D>& a, Cx<D>& b, Cx<D> w, size_t, size_t) const {
     splitForward(d, a, b, w);
   }
 };
 struct SplitInverse {
   template <class D>
-  KVRS_INLINE void operator()(D d, Cx<D>& a, Cx<D>& b, Cx<D> w) const {
+  KVRS_INLINE void operator()(D d, Cx<D>& a, Cx<D>& b, Cx<D> w, size_t, size_t) const {
     splitInverse(d, a, b, w);
   }
 };
+// There and back, and times another spectrum between the two.
+template <class T>
+struct SplitProduct {
+  const T* spectrum;
 
-template <class D>
-KVRS_INLINE Cx<D> reversed(D d, Cx<D> x) {
-  return {hn::Reverse(d, x.re), hn::Reverse(d, x.im)};
-}
+  template <class D>
+  KVRS_INLINE void operator()(D d, Cx<D>& a, Cx<D>& b, Cx<D> w, size_t k, size_t mirrored) const {
+    const Interleaved<const T, false> other{spectrum};
+    splitForward(d, a, b, w);
+    a = mul(a, other.load(d, k));
+    b = mul(b, reversed(d, other.load(d, mirrored)));
+    splitInverse(d, a, b, w);
+  }
+};
 
 // All k but 0, for M = 2 L or more. src may be dst.
 template <size_t L, class Split, class T>
@@ -76,7 +91,7 @@ void splitVectors(Split split, const T* src, T* dst, size_t M, const T* halves) 
     const size_t mirrored = M - k - L + 1;
     auto a = in.load(d, k);
     auto b = reversed(d, in.load(d, mirrored));
-    split(d, a, b, Table<T>{halves}.load(d, 0));
+    split(d, a, b, Table<T>{halves}.load(d, 0), k, mirrored);
     out.store(d, k, a);
     out.store(d, mirrored, reversed(d, b));
   }
@@ -103,19 +118,19 @@ void splitSpectrumOfAny(Split split, const T* src, T* dst, size_t M, const T* ha
     const size_t mirrored = M - k - kLanes<T> + 1;
     auto a = in.load(d, k);
     auto b = reversed(d, in.load(d, mirrored));
-    split(d, a, b, Table<T>{halves}.load(d, 0));
+    split(d, a, b, Table<T>{halves}.load(d, 0), k, mirrored);
     out.store(d, k, a);
     out.store(d, mirrored, reversed(d, b));
   }
   for (; k <= pairs; ++k, halves += 2) {
     auto a = in.load(one, k), b = in.load(one, M - k);
-    split(one, a, b, Table<T>{halves}.load(one, 0));
+    split(one, a, b, Table<T>{halves}.load(one, 0), k, M - k);
     out.store(one, k, a);
     out.store(one, M - k, b);
   }
   if (M % 2 == 0) {
     auto a = in.load(one, M / 2), b = a;
-    split(one, a, b, {hn::Zero(one), hn::Set(one, T(0.5))});
+    split(one, a, b, {hn::Zero(one), hn::Set(one, T(0.5))}, M / 2, M / 2);
     out.store(one, M / 2, a);
   }
 }
@@ -203,7 +218,7 @@ KVRS_INLINE void splitEight(Split split, D d, Cx<D>& lo, Cx<D>& hi, Cx<D> head) 
   Cx<D> a{hn::CombineShiftRightBytes<kBytes>(d, hi.re, lo.re),
           hn::CombineShiftRightBytes<kBytes>(d, hi.im, lo.im)};
   Cx<D> b = reversed(d, hi);
-  split(d, a, b, halves16(d));
+  split(d, a, b, halves16(d), 1, 4);
   lo = {hn::CombineShiftRightBytes<3 * kBytes>(d, a.re, hn::Reverse(d, head.re)),
         hn::CombineShiftRightBytes<3 * kBytes>(d, a.im, hn::Reverse(d, head.im))};
   hi = reversed(d, b);
