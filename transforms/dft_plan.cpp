@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: MIT
 #include "transforms/dft_plan.h"
 
+#include <algorithm>
+
 #include "frame/simd.h"
 #include "transforms/fft_plan.h"
 
@@ -234,37 +236,63 @@ MixedPlan makeMixedPlan(int n) {
   return best;
 }
 
-// The last level takes the smallest radices until its blocks are as long as a vector; the others, the largest first, fill
-// levels as far as a tile goes.
+namespace {
+
+// The plan with the chosen radices in the last level; the others, the largest first, fill levels as far as a tile goes.
+template <class T>
+OutOfOrderPlan outOfOrderPlan(int n, const Radices& all, unsigned chosen, int lanes) {
+  OutOfOrderPlan plan{};
+  plan.n = n;
+  plan.lanes = lanes;
+  int used = 0;
+  const auto put = [&](int radix) {
+    if (plan.stages[plan.levels - 1] == 0) plan.size[plan.levels - 1] = 1;
+    plan.size[plan.levels - 1] *= radix;
+    ++plan.stages[plan.levels - 1];
+    plan.radix[used++] = radix;
+  };
+  for (int i = 0; i < all.count; ++i) {
+    if (chosen >> i & 1) continue;
+    const int radix = all.radix[i];
+    if (plan.levels == 0 || !fitsTile<T>(plan.size[plan.levels - 1] * radix, lanes)) ++plan.levels;
+    put(radix);
+  }
+  ++plan.levels;
+  for (int i = 0; i < all.count; ++i) {
+    if (chosen >> i & 1) put(all.radix[i]);
+  }
+  return plan;
+}
+
+}  // namespace
+
+// Every choice of radices for the last level is weighed: levels are passes through memory, and rows that are no multiple of
+// the lanes cost what lies over another vector, in the last level and in the one before.
 template <class T>
 OutOfOrderPlan makeOutOfOrderPlan(int n) {
   const Radices all = radicesOf(n);
-  for (int lanes = static_cast<int>(kLanes<T>);; lanes = fewerLanes<T>(lanes)) {
-    OutOfOrderPlan plan{};
-    plan.n = n;
-    plan.lanes = lanes;
-    int end = all.count, last = 1;
-    while (end > 0 && last < lanes) last *= all.radix[--end];
-    bool fits = last >= lanes && n / last >= lanes && fitsTile<T>(last, lanes);
-    int used = 0;
-    const auto put = [&](int radix) {
-      if (plan.stages[plan.levels - 1] == 0) plan.size[plan.levels - 1] = 1;
-      plan.size[plan.levels - 1] *= radix;
-      ++plan.stages[plan.levels - 1];
-      plan.radix[used++] = radix;
-    };
-    for (int i = 0; i < end; ++i) {
-      const int radix = all.radix[i];
-      fits = fits && fitsTile<T>(radix, lanes);
-      if (plan.levels == 0 || !fitsTile<T>(plan.size[plan.levels - 1] * radix, lanes)) ++plan.levels;
-      put(radix);
+  OutOfOrderPlan best{};
+  float least = 1e30f;
+  for (int lanes = static_cast<int>(kLanes<T>); lanes > 0; lanes = fewerLanes<T>(lanes)) {
+    if (lanes > 1 && !std::all_of(all.radix, all.radix + all.count,
+                                  [=](int radix) { return fitsTile<T>(radix, lanes); })) {
+      continue;
     }
-    if (end < all.count) {
-      ++plan.levels;
-      for (int i = end; i < all.count; ++i) put(all.radix[i]);
+    for (unsigned choice = 1; choice < 1u << all.count; ++choice) {
+      int last = 1;
+      for (int i = 0; i < all.count && last <= kTilePoints<T>; ++i) {
+        if (choice >> i & 1) last *= all.radix[i];
+      }
+      if (last < lanes || n / last < lanes || !fitsTile<T>(last, lanes)) continue;
+      const OutOfOrderPlan plan = outOfOrderPlan<T>(n, all, choice, lanes);
+      const float cost =
+          (static_cast<float>(plan.levels) + 2 * (lanesCost(last, lanes) - 1)) / static_cast<float>(lanes);
+      if (cost >= least) continue;
+      least = cost;
+      best = plan;
     }
-    if (fits || lanes == 1) return plan;
   }
+  return best;
 }
 
 template OutOfOrderPlan makeOutOfOrderPlan<float>(int);

@@ -5,6 +5,7 @@
 
 #include <cstring>
 
+#include "transforms/fft_engine.h"
 #include "transforms/kernels/tile-inl.h"
 
 namespace kvrs::dft {
@@ -129,19 +130,29 @@ void levelInverse(D d, const OutOfOrder<T>& x, int level, const int* radix, size
   });
 }
 
-// Contiguous blocks.
+// Contiguous blocks, number k of each in row k of a tile. Spectra stay as tiles have them: only signals are transposed.
 template <class D, class T>
-void lastLevel(D d, const OutOfOrder<T>& x, const int* radix, T scale, const Points<const T>& src,
-               const Points<T>& dst) {
+void lastLevel(D d, Direction direction, const OutOfOrder<T>& x, const int* radix, T scale,
+               const Points<const T>& src, const Points<T>& dst) {
   const int level = x.plan.levels - 1;
   const size_t length = static_cast<size_t>(x.plan.size[level]),
                blocks = static_cast<size_t>(x.plan.n) / length;
+  const T* const none = nullptr;
   Tile<T> a, b;
   forStrips<T>(length, blocks, hn::MaxLanes(d), [&](size_t first, size_t width) {
-    loadBlocks(d, src.at(first * length), length, width, a.planes());
+    const size_t begin = first * length, count = width * length;
+    if (direction == Direction::kForward) {
+      loadBlocks(d, src.at(begin), length, width, a.planes());
+    } else {
+      loadRows(d, src, begin, 0, 1, count, none, a.planes());
+    }
     const auto tile = tileStages(d, radix, x.plan.stages[level], length, width, x.numbers[level], x.odd,
                                  a.planes(), b.planes());
-    storeBlocks(d, tile, length, width, scale, dst.at(first * length));
+    if (direction == Direction::kForward) {
+      storeRows(d, tile, 1, count, none, scale, dst, begin, 0);
+    } else {
+      storeBlocks(d, tile, length, width, scale, dst.at(begin));
+    }
   });
 }
 
@@ -159,7 +170,7 @@ void runOutOfOrder(const OutOfOrder<T>& x, Points<const T> src, Points<T> dst, T
       length /= static_cast<size_t>(x.plan.size[level]);
       src = asSource(dst);
     }
-    lastLevel(d, x, radix, scale, src, dst);
+    lastLevel(d, Direction::kForward, x, radix, scale, src, dst);
   });
 }
 
@@ -169,7 +180,7 @@ void runOutOfOrderInverse(const OutOfOrder<T>& x, Points<const T> src, Points<T>
     const int* radix = x.plan.radix;
     const size_t n = static_cast<size_t>(x.plan.n);
     for (int level = 0; level + 1 < x.plan.levels; ++level) radix += x.plan.stages[level];
-    lastLevel(d, x, radix, x.plan.levels == 1 ? scale : T(1), src, dst);
+    lastLevel(d, Direction::kInverse, x, radix, x.plan.levels == 1 ? scale : T(1), src, dst);
     size_t length = static_cast<size_t>(x.plan.size[x.plan.levels - 1]);
     for (int level = x.plan.levels - 2; level >= 0; --level) {
       radix -= x.plan.stages[level];
