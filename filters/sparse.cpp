@@ -145,9 +145,26 @@ size_t feedBackBlocks(const Taps& list, Kvr32f* y, size_t len, size_t begin) {
   for (; begin + N <= len; begin += N) feedBackBlock(d, list, y + begin);
   return begin;
 }
+
+// A tap on the output before, the last of the list: that one is handed on without a way through memory.
+void feedBackFromLast(const Taps& list, Kvr32f* y, size_t len) {
+  const Kvr32f* taps = list.taps.present();
+  const int32_t* places = list.places.present();
+  const int others = list.count - 1;
+  const Kvr32f tap = taps[others];
+  Kvr32f last = unaligned::get(y - 1);
+  for (size_t m = 0; m < len; ++m) {
+    Kvr32f sum = unaligned::get(y + m);
+    for (int i = 0; i < others; ++i) sum += taps[i] * unaligned::get(y + m + places[i] - list.order);
+    last = sum + tap * last;
+    unaligned::put(last, y + m);
+  }
+}
+
 void feedBack(const Taps& list, Kvr32f* y, size_t len) {
   constexpr size_t N = kLanes<Kvr32f>;
   const auto least = static_cast<size_t>(list.order - list.places.present()[list.count - 1]);
+  if (least == 1) return feedBackFromLast(list, y, len);
   size_t begin = 0;
   if (least >= N) begin = feedBackBlocks<N>(list, y, len, begin);
   if (least >= 4) begin = feedBackBlocks<4>(list, y, len, begin);
