@@ -129,20 +129,25 @@ void filterInputs(const Taps& list, const Kvr32f* src, Kvr32f* dst, size_t len) 
 }
 
 // y[m] += taps[i] * y[m + places[i] - order] for the taps in turn, in blocks of outputs that do not meet each other.
-template <class D>
-KVRS_INLINE void feedBackBlock(D d, const Taps& list, Kvr32f* y) {
-  const Kvr32f* taps = list.taps.present();
-  const int32_t* places = list.places.present();
-  auto sum = hn::LoadU(d, y);
-  for (int i = 0; i < list.count; ++i) {
-    sum = hn::Add(sum, hn::Mul(hn::Set(d, taps[i]), hn::LoadU(d, y + (places[i] - list.order))));
+template <int kVectors, class D>
+KVRS_INLINE size_t feedBackBlocks(D d, const Taps& list, Kvr32f* y, size_t len, size_t begin) {
+  constexpr size_t N = hn::MaxLanes(D());
+  const Kvr32f* const taps = list.taps.present();
+  const int32_t* const places = list.places.present();
+  const ptrdiff_t count = list.count, order = list.order;
+  for (; begin + kVectors * N <= len; begin += kVectors * N) {
+    Kvr32f* const to = y + begin;
+    hn::Vec<D> sums[kVectors];
+    unroll<kVectors>([&](auto v) KVRS_UNROLLED { sums[v] = hn::LoadU(d, to + v * N); });
+    for (ptrdiff_t i = 0; i < count; ++i) {
+      const auto tap = hn::Set(d, taps[i]);
+      const Kvr32f* from = to + (places[i] - order);
+      unroll<kVectors>([&](auto v) KVRS_UNROLLED {
+        sums[v] = hn::Add(sums[v], hn::Mul(tap, hn::LoadU(d, from + v * N)));
+      });
+    }
+    unroll<kVectors>([&](auto v) KVRS_UNROLLED { hn::StoreU(sums[v], d, to + v * N); });
   }
-  hn::StoreU(sum, d, y);
-}
-template <size_t N>
-size_t feedBackBlocks(const Taps& list, Kvr32f* y, size_t len, size_t begin) {
-  const Lanes<Kvr32f, N> d;
-  for (; begin + N <= len; begin += N) feedBackBlock(d, list, y + begin);
   return begin;
 }
 
@@ -165,10 +170,12 @@ void feedBack(const Taps& list, Kvr32f* y, size_t len) {
   constexpr size_t N = kLanes<Kvr32f>;
   const auto least = static_cast<size_t>(list.order - list.places.present()[list.count - 1]);
   if (least == 1) return feedBackFromLast(list, y, len);
+  const Lanes<Kvr32f, N> d;
   size_t begin = 0;
-  if (least >= N) begin = feedBackBlocks<N>(list, y, len, begin);
-  if (least >= 4) begin = feedBackBlocks<4>(list, y, len, begin);
-  feedBackBlocks<1>(list, y, len, begin);
+  if (least >= 4 * N) begin = feedBackBlocks<4>(d, list, y, len, begin);
+  if (least >= N) begin = feedBackBlocks<1>(d, list, y, len, begin);
+  if (least >= 4) begin = feedBackBlocks<1>(Lanes<Kvr32f, 4>(), list, y, len, begin);
+  feedBackBlocks<1>(Lanes<Kvr32f, 1>(), list, y, len, begin);
 }
 
 void filterOutputs(const Taps& list, Kvr32f* dst, size_t len) {
