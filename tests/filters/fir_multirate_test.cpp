@@ -219,6 +219,32 @@ int64_t up16(int64_t bytes) {
   return (bytes + 15) / 16 * 16;
 }
 
+TEST(FirMultirate, CopiedAsBytes) {
+  Random random;
+  forKinds([&](const FirKind& kind) {
+    for (Rates rates : {Rates{1, 0, 4, 3}, {3, 2, 2, 0}, {40, 1, 41, 2}}) {
+      int size = 0;
+      ASSERT_EQ(kvrStatusOk, kind.getStateSizeMR(33, rates.up, rates.down, &size));
+      const size_t bytes = static_cast<size_t>(size);
+      std::vector<Kvr8u> first(bytes + 64), second(bytes + 64);
+      const auto aligned = [](std::vector<Kvr8u>& memory) {
+        return reinterpret_cast<Kvr8u*>((reinterpret_cast<uintptr_t>(memory.data()) + 63) / 64 * 64);
+      };
+      Filter filter(kind, random, 33, rates);
+      ASSERT_EQ(kvrStatusOk, kind.initMR(&filter.state, bytesOf(*kind.taps, filter.taps).data(), 33, 0,
+                                         rates.up, rates.upPhase, rates.down, rates.downPhase,
+                                         bytesOf(*kind.data, filter.line).data(), aligned(first)));
+      for (int turn = 0; turn < 3; ++turn) {
+        filter.run(random, 15, turn == 1);
+        memcpy(aligned(second), aligned(first), bytes);
+        memset(aligned(first), 0xFF, bytes);
+        std::swap(first, second);
+        filter.state = aligned(first);
+      }
+    }
+  });
+}
+
 TEST(FirMultirate, Sizes) {
   forKinds([&](const FirKind& kind) {
     for (int64_t up = 1; up <= 8; ++up) {

@@ -751,6 +751,38 @@ TYPED_TEST(FftInteger, InitChecks) {
 }
 
 // Blocks of exactly their sizes at any alignment, work areas and data between guard pages, no allocation.
+TYPED_TEST(FftInteger, CopiedAsBytes) {
+  using F = TypeParam;
+  for (int order : {0, 2, 3, 6, 12}) {
+    for (int hint : {0, 2}) {
+      const size_t n = size_t{1} << order;
+      const Three sizes = wantedSizes<F>(order, hint);
+      const size_t bytes = static_cast<size_t>(sizes.spec);
+      std::vector<Kvr8u> first(bytes + 64), second(bytes + 64),
+          initBuf(static_cast<size_t>(sizes.initBuf) + 1);
+      const auto aligned = [](std::vector<Kvr8u>& memory) {
+        return reinterpret_cast<Kvr8u*>((reinterpret_cast<uintptr_t>(memory.data()) + 63) / 64 * 64);
+      };
+      typename F::Spec* spec = nullptr;
+      ASSERT_EQ(kvrStatusOk, F::init(&spec, order, kvrFftDivFwdByN, hint, aligned(first), initBuf.data()));
+      const ptrdiff_t place = reinterpret_cast<Kvr8u*>(spec) - aligned(first);
+      memcpy(aligned(second), aligned(first), bytes);
+      memset(aligned(first), 0xFF, bytes);
+      spec = reinterpret_cast<typename F::Spec*>(aligned(second) + place);
+      const Made<F> reference(order, kvrFftDivFwdByN, hint);
+      for (const auto& t : F::transforms()) {
+        SCOPED_TRACE(std::string(t.name) + ", order " + std::to_string(order));
+        Random random(n);
+        const auto src = integers<typename F::In>(t.srcCount(n), random, true);
+        std::vector<typename F::Out> want(t.dstCount(n)), got(t.dstCount(n));
+        ASSERT_EQ(kvrStatusOk, t.call(src.data(), want.data(), reference.spec, order, nullptr, n));
+        ASSERT_EQ(kvrStatusOk, t.call(src.data(), got.data(), spec, order, nullptr, n));
+        ASSERT_EQ(want, got);
+      }
+    }
+  }
+}
+
 TYPED_TEST(FftInteger, Memory) {
   using F = TypeParam;
   for (int order = 0; order <= 12; ++order) {
