@@ -24,7 +24,9 @@ KVRS_BEGIN_DECLS
  * | FIR of one type with more taps, or in place | the new window in place of the old one, the index as it was |
  * | kvrsFIR_Direct_16s_Sfs(), kvrsFIR_Direct_16s_ISfs() | the window is read with the newest sample first, and left so at `dlyLine[0]`, the index 0 |
  *
- * A delay line is for calls of one row: what one leaves, another may not understand.
+ * A delay line is for calls of one row: what one leaves, another may not understand. In the second row it is for calls on
+ * one side of that length, unless the index is 0: shorter ones read each sample at the second of its places, too, which
+ * longer ones leave as it was.
  *
  * ### Results
  *
