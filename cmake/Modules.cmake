@@ -71,7 +71,9 @@ endif()
 
 # A condition such as `src != 0 && dst != 0` as two jumps that are never taken, an operation each, in place of four that
 # make and join its parts: the checks of a call are a good part of one on a short vector.
+set(CMAKE_REQUIRED_FLAGS -Werror)  # clang takes it and says that it does not use it
 check_cxx_compiler_flag("--param=logical-op-non-short-circuit=0" KVRS_JUMPS_FOR_CONDITIONS)
+unset(CMAKE_REQUIRED_FLAGS)
 if(KVRS_JUMPS_FOR_CONDITIONS)
   list(APPEND KVRS_MODULE_COMPILE_FLAGS --param=logical-op-non-short-circuit=0)
 endif()

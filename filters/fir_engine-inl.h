@@ -216,11 +216,11 @@ KvrStatus filterBlocks(State<T>& state, const D* src, size_t len, Store store) {
     Format<D, T>::fetch(src + (len - tapsLen), line, tapsLen);
   }
 
-  const auto fetch = [=, &blocks](size_t begin, size_t count, T* frame) -> const T* {
+  const auto fetch = [=](size_t begin, size_t count, T* frame) -> const T* {
     if (begin == 0) return frame;
     const D* from = src + (begin - past);
     if constexpr (std::is_same_v<D, T>) {
-      if (count == blocks.step()) return from;
+      if (count == step) return from;
     }
     fill(frame, 0, from, past + count);
     return frame;

@@ -4,6 +4,7 @@
 
 #include "frame/check.h"
 #include "frame/reduce.h"
+#include "frame/unaligned.h"
 #include "kvrs/extremes.h"
 #include "stats/extremes-inl.h"
 
@@ -34,7 +35,7 @@ KvrStatus integerOrder(const T* src, int len, int* order) {
   const auto zero = hn::Zero(Lanes<T, kLanes<T>>());
   const T bits =
       foldLanes(reduce<T, kFewAccumulators>(MagnitudeBits(), zero, static_cast<size_t>(len), src), OrLanes());
-  *order = std::bit_width(static_cast<std::make_unsigned_t<T>>(bits));
+  unaligned::put(static_cast<int>(std::bit_width(static_cast<std::make_unsigned_t<T>>(bits))), order);
   return kvrStatusOk;
 }
 
@@ -103,7 +104,7 @@ KvrStatus floatOrder(const F* src, int len, int* order) {
   int exponent = largestExponent<F, false>(src, n);
   const bool flat = exponent == E::kTop >> E::kShift;
   if (flat) exponent = largestExponent<F, true>(src, n);
-  *order = exponent == 0 && !anySubnormal(src, n) ? 0 : exponent - E::kBelowOne;
+  unaligned::put(exponent == 0 && !anySubnormal(src, n) ? 0 : exponent - E::kBelowOne, order);
   return flat ? kvrStatusMaxOrderFlat : kvrStatusOk;
 }
 

@@ -31,7 +31,8 @@ struct InRange {
   template <class D, class V>
   KVRS_INLINE hn::Vec<D> operator()(D d, V words) const {
     return through<double>(
-        [this](auto dst, auto part) __attribute__((always_inline)) { return convert(dst, part); }, d, words);
+        [this](auto dst, auto part) __attribute__((always_inline)) { return this->convert(dst, part); }, d,
+        words);
   }
 
  private:

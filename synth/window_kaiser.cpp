@@ -227,7 +227,7 @@ void kaiser(const T* src, T* dst, size_t n, double alpha, double x) {
 
 template <class T>
 KvrStatus kaiser(const T* src, T* dst, int len, Kvr32f alpha) {
-  const double wide = static_cast<double>(alpha), last = static_cast<double>(len - 1);
+  const double wide = static_cast<double>(alpha), last = static_cast<double>(len) - 1;
   KVRS_CHECK(pointers(src, dst), lengthOf<T>(len), notAbove(fabs(wide) * last * 0.5, kLimit<T>));
   const double x = fabs(static_cast<double>(static_cast<float>(len - 1)) * wide) * 0.5;
   return run<T>([=] { kaiser(src, dst, static_cast<size_t>(len), wide, x); });
@@ -235,7 +235,7 @@ KvrStatus kaiser(const T* src, T* dst, int len, Kvr32f alpha) {
 
 template <class T>
 KvrStatus kaiserQ15(const T* src, T* dst, int len, int alphaQ15) {
-  const double alpha = alphaQ15 * kQ15, last = static_cast<double>(len - 1);
+  const double alpha = alphaQ15 * kQ15, last = static_cast<double>(len) - 1;
   KVRS_CHECK(pointers(src, dst), lengthOf<T>(len), notAbove(fabs(alpha) * last * 0.5, kLimit<T>));
   return run<T>([=] { kaiser(src, dst, static_cast<size_t>(len), alpha, fabs(last * alpha * 0.5)); });
 }

@@ -109,7 +109,7 @@ struct HalfToInteger {
   template <class Dt, class V>
   KVRS_INLINE hn::Vec<Dt> operator()(Dt dt, V v) const {
     return through<Kvr32f>(
-        [this](auto d, auto x) __attribute__((always_inline)) { return convert(d, x); }, dt, v);
+        [this](auto d, auto x) __attribute__((always_inline)) { return this->convert(d, x); }, dt, v);
   }
 
  private:

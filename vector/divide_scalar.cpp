@@ -30,7 +30,7 @@ template <class Op>
 struct Widened {
   template <class D, class V>
   KVRS_INLINE hn::Vec<D> operator()(D d, V v) const {
-    return inWholeBlocks([this](auto whole, auto x) KVRS_UNROLLED { return map(whole, x); }, d, v);
+    return inWholeBlocks([this](auto whole, auto x) KVRS_UNROLLED { return this->map(whole, x); }, d, v);
   }
 
   template <class D, class V>
@@ -42,7 +42,7 @@ struct Widened {
       const auto wide = widened(d, v);
       const auto half = [&](auto x)
                             KVRS_UNROLLED { return narrowed(di, both(widened(du, hn::BitCast(du, x)))); };
-      return narrowed(d, Both{half(wide.first), half(wide.second)});
+      return narrowed(d, Both<hn::Vec<decltype(di)>>{half(wide.first), half(wide.second)});
     } else if constexpr (std::is_signed_v<T>) {
       return narrowed(d, both(widenedUp(d, v)));
     } else {

@@ -170,7 +170,8 @@ KvrStatus realVectors(const T* a, const T* b, T* dst, int len, ScaleBounds bound
                                              int scaleFactor) {
   const size_t n = static_cast<size_t>(len);
   return mapTimes<Kvr16s>(
-      kMul16s32s, scaleFactor, [=](auto op) { return mapElements(Extended{op}, dst, n, src1, src2); },
+      kMul16s32s, scaleFactor,
+      [=](auto op) { return mapElements(Extended<decltype(op)>{op}, dst, n, src1, src2); },
       [=] { return mapScaled(TimesWide(), kMul16s32s, scaleFactor, dst, n, src1, src2); });
 }
 

@@ -25,7 +25,7 @@ struct ScaledRoot {
   template <class D, class V>
   KVRS_INLINE hn::Vec<D> operator()(D d, V x) const {
     return through<F>(
-        [this](auto dt, auto part) __attribute__((always_inline)) { return of(dt, part); }, d, x);
+        [this](auto dt, auto part) __attribute__((always_inline)) { return this->of(dt, part); }, d, x);
   }
 
   template <class D, class V>
