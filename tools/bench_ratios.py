@@ -6,20 +6,23 @@ All contestants of a case take turns in short bursts, and the ratio is the media
 the machine disturbs all of them alike.
 """
 import argparse
+import datetime
 import math
 import os
+import re
 import subprocess
 import sys
 from collections import defaultdict
 
 
 def run(program, pattern, rounds):
-    """Yields (case, {who: (time in ns, ratio to ours)}) as they are measured."""
+    """Yields the module and the compiler, then (case, {who: (time in ns, ratio to ours)}) as they are measured."""
     process = subprocess.Popen([program, pattern, str(rounds)], stdout=subprocess.PIPE, text=True)
     case, by = None, {}
     for line in process.stdout:
         fields = line.rstrip("\n").split("\t")
         if fields[0] == "module":
+            yield fields[1:]
             continue
         if fields[0] != case:
             if by:
@@ -36,6 +39,20 @@ def geometric_mean(values):
     return math.exp(sum(map(math.log, values)) / len(values))
 
 
+def write_record(path, module, compiler, rows):
+    processor = re.search(r"^model name\s*: (.*)$", open("/proc/cpuinfo").read(), re.M).group(1)
+    threads = len(os.sched_getaffinity(0))
+    with open(path, "w") as file:
+        print("# The time of a peer over the time of kvrs, of which docs/manual/figures.gp draws curves: function, "
+              "peer, length, ratio.\n# SPDX-License-Identifier: MIT", file=file)
+        print(f"# Measured on {datetime.date.today()}: {processor}, module {module}, {compiler}, "
+              + ("one thread." if threads == 1 else f"at most {threads} threads."), file=file)
+        for case, by in rows:
+            _, function, length = case.split("/")
+            for who, (_, ratio) in by.items():
+                print(function, who, length, f"{ratio:.3f}", file=file)
+
+
 def main():
     parser = argparse.ArgumentParser(description=__doc__, formatter_class=argparse.RawDescriptionHelpFormatter)
     parser.add_argument("--build", default="build/release", help="build tree (default: %(default)s)")
@@ -44,6 +61,8 @@ def main():
     parser.add_argument("--filter", default=".", help="regular expression on family/case")
     parser.add_argument("--rounds", type=int, default=101, help="turns of each contestant (default: %(default)s)")
     parser.add_argument("--below", type=float, help="print only the cases with a ratio below this")
+    parser.add_argument("--record", metavar="FILE", help="write the ratios to a file too, those of one module and of "
+                        "cases that are called family/function/length")
     parser.add_argument("--times", action="store_true", help="print our median time in nanoseconds too")
     options = parser.parse_args()
 
@@ -56,10 +75,14 @@ def main():
         program = os.path.join(options.build, "bench", f"kvrs_bench_{module}")
         print(f"\nmodule {module}: time of the peer / time of kvrs")
         means = defaultdict(list)
-        for case, by in run(program, options.filter, options.rounds):
+        results = run(program, options.filter, options.rounds)
+        measured, compiler = next(results)
+        rows = []
+        for case, by in results:
             ours = by.pop("kvrs", None)
             if ours is None or not by:
                 continue
+            rows.append((case, by))
             for who, (_, ratio) in by.items():
                 means[case.split("/")[0], who].append(ratio)
             if options.below is not None and all(ratio >= options.below for _, ratio in by.values()):
@@ -67,6 +90,8 @@ def main():
             cells = [f"{who} {ratio:.2f}" for who, (_, ratio) in by.items()]
             print(f"  {case:<40} {'  '.join(cells)}" + (f"  ({ours[0]:.1f} ns)" if options.times else ""),
                   flush=True)
+        if options.record:
+            write_record(options.record, measured, compiler, rows)
         for (family, who), ratios in means.items():
             print(f"  {family} against {who}: geometric mean {geometric_mean(ratios):.2f}, "
                   f"lowest {min(ratios):.2f} of {len(ratios)}")

@@ -37,7 +37,7 @@ GUIDES = ["first-steps", "states", "transforms", "fixed-point", "numerics", "acc
           "migration", "platforms", "changelog"]
 DEVELOPERS = ["architecture", "adding-a-function", "dependencies", "costs"]
 
-# Family -> its figures, drawn by docs/manual/figures.gp.
+# Family or page of docs/ -> its figures, drawn by docs/manual/figures.gp.
 FIGURES = {
     "arctan": [("arctan", "The largest error of kvrsArctan_32f among the arguments around")],
     "exponential": [("exponential", "The largest error of kvrsExp_32f among the arguments around")],
@@ -47,6 +47,8 @@ FIGURES = {
     "logarithm": [("logarithm", "The largest error of kvrsLn_32f among the arguments around")],
     "roots": [("sqrt", "The largest error of kvrsSqrt_32f among the arguments around"),
               ("cubrt", "That of kvrsCubrt_32f")],
+    "performance": [("ratios_loops", "The compiler's loops, with -O3 -ffast-math"),
+                    ("ratios_libraries", "Other libraries")],
     "window": [("windows", "Windows of 65 samples"), ("spectra", "and their spectra")],
 }
 
@@ -300,12 +302,7 @@ class Manual:
             path, what, code, printed = snippet
             text += [f"@section {family.id}_example Example", "", what, "", "```c", code.rstrip(), "```", "", "prints",
                      "", "```text", printed.rstrip(), "```", "", self.file_link(path), ""]
-        figures = [(name, caption) for name, caption in FIGURES.get(family.id, ())
-                   if (self.target / f"{name}.svg").exists()]
-        if figures:
-            text += [f"@section {family.id}_figures Figures", ""]
-        for name, caption in figures:
-            text += [f"![{caption}]({name}.svg)", ""]
+        text += self.figures(family.id)
         several = len(family.groups) > 1
         if not several:
             text += [f"@section {family.id}_functions Functions", "", self.forms(family.functions), "",
@@ -404,6 +401,14 @@ class Manual:
                 "<script>", INDEX_SCRIPT, "</script>", "@endhtmlonly"]
         self.write("functions", "All functions", text)
 
+    def figures(self, id_):
+        """The section of those figures that are drawn."""
+        drawn = [(name, caption) for name, caption in FIGURES.get(id_, ()) if (self.target / f"{name}.svg").exists()]
+        text = [f"@section {id_}_figures Figures", ""] if drawn else []
+        for name, caption in drawn:
+            text += [f"![{caption}]({name}.svg)", ""]
+        return text
+
     def guide(self, path):
         """A page of docs/ with links as the manual has them."""
         def link(match):
@@ -449,7 +454,8 @@ class Manual:
                     command = "section" if heading[1] == "##" else "subsection"
                     line = f"@{command} {anchor(heading[2])} {heading[2]}"
             out.append(line)
-        self.write(id_, title.removeprefix("# "), ["@tableofcontents", "", self.linked("\n".join(out), path.name)])
+        self.write(id_, title.removeprefix("# "), ["@tableofcontents", "", self.linked("\n".join(out), path.name), "",
+                                                   *self.figures(path.stem)])
         return id_
 
     def main_page(self, guides, rooms):

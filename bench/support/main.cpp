@@ -115,7 +115,12 @@ int main(int argc, char** argv) {
   const std::regex filter(argc > 1 ? argv[1] : ".");
   const int rounds = argc > 2 ? atoi(argv[2]) : kRounds;
   for (const Registration registration : registrations()) registration();
-  printf("module\t%s\n", kvrsGetLibVersion()->targetCpu);
+#ifdef __clang__
+  const char* const compiler = __VERSION__;
+#else
+  const char* const compiler = "GCC " __VERSION__;
+#endif
+  printf("module\t%s\t%s\n", kvrsGetLibVersion()->targetCpu, compiler);
   for (const std::string& name : cases().names) {
     if (std::regex_search(name, filter)) measure(name, cases().contestants[name], rounds);
   }

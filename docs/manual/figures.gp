@@ -1,4 +1,5 @@
-# Draws the figures of the manual from what figures.c has written: gnuplot -e "dir='...'" figures.gp
+# Draws the figures of the manual from what figures.c has written and from recorded ratios:
+# gnuplot -e "dir='...'; ratios='...'" figures.gp
 # SPDX-License-Identifier: MIT
 set terminal svg size 760,420 dynamic font "sans-serif,13" background "white"
 set grid lc rgb "#d0d0d0"
@@ -9,6 +10,8 @@ set style line 3 lc rgb "#2ca02c" lw 1.6
 set style line 4 lc rgb "#9467bd" lw 1.6
 set style line 5 lc rgb "#ff7f0e" lw 1.6
 set style line 6 lc rgb "#8c564b" lw 1.6
+set style line 7 lc rgb "#e377c2" lw 1.6
+set style line 8 lc rgb "#17becf" lw 1.6
 file(name) = dir . "/" . name . ".dat"
 
 array window[6] = ["Bartlett", "Hann", "Hamming", "BlackmanStd", "BlackmanOpt", "Kaiser, 9"]
@@ -57,4 +60,26 @@ do for [k = 1:5] {
   set output dir . "/" . name[k] . ".svg"
   set xlabel argument[k]
   plot file(name[k]) using 1:2 with lines ls 1
+}
+
+# Curves of a file of ratios, told by their peers: a regular expression of awk.
+curves(peers) = system("awk '!/^#/ && $2 ~ /" . peers . "/ && !seen[$1, $2]++ {print $1 \",\" $2}' " . ratios)
+part(curve, k) = curve[k == 1 ? 1 : strstrt(curve, ",") + 1 : k == 1 ? strstrt(curve, ",") - 1 : strlen(curve)]
+rows(curve) = sprintf("< awk '$1 == \"%s\" && $2 == \"%s\"' %s", part(curve, 1), part(curve, 2), ratios)
+measured = system("sed -n 's/^# \\(Measured .*\\)/\\1/p' " . ratios)
+array peers[2] = ["^loop$", "^[^l]"]
+array drawing[2] = ["ratios_loops", "ratios_libraries"]
+set title measured font ",10" noenhanced
+set key noenhanced
+set xlabel "length"
+set ylabel "time of the peer over the time of kvrs"
+set logscale xy 2
+set xrange [16:1048576]
+set yrange [0.5:*]
+set xtics ("16" 16, "64" 64, "256" 256, "1Ki" 1024, "4Ki" 4096, "16Ki" 16384, "64Ki" 65536, "256Ki" 262144, "1Mi" 1048576)
+do for [k = 1:2] {
+  set output dir . "/" . drawing[k] . ".svg"
+  plot for [i = 1:words(curves(peers[k]))] rows(word(curves(peers[k]), i)) using 3:4 with linespoints ls i pt 7 ps 0.3 \
+    title part(word(curves(peers[k]), i), 1) . (k == 1 ? "" : ", " . part(word(curves(peers[k]), i), 2)), \
+    1 with lines lc rgb "#808080" dt 2 notitle
 }
