@@ -20,7 +20,7 @@ from pathlib import Path
 sys.path.insert(0, str(Path(__file__).parent.parent / "differential"))
 from compare_modules import SKIPPED, is_runnable  # noqa: E402
 
-BATCH = 4000  # inputs
+BATCH = 1000  # inputs
 STATUS_OK = 0
 
 
