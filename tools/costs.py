@@ -23,9 +23,10 @@ ROOMS = ("frame", "vector", "stats", "synth", "transforms", "filters", "comms")
 
 PAGE = """# What a build costs
 
-`./kvrs costs` wrote this page: a build of everything without a compiler cache, then the function tests of each module.
-Seconds are processor time of {compiler} on {processor}; on two cores a build takes about half of them. Bytes are those
-of code and data. {total}
+`./kvrs costs` writes this page, from a build of everything without a compiler cache{tests}.
+Seconds are processor time of {compiler}
+on {processor}; on two cores a build takes about half of them. Bytes are those of code and data. All in all:
+{sources:,} sources, {seconds:,.0f} seconds.
 """
 
 
@@ -71,11 +72,12 @@ def sources(build):
     """What every object file and precompiled header that is there took."""
     found, paths = [], []
     for output, seconds in seconds_of_outputs(build).items():
-        match = re.search(r"CMakeFiles/([^/]+)\.dir/(.+)\.(?:o|gch)$", output)
+        match = re.search(r"^(.*?)CMakeFiles/([^/]+)\.dir/(.+)\.(o|gch)$", output)
         path = build / output
         if match and path.exists():
-            found.append(Source(match.group(1), match.group(2), seconds))
-            if output.endswith(".o"):
+            room, target, name, kind = match.groups()
+            found.append(Source(target, room + name if kind == "o" else "headers, compiled beforehand", seconds))
+            if kind == "o":
                 paths.append((found[-1], path))
     for (source, _), count in zip(paths, bytes_of([path for _, path in paths])):
         source.bytes = count
@@ -108,7 +110,7 @@ def dearest(items, most, targets):
     """The names of the dearest sources, with the seconds in each target and the bytes in the last one."""
     for name, group in list(grouped(items, lambda item: item.name).items())[:most]:
         by_target = {item.target: item for item in group}
-        yield (f"`{name}`", sum(item.seconds for item in group),
+        yield (f"`{name}`" if "/" in name else name, sum(item.seconds for item in group),
                *(by_target[target].seconds if target in by_target else "" for target in targets),
                by_target[targets[-1]].bytes if targets[-1] in by_target else "")
 
@@ -190,9 +192,9 @@ def main():
     found = sources(options.build)
     modules = [module for module in ("s8", "v2", "v3", "v4") if (options.build / "modules" / module).is_dir()]
     if options.page:
-        seconds = sum(item.seconds for item in found)
-        print(PAGE.format(compiler=first_line("c++", "--version"), processor=processor(),
-                          total=f"All in all: {len(found):,} sources, {seconds:,.0f} seconds."))
+        print(PAGE.format(tests=", and the function tests of each module" if options.run else "",
+                          compiler=first_line("c++", "--version"), processor=processor(), sources=len(found),
+                          seconds=sum(item.seconds for item in found)))
         print("## Modules\n")
         files = [options.build / "modules" / module / "libkvrs.so.6" for module in modules]
         table(("module", "bytes", "bytes of the file"),
