@@ -2,12 +2,14 @@
 # SPDX-License-Identifier: MIT
 """Runs the fuzzer on modules and compares their results.
 
-usage: fuzz.py [--seconds T] [--seed S] [--call N] [--only MODULE] [--against MODULE] MODULE=PROGRAM=DIRECTORY ...
+usage: fuzz.py [--seconds T] [--inputs N] [--seed S] [--call N] [--only MODULE] [--against MODULE]
+               MODULE=PROGRAM=DIRECTORY ...
 
 Inputs of a seed are run in batches, on a module and then the same ones on the module that it is compared with, which is
 the first other one that this processor runs. Statuses must be the same, and results where compare_modules.py lets no
 function's differ. With --call one input is run, and its calls are printed. --only names the module to be fuzzed, and
---against none the module not to be compared with."""
+--against none the module not to be compared with. --inputs bounds the inputs of a module, so that a quick machine runs
+no others than a slow one does."""
 import argparse
 import os
 import subprocess
@@ -102,13 +104,13 @@ class Campaign:
             print(f"  never kvrStatusOk: {' '.join(never)}")
 
 
-def fuzz(module, reference, seconds, seed):
+def fuzz(module, reference, seconds, inputs, seed):
     campaign = Campaign(module, seed)
     other = Campaign(reference, seed) if reference else None
     begin, first = time.monotonic(), 0
     with tempfile.TemporaryDirectory() as directory:
         files = [Path(directory) / "mine", Path(directory) / "other"]
-        while time.monotonic() < begin + seconds:
+        while time.monotonic() < begin + seconds and first < inputs:
             crashes = campaign.batch(first, BATCH, files[0])
             if other and not crashes and not other.batch(first, BATCH, files[1]):
                 campaign.compare(*(file.read_text().splitlines() for file in files), reference.name)
@@ -120,6 +122,7 @@ def fuzz(module, reference, seconds, seed):
 def main():
     parser = argparse.ArgumentParser(usage=__doc__)
     parser.add_argument("--seconds", type=float, default=60)
+    parser.add_argument("--inputs", type=int, default=sys.maxsize)
     parser.add_argument("--seed", type=int, default=1)
     parser.add_argument("--call", type=int)
     parser.add_argument("--only")
@@ -139,7 +142,7 @@ def main():
     found = 0
     for module in chosen:
         others = [m for m in runnable if m is not module and arguments.against in (None, m.name)]
-        found += fuzz(module, others[0] if others else None, arguments.seconds, arguments.seed)
+        found += fuzz(module, others[0] if others else None, arguments.seconds, arguments.inputs, arguments.seed)
     sys.exit(found != 0)
 
 
