@@ -3,39 +3,19 @@
 
 SPDX-License-Identifier: MIT
 """
-import array
 import math
-import os
 import pathlib
 import random
 import re
-import subprocess
 import sys
-import tempfile
 import unittest
-import wave
 import xml.etree.ElementTree
 
-PROGRAM = os.path.abspath(sys.argv.pop())
+sys.path.insert(0, str(pathlib.Path(__file__).parent.parent / "support"))
+from example_test import ExampleTest, curves_of, read_wav, write_wav  # noqa: E402
+
 KEYS = "123A456B789C*0#D"
 LOW, HIGH = (697, 770, 852, 941), (1209, 1336, 1477, 1633)
-SVG = "{http://www.w3.org/2000/svg}"
-
-
-def write_wav(path, rate, tracks):
-    """16 bits; tracks are lists of numbers from -1 to 1, one for each channel."""
-    data = array.array("h", (round(32767 * sample) for frame in zip(*tracks) for sample in frame))
-    with wave.open(str(path), "wb") as out:
-        out.setnchannels(len(tracks))
-        out.setsampwidth(2)
-        out.setframerate(rate)
-        out.writeframes(data.tobytes())
-
-
-def read_wav(path):
-    with wave.open(str(path), "rb") as source:
-        data = array.array("h", source.readframes(source.getnframes()))
-        return source.getframerate(), source.getnchannels(), [s / 32768 for s in data]
 
 
 def tones(rate, seconds, *amplitudes_and_frequencies):
@@ -53,33 +33,7 @@ def dialled(rate, keys, seconds=0.08, pause=0.06, low=0.1, high=0.1, off=1.0):
     return track
 
 
-class Dtmf(unittest.TestCase):
-    def setUp(self):
-        scratch = tempfile.TemporaryDirectory()
-        self.addCleanup(scratch.cleanup)
-        self.dir = pathlib.Path(scratch.name)
-        self.out = self.dir / "out"
-        self.recording = self.dir / "recording.wav"
-
-    def run_program(self, *arguments):
-        command = [PROGRAM, "--out", str(self.out), *map(str, arguments)]
-        return subprocess.run(command, capture_output=True, text=True, errors="replace", timeout=120)
-
-    def assert_works(self, *arguments):
-        run = self.run_program(*arguments)
-        self.assertEqual(run.returncode, 0, run.stderr)
-        self.assertEqual(run.stderr, "")
-        self.assertEqual((self.out / "report.txt").read_text(), run.stdout)
-        return run.stdout
-
-    def assert_fails(self, *arguments, words=()):
-        run = self.run_program(*arguments)
-        self.assertEqual(run.returncode, 1)
-        self.assertRegex(run.stderr, r"\Adtmf: [^\n]+\n\Z")
-        self.assertEqual(run.stdout, "")
-        for word in words:
-            self.assertIn(word, run.stderr)
-
+class Dtmf(ExampleTest):
     def digits(self, report, channel=""):
         return re.search(rf"^digits{channel} +(\S+)$", report, re.M).group(1)
 
@@ -138,8 +92,8 @@ class Dtmf(unittest.TestCase):
     def test_dialling(self):
         report = self.assert_works("--dial", "0123456789*#ABCD", "--tone", 60, "--pause", 50)
         self.assertEqual(self.digits(report), "0123456789*#ABCD")
-        rate, channels, samples = read_wav(self.out / "dialled.wav")
-        self.assertEqual((rate, channels, len(samples)), (8000, 1, 400 + 16 * 880))
+        rate, (samples,) = read_wav(self.out / "dialled.wav")
+        self.assertEqual((rate, len(samples)), (8000, 400 + 16 * 880))
         # The first 50 ms are a pause; each tone then is 6000 of 32768, as mu-law has it.
         self.assertLess(max(map(abs, samples[:400])), 0.001)
         self.assertAlmostEqual(max(samples), 2 * 6000 / 32768, delta=0.02)
@@ -150,7 +104,7 @@ class Dtmf(unittest.TestCase):
         power = {}
         for level in (3, 13):
             self.assert_works("--dial", "1", "--noise", level, "--pause", 2000)
-            samples = read_wav(self.out / "dialled.wav")[2][:16000]
+            samples = read_wav(self.out / "dialled.wav")[1][0][:16000]
             power[level] = sum(s * s for s in samples) / len(samples)
         self.assertAlmostEqual(10 * math.log10((6000 / 32768) ** 2 / power[3]), 3, delta=0.3)
         self.assertAlmostEqual(10 * math.log10(power[3] / power[13]), 10, delta=0.5)
@@ -161,7 +115,7 @@ class Dtmf(unittest.TestCase):
         write_wav(self.recording, rate, [[(i * 140 / rate) % 1 - 0.5 for i in range(rate)]])
         report = self.assert_works("--dial", "8086", "--voice", self.recording, "--voice-level", 12, "--pause", 1000)
         self.assertEqual(self.digits(report), "8086")
-        samples = read_wav(self.out / "dialled.wav")[2][2000:8000]
+        samples = read_wav(self.out / "dialled.wav")[1][0][2000:8000]
         power = sum(s * s for s in samples) / len(samples)
         self.assertAlmostEqual(10 * math.log10((6000 / 32768) ** 2 / power), 12, delta=0.5)
 
@@ -171,29 +125,27 @@ class Dtmf(unittest.TestCase):
         self.assertEqual(sorted(rates), list(range(-15, 16)))
         self.assertLess(max(rates[db] for db in range(3, 16)), 1)
         self.assertGreater(rates[-12], 90)
-        picture = xml.etree.ElementTree.parse(self.out / "errors.svg").getroot()
-        curve, = picture.findall(SVG + "polyline")
-        self.assertEqual(len(curve.get("points").split()), 31)
+        curve, = curves_of(self.out / "errors.svg")
+        self.assertEqual(len(curve), 31)
 
     def test_errors_with_a_voice(self):
         write_wav(self.recording, 8000, [[(i * 140 / 8000) % 1 - 0.5 for i in range(8000)]])
         self.assertIn("voice", self.assert_works("--errors", "--voice", self.recording))
-        picture = xml.etree.ElementTree.parse(self.out / "errors.svg").getroot()
-        self.assertEqual(len(picture.findall(SVG + "polyline")), 2)
+        self.assertEqual(len(curves_of(self.out / "errors.svg")), 2)
 
     def test_picture(self):
         write_wav(self.recording, 8000, [dialled(8000, "1D")])
         self.assert_works(self.recording)
-        picture = xml.etree.ElementTree.parse(self.out / "levels.svg").getroot()
-        curves = picture.findall(SVG + "polyline")
+        curves = curves_of(self.out / "levels.svg")
         self.assertEqual(len(curves), 8)
-        words = [text.text for text in picture.findall(SVG + "text")]
+        picture = xml.etree.ElementTree.parse(self.out / "levels.svg").getroot()
+        words = [text.text for text in picture.findall("{http://www.w3.org/2000/svg}text")]
         for word in ("697 Hz", "1633 Hz", "1", "D", "recording.wav"):
             self.assertIn(word, words)
         # The strips of the four tones that were there reach higher than the others.
         heights = []
         for curve in curves:
-            ys = [float(point.split(",")[1]) for point in curve.get("points").split()]
+            ys = [y for _, y in curve]
             heights.append(max(ys) - min(ys))
         self.assertGreater(min(heights[k] for k in (0, 3, 4, 7)), 30)
 

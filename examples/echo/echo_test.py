@@ -3,39 +3,17 @@
 
 SPDX-License-Identifier: MIT
 """
-import array
-import cmath
 import math
-import os
 import pathlib
 import random
 import re
-import subprocess
 import sys
-import tempfile
 import unittest
-import wave
-import xml.etree.ElementTree
 
-PROGRAM = os.path.abspath(sys.argv.pop())
+sys.path.insert(0, str(pathlib.Path(__file__).parent.parent / "support"))
+from example_test import ExampleTest, curves_of, level, read_wav, write_wav  # noqa: E402
+
 RATE = 8000
-
-
-def write_wav(path, rate, tracks):
-    """16 bits; tracks are lists of numbers from -1 to 1, one for each channel."""
-    data = array.array("h", (round(32767 * sample) for frame in zip(*tracks) for sample in frame))
-    with wave.open(str(path), "wb") as out:
-        out.setnchannels(len(tracks))
-        out.setsampwidth(2)
-        out.setframerate(rate)
-        out.writeframes(data.tobytes())
-
-
-def read_wav(path):
-    with wave.open(str(path), "rb") as source:
-        channels = source.getnchannels()
-        data = array.array("h", source.readframes(source.getnframes()))
-        return source.getframerate(), [[s / 32768 for s in data[c::channels]] for c in range(channels)]
 
 
 def noise(seed, seconds=1.0, amplitude=0.3, rate=RATE):
@@ -47,41 +25,10 @@ def power_db(samples):
     return 10 * math.log10(max(sum(s * s for s in samples) / len(samples), 1e-20))
 
 
-def tone_db(samples, frequency, rate=RATE):
-    """The amplitude of a sine, in dB of full scale."""
-    window = [0.5 - 0.5 * math.cos(2 * math.pi * i / len(samples)) for i in range(len(samples))]
-    total = sum(w * s * cmath.exp(-2j * math.pi * frequency / rate * i)
-                for i, (w, s) in enumerate(zip(window, samples)))
-    return 20 * math.log10(max(abs(total) * 4 / len(samples), 1e-9))
-
-
-class Echo(unittest.TestCase):
+class Echo(ExampleTest):
     def setUp(self):
-        scratch = tempfile.TemporaryDirectory()
-        self.addCleanup(scratch.cleanup)
-        self.dir = pathlib.Path(scratch.name)
-        self.out = self.dir / "out"
-        self.recording = self.dir / "recording.wav"
+        super().setUp()
         self.voice = self.dir / "voice.wav"
-
-    def echo(self, *arguments):
-        command = [PROGRAM, "--out", str(self.out), *map(str, arguments)]
-        return subprocess.run(command, capture_output=True, text=True, errors="replace", timeout=120)
-
-    def assert_works(self, *arguments):
-        run = self.echo(*arguments)
-        self.assertEqual(run.returncode, 0, run.stderr)
-        self.assertEqual(run.stderr, "")
-        self.assertEqual((self.out / "report.txt").read_text(), run.stdout)
-        return run.stdout
-
-    def assert_fails(self, *arguments, words=()):
-        run = self.echo(*arguments)
-        self.assertEqual(run.returncode, 1)
-        self.assertRegex(run.stderr, r"\Aecho: [^\n]+\n\Z")
-        self.assertEqual(run.stdout, "")
-        for word in words:
-            self.assertIn(word, run.stderr)
 
     def sounds(self):
         """Rate, and microphone and result channel by channel."""
@@ -130,8 +77,8 @@ class Echo(unittest.TestCase):
         self.assertRegex(report, r"voice +\S+ dB above the echo before")
         _, [(before, after)] = self.sounds()
         last = slice(3 * RATE, 4 * RATE)
-        self.assertAlmostEqual(tone_db(before[last], 700), 20 * math.log10(0.2), delta=0.5)
-        self.assertAlmostEqual(tone_db(after[last], 700), 20 * math.log10(0.2), delta=0.5)
+        self.assertAlmostEqual(level(before[last], RATE, 700), 20 * math.log10(0.2), delta=0.5)
+        self.assertAlmostEqual(level(after[last], RATE, 700), 20 * math.log10(0.2), delta=0.5)
         self.assertGreater(self.attenuation(report), 15)
 
     def test_channels_have_places_of_their_own(self):
@@ -155,9 +102,7 @@ class Echo(unittest.TestCase):
         write_wav(self.voice, RATE, [noise(9, 0.3)])
         for arguments, curves in (((self.recording,), 4), ((self.recording, self.voice), 5)):
             self.assert_works(*arguments)
-            picture = xml.etree.ElementTree.parse(self.out / "picture.svg").getroot()
-            drawn = [[tuple(map(float, p.split(","))) for p in curve.get("points").split()]
-                     for curve in picture.findall("{http://www.w3.org/2000/svg}polyline")]
+            drawn = curves_of(self.out / "picture.svg")
             self.assertEqual(len(drawn), curves)
             self.assertEqual(len(drawn[0]), 200)  # four seconds by 20 ms
             # What is left lies lower in the end, by time and by frequency.
@@ -213,7 +158,7 @@ class Echo(unittest.TestCase):
         self.assert_fails(self.recording, words=["out"])
 
     def test_help(self):
-        run = self.echo("--help")
+        run = self.run_program("--help")
         self.assertEqual((run.returncode, run.stderr), (0, ""))
         for option in ("--reverberation", "--distance", "--level", "--noise", "--times", "--taps", "--step", "--block",
                        "--out"):

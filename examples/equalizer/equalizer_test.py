@@ -3,84 +3,33 @@
 
 SPDX-License-Identifier: MIT
 """
-import array
-import cmath
 import math
-import os
 import pathlib
 import random
 import re
-import subprocess
 import sys
-import tempfile
 import unittest
-import wave
-import xml.etree.ElementTree
 
-PROGRAM = os.path.abspath(sys.argv.pop())
-
-
-def write_wav(path, rate, tracks):
-    """16 bits; tracks are lists of numbers from -1 to 1, one for each channel."""
-    data = array.array("h", (round(32767 * sample) for frame in zip(*tracks) for sample in frame))
-    with wave.open(str(path), "wb") as out:
-        out.setnchannels(len(tracks))
-        out.setsampwidth(2)
-        out.setframerate(rate)
-        out.writeframes(data.tobytes())
-
-
-def read_wav(path):
-    with wave.open(str(path), "rb") as source:
-        channels = source.getnchannels()
-        data = array.array("h", source.readframes(source.getnframes()))
-        return source.getframerate(), [[s / 32768 for s in data[c::channels]] for c in range(channels)]
-
-
-def level(samples, rate, frequency):
-    """The amplitude of a sine in the second half of the samples, in dB of full scale."""
-    half = samples[len(samples) // 2:]
-    window = [0.5 - 0.5 * math.cos(2 * math.pi * i / len(half)) for i in range(len(half))]
-    total = sum(w * s * cmath.exp(-2j * math.pi * frequency / rate * i) for i, (w, s) in enumerate(zip(window, half)))
-    return 20 * math.log10(max(abs(total) * 4 / len(half), 1e-9))
+sys.path.insert(0, str(pathlib.Path(__file__).parent.parent / "support"))
+from example_test import ExampleTest, curves_of, level, read_wav, write_wav  # noqa: E402
 
 
 def tone(rate, frequency, amplitude=0.1, seconds=1.0):
     return [amplitude * math.sin(2 * math.pi * frequency * i / rate) for i in range(round(rate * seconds))]
 
 
-class Equalizer(unittest.TestCase):
-    def setUp(self):
-        scratch = tempfile.TemporaryDirectory()
-        self.addCleanup(scratch.cleanup)
-        self.dir = pathlib.Path(scratch.name)
-        self.out = self.dir / "out"
-        self.recording = self.dir / "recording.wav"
+def settled_level(samples, rate, frequency):
+    return level(samples[len(samples) // 2:], rate, frequency)
 
-    def equalize(self, *arguments):
-        command = [PROGRAM, "--out", str(self.out), *map(str, arguments)]
-        return subprocess.run(command, capture_output=True, text=True, errors="replace", timeout=120)
 
+class Equalizer(ExampleTest):
     def assert_works(self, *arguments):
-        run = self.equalize(*arguments, self.recording)
-        self.assertEqual(run.returncode, 0, run.stderr)
-        self.assertEqual(run.stderr, "")
-        # The last line says where the report is.
-        self.assertEqual((self.out / "report.txt").read_text(), run.stdout)
-        return run.stdout
-
-    def assert_fails(self, *arguments, words=()):
-        run = self.equalize(*arguments)
-        self.assertEqual(run.returncode, 1)
-        self.assertRegex(run.stderr, r"\Aequalizer: [^\n]+\n\Z")
-        self.assertEqual(run.stdout, "")
-        for word in words:
-            self.assertIn(word, run.stderr)
+        return super().assert_works(*arguments, self.recording)
 
     def check_gain(self, rate, frequency, wanted, *bands):
         write_wav(self.recording, rate, [tone(rate, frequency)])
         self.assert_works(*bands)
-        got = level(read_wav(self.out / "equalized.wav")[1][0], rate, frequency)
+        got = settled_level(read_wav(self.out / "equalized.wav")[1][0], rate, frequency)
         self.assertAlmostEqual(got, -20 + wanted, delta=0.05)
 
     def test_peak_at_its_frequency(self):
@@ -103,8 +52,8 @@ class Equalizer(unittest.TestCase):
         self.assert_works("--peak", "500:6:4", "--peak", "5000:-6:4")
         rate, channels = read_wav(self.out / "equalized.wav")
         self.assertEqual((rate, len(channels)), (48000, 3))
-        self.assertAlmostEqual(level(channels[0], rate, 500), -14, delta=0.1)
-        self.assertAlmostEqual(level(channels[1], rate, 5000), -26, delta=0.1)
+        self.assertAlmostEqual(settled_level(channels[0], rate, 500), -14, delta=0.1)
+        self.assertAlmostEqual(settled_level(channels[1], rate, 5000), -26, delta=0.1)
         self.assertEqual(set(channels[2]), {0.0})
 
     def test_block_length_changes_nothing(self):
@@ -127,10 +76,7 @@ class Equalizer(unittest.TestCase):
     def test_picture(self):
         write_wav(self.recording, 48000, [tone(48000, 440)])
         self.assert_works("--peak", "1000:6:1")
-        picture = xml.etree.ElementTree.parse(self.out / "picture.svg").getroot()
-        curves = picture.findall("{http://www.w3.org/2000/svg}polyline")
-        self.assertEqual(len(curves), 2)
-        wanted, measured = ([tuple(map(float, p.split(","))) for p in curve.get("points").split()] for curve in curves)
+        wanted, measured = curves_of(self.out / "picture.svg")
         self.assertEqual(len(wanted), len(measured))
         self.assertGreater(len(wanted), 200)
         for (x, y), (x2, y2) in zip(wanted, measured):
@@ -177,7 +123,7 @@ class Equalizer(unittest.TestCase):
         self.assert_fails(self.recording, words=["out"])
 
     def test_help(self):
-        run = self.equalize("--help")
+        run = self.run_program("--help")
         self.assertEqual((run.returncode, run.stderr), (0, ""))
         for option in ("--high-pass", "--low-pass", "--peak", "--block", "--out"):
             self.assertIn(option, run.stdout)

@@ -3,77 +3,24 @@
 
 SPDX-License-Identifier: MIT
 """
-import array
-import cmath
 import math
-import os
 import pathlib
 import random
 import re
-import subprocess
 import sys
-import tempfile
 import unittest
-import wave
-import xml.etree.ElementTree
 
-PROGRAM = os.path.abspath(sys.argv.pop())
-
-
-def write_wav(path, rate, tracks):
-    """16 bits; tracks are lists of numbers from -1 to 1, one for each channel."""
-    data = array.array("h", (round(32767 * sample) for frame in zip(*tracks) for sample in frame))
-    with wave.open(str(path), "wb") as out:
-        out.setnchannels(len(tracks))
-        out.setsampwidth(2)
-        out.setframerate(rate)
-        out.writeframes(data.tobytes())
-
-
-def read_wav(path):
-    with wave.open(str(path), "rb") as source:
-        channels = source.getnchannels()
-        data = array.array("h", source.readframes(source.getnframes()))
-        return source.getframerate(), [[s / 32768 for s in data[c::channels]] for c in range(channels)]
+sys.path.insert(0, str(pathlib.Path(__file__).parent.parent / "support"))
+from example_test import ExampleTest, amplitude, curves_of, read_wav, write_wav  # noqa: E402
 
 
 def tone(rate, frequency, amplitude=0.5, seconds=0.5):
     return [amplitude * math.sin(2 * math.pi * frequency * i / rate) for i in range(round(rate * seconds))]
 
 
-def amplitude(samples, rate, frequency):
-    """Of a sine, under a window."""
-    window = [0.5 - 0.5 * math.cos(2 * math.pi * i / len(samples)) for i in range(len(samples))]
-    step = -2j * math.pi * frequency / rate
-    return abs(sum(w * s * cmath.exp(step * i) for i, (w, s) in enumerate(zip(window, samples)))) * 4 / len(samples)
-
-
-class Resample(unittest.TestCase):
-    def setUp(self):
-        scratch = tempfile.TemporaryDirectory()
-        self.addCleanup(scratch.cleanup)
-        self.dir = pathlib.Path(scratch.name)
-        self.out = self.dir / "out"
-        self.recording = self.dir / "recording.wav"
-
-    def resample(self, *arguments):
-        command = [PROGRAM, "--out", str(self.out), *map(str, arguments)]
-        return subprocess.run(command, capture_output=True, text=True, errors="replace", timeout=120)
-
+class Resample(ExampleTest):
     def assert_works(self, *arguments):
-        run = self.resample(*arguments, self.recording)
-        self.assertEqual(run.returncode, 0, run.stderr)
-        self.assertEqual(run.stderr, "")  # no bar where there is no terminal
-        self.assertEqual((self.out / "report.txt").read_text(), run.stdout)
-        return run.stdout
-
-    def assert_fails(self, *arguments, words=()):
-        run = self.resample(*arguments)
-        self.assertEqual(run.returncode, 1)
-        self.assertRegex(run.stderr, r"\Aresample: [^\n]+\n\Z")
-        self.assertEqual(run.stdout, "")
-        for word in words:
-            self.assertIn(word, run.stderr)
+        return super().assert_works(*arguments, self.recording)
 
     def result(self):
         return read_wav(self.out / "resampled.wav")
@@ -161,11 +108,7 @@ class Resample(unittest.TestCase):
     def test_picture(self):
         write_wav(self.recording, 44100, [tone(44100, 5000)])
         self.assert_works("--rate", 32000)
-        picture = xml.etree.ElementTree.parse(self.out / "picture.svg").getroot()
-        curves = [[tuple(map(float, p.split(","))) for p in curve.get("points").split()]
-                  for curve in picture.findall("{http://www.w3.org/2000/svg}polyline")]
-        self.assertEqual(len(curves), 4)
-        before, after, gain, unwanted = curves
+        before, after, gain, unwanted = curves_of(self.out / "picture.svg")
         # The spectrum after the change ends at half the lower rate, and so does the sine in the sweep.
         self.assertLess(after[-1][0], before[-1][0] - 200)
         self.assertAlmostEqual(gain[-1][0], after[-1][0], delta=8)
@@ -207,7 +150,7 @@ class Resample(unittest.TestCase):
         self.assert_fails(self.recording, words=["out"])
 
     def test_help(self):
-        run = self.resample("--help")
+        run = self.run_program("--help")
         self.assertEqual((run.returncode, run.stderr), (0, ""))
         for option in ("--rate", "--attenuation", "--pass", "--block", "--out"):
             self.assertIn(option, run.stdout)
