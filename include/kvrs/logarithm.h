@@ -23,7 +23,8 @@ KVRS_BEGIN_DECLS
  * them are e^(k + 1/2), and 10^((k + 1/2) / 10).
  *
  * **Integers, scaleFactor below 0**: the logarithm of the integer as a single, in single precision, times 2^(-scaleFactor), or
- * for 10Log10 times 4.3429446 * 2^(-scaleFactor), converted to an integer in the caller's rounding mode and saturated.
+ * for 10Log10 times 4.3429446 * 2^(-scaleFactor), rounded to the nearest integer, ties to even, and saturated, whatever the
+ * caller's rounding mode. Modules may differ by what the last bit of the logarithm is worth.
  *
  * **Sums** are computed in double precision whatever the type of `sum`: products of the elements are collected while they are in
  * range, and only the logarithms of these products are added. The relative error of each logarithm is a few units of double

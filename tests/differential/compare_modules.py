@@ -33,9 +33,11 @@ ORDER_FREE = [
     (r"kvrs(Arctan|Cauchy|Cubrt|Exp|Ln|Sqrt|SumLn)_.*(32|64)fc?(_I)?", 8),
     # A sum may end on either side of an integer's boundary, see INTEGERS.
 ]
-# Transforms and sums of integers by way of floats, and adaptive filters: a result may be the next integer.
+# Transforms, sums and scaled logarithms of integers by way of floats, and adaptive filters: a result may be the next
+# integer.
 ROUNDED = (r"kvrs((FFT|DFT|DCT)(Fwd|Inv)|Hilbert|Conv|CrossCorr|AutoCorr(_Norm[AB])?)_.*(16|32)sc?.*"
-           r"|kvrsFIR(MR)?32fc?_16sc?_I?Sfs|kvrsFIRLMS(One_Direct)?32f_16s")
+           r"|kvrsFIR(MR)?32fc?_16sc?_I?Sfs|kvrsFIRLMS(One_Direct)?32f_16s"
+           r"|kvrs(10Log10|Ln)_(16|32)s.*")
 # Sums of so many terms of both signs are some sqrt(n) large, and their errors up to n / 8 units: the distances grow.
 LONG_SUMS = r"kvrs(DotProd|Norm|NormDiff|Sum|Mean|StdDev|MeanStdDev|FIR(MR)?(One)?)(_|32|64).*"
 # Each module leaves long spectra in an order of its own.
