@@ -14,6 +14,7 @@
 #include "frame/to_integer.h"
 #include "frame/unaligned.h"
 #include "kvrs/arith_scaled.h"
+#include "kvrs/fill.h"
 
 namespace kvrs {
 namespace {
@@ -43,8 +44,10 @@ struct TimesTo16s {
   }
 };
 
-// By two vectors of floats a block.
+// By two vectors of floats a block. By NaN, all products are that NaN: where an element is one of the other sign, the
+// compiler would choose between the two.
 KvrStatus mapTo16s(float val, const Kvr32f* src, Kvr16s* dst, int len) {
+  if (std::isnan(val)) return kvrsSet_16s(std::signbit(val) ? -32768 : 32767, dst, len);
   return mapElements(TimesTo16s{val}, dst, static_cast<size_t>(len),
                      reinterpret_cast<const Wide<Kvr32f>*>(src));
 }

@@ -68,8 +68,8 @@ KVRS_BEGIN_DECLS
  * - MulC_Low_32f16s: `src[i] * val` in single precision, rounded by the caller's current mode, saturated.
  * - MulC_32f16s: `src[i] * (val * 2^(-scaleFactor))`, both products in single precision, the exponent
  *   -scaleFactor limited to -127 .. 126; rounded to nearest whatever the caller's mode, saturated.
- *   Here and there a NaN stores the minimum if its sign bit is set, as it is in one that arises, else the
- *   maximum.
+ *   In both, a NaN stores the minimum if its sign bit is set, as it is in one that arises, else the maximum;
+ *   the sign is that of `val` if that is one, too.
  * - MulC_64s, MulC_64f64s: `srcDst[i] * (val * 2^(-scaleFactor))` in extended precision, 64 bits of mantissa,
  *   each product rounded to nearest; then rounded to an integer and saturated. A NaN stores the minimum.
  * - DivC_64s: `(srcDst[i] * 2^(-scaleFactor)) / val` likewise. A `val` of 0 stores the maximum for positive

@@ -164,6 +164,21 @@ TEST(ScaledMulFloat, Scaled32f16s) {
   }
 }
 
+TEST(ScaledMulFloat, ByNaN) {
+  constexpr int len = 67;
+  const float nan = std::numeric_limits<float>::quiet_NaN();
+  Kvr32f src[len];
+  for (int i = 0; i < len; ++i) src[i] = i % 3 == 0 ? nan : i % 3 == 1 ? -nan : static_cast<float>(i);
+  for (float val : {nan, -nan}) {
+    for (const bool isScaled : {false, true}) {
+      Kvr16s dst[len] = {};
+      ASSERT_EQ(kvrStatusOk, isScaled ? kvrsMulC_32f16s_Sfs(src, val, dst, len, 2)
+                                      : kvrsMulC_Low_32f16s(src, val, dst, len));
+      for (int i = 0; i < len; ++i) EXPECT_EQ(to16s(val), dst[i]) << i;
+    }
+  }
+}
+
 // The 64-bit forms: each step in extended precision.
 Kvr64s to64s(long double x) {
   return scaledTo<Kvr64s>(x, 0);
