@@ -5,6 +5,7 @@
 #include <climits>
 #include <cmath>
 #include <cstring>
+#include <iterator>
 
 #include "transforms/dft_spec.h"
 #include "transforms/dft_tables.h"
@@ -103,22 +104,20 @@ void makeMixed(Record<T>* r, Tables<T>* tables, int n) {
   dft::Mixed<T> x{};
   bool isPrime = n > dft::kLastShort;
   for (int d = 2; d * d <= n && isPrime; ++d) isPrime = n % d != 0;
-  if (isPrime) {  // one strip of one column
-    x.plan = {.n = n, .strip = n, .lanes = 1, .stripCount = 1, .count = 1, .radix = {n}};
+  if (isPrime) {  // one column
+    x.plan = {.n = n, .levels = 1, .rows = {n}, .stages = {1}, .radix = {n}};
   } else {
-    x.plan = dft::makeMixedPlan<T>(n);
+    x.plan = dft::makePlan<T>(n);
   }
   MixedParts<T>* const parts = tables->template take<MixedParts<T>>(1, alignof(MixedParts<T>));
   dft::makeMixed(*tables, &x);
   parts->n = n;
-  parts->strip = x.plan.strip;
-  parts->lanes = static_cast<uint8_t>(x.plan.lanes);
-  parts->stripCount = static_cast<uint8_t>(x.plan.stripCount);
-  parts->count = static_cast<uint8_t>(x.plan.count);
-  for (int i = 0; i < x.plan.count; ++i) parts->radix[i] = static_cast<uint8_t>(x.plan.radix[i]);
-  parts->stripNumbers.set(x.stripNumbers);
+  parts->levels = static_cast<uint8_t>(x.plan.levels);
+  for (int i = 0; i < dft::kMostLevels; ++i) parts->stages[i] = static_cast<uint8_t>(x.plan.stages[i]);
+  for (size_t i = 0; i < std::size(parts->radix); ++i)
+    parts->radix[i] = static_cast<uint8_t>(x.plan.radix[i]);
+  parts->numbers.set(x.numbers);
   parts->turns.set(x.turns);
-  parts->restNumbers.set(x.restNumbers);
   parts->odd.set(x.odd.count > 0 ? x.odd.table[0] : nullptr);
   r->mixed.set(parts);
 }

@@ -25,10 +25,11 @@ inline constexpr int kLastOnStack = 100;
 // A mixed-radix transform in a block (dft::Mixed).
 template <class T>
 struct MixedParts {
-  int32_t n, strip;
-  uint8_t lanes, stripCount, count;
+  int32_t n;
+  uint8_t levels;
+  uint8_t stages[dft::kMostLevels];
   uint8_t radix[24];
-  Ref<T> stripNumbers, turns, restNumbers;
+  Ref<T> numbers, turns;
   Ref<T> odd;  // the tables of OddRoots, one behind the other
 };
 

@@ -27,18 +27,17 @@ struct OddRoots {
 
 template <class T>
 struct Mixed {
-  MixedPlan plan;
-  const T* stripNumbers;  // between the stages of a strip
-  const T* turns;         // exp(-2 pi i p j / n), strip by strip
-  const T* restNumbers;   // between the stages of the rest
+  Plan plan;
+  const T* numbers;  // between the stages, level by level
+  const T* turns;    // between the levels
   OddRoots<T> odd;
 };
 
 template <class T>
 struct OutOfOrder {
-  OutOfOrderPlan plan;
-  const T* numbers[24];  // of each level
-  const T* turns[24];    // of each level but the last
+  Plan plan;
+  const T* numbers[kMostLevels];  // of each level
+  const T* turns[kMostLevels];    // of each level but the last
   OddRoots<T> odd;
 };
 
@@ -48,10 +47,6 @@ struct OutOfOrder {
 // n up to kLastShort.
 template <class T>
 void runTiny(int n, const Points<const T>& src, const Points<T>& dst, T scale);
-
-// A plan that isShort().
-template <class T>
-void runShort(const Mixed<T>& mixed, const Points<const T>& src, const Points<T>& dst, T scale);
 
 // `work` has room for n numbers, where n > kLastShort.
 template <class T>
@@ -74,21 +69,6 @@ void movePoints(size_t n, Points<const T> src, Points<T> dst, T scale);
 // Lanes of the table of a direct transform: results are computed side by side.
 template <class T>
 int directLanes();
-
-// The strips that runMixed and runOutOfOrder take, for whoever makes their tables: body(first, width).
-template <class T, class Body>
-void forStrips(size_t rows, size_t columns, size_t lanes, Body body) {
-  // As many columns as a tile of so many rows holds, which is 2 lanes - 1 or more, all strips about as wide, so that none
-  // is narrower than `lanes`.
-  const size_t holds = static_cast<size_t>(kTilePoints<T>) / rows;
-  const size_t most = holds < 8 * lanes ? holds : 8 * lanes;
-  const size_t strips = (columns + most - 1) / most;
-  for (size_t i = 0, first = 0; i < strips; ++i) {
-    const size_t end = static_cast<size_t>(uint64_t{columns} * (i + 1) / strips);
-    body(first, end - first);
-    first = end;
-  }
-}
 
 // Real signals of odd length n = r m. A butterfly of radix r makes of the real rows x[p + m k] a real row, j = 0, and
 // complex ones, j = 1 .. (r-1)/2, turned; the others are their conjugates. Transforms of m points follow.

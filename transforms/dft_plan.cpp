@@ -2,11 +2,6 @@
 // SPDX-License-Identifier: MIT
 #include "transforms/dft_plan.h"
 
-#include <algorithm>
-
-#include "frame/simd.h"
-#include "transforms/fft_plan.h"
-
 namespace kvrs::dft {
 
 Factors factorsOf(int n, bool arranged) {
@@ -73,231 +68,138 @@ int64_t chirpLength(int64_t n) {
 
 namespace {
 
-// The work of a radix for each point, more or less.
+// The operations of a radix for each point, loads and stores included.
 constexpr float costOf(int radix) {
-  switch (radix) {
-    case 2:
-      return 1.0f;
-    case 3:
-    case 4:
-      return 1.3f;
-    case 5:
-      return 1.7f;
-    case 7:
-      return 2.3f;
-    case 8:
-      return 1.8f;
-    case 9:
-      return 2.8f;
-    case 11:
-      return 3.4f;
-    case 13:
-      return 4.0f;
-    case 16:
-      return 2.4f;
-    default:
-      return 0.4f * static_cast<float>(radix);
-  }
-}
-
-// What blocks of so many lanes do for `count` numbers, over what there is to do.
-constexpr float lanesCost(int count, int lanes) {
-  return static_cast<float>((count + lanes - 1) / lanes * lanes) / static_cast<float>(count);
-}
-
-// Whether a tile holds strips of so many rows (forStrips).
-template <class T>
-constexpr bool fitsTile(int rows, int lanes) {
-  return rows * (2 * lanes - 1) <= kTilePoints<T>;
-}
-
-// The lanes to try after so many, and 0 at the end.
-template <class T>
-constexpr int fewerLanes(int lanes) {
-  constexpr int kFewest = sizeof(T) == 4 ? 4 : 2;
-  return lanes > kFewest ? lanes / 2 : lanes > 1 ? 1 : 0;
+  constexpr int kOperations[] = {16, 34, 40, 62, 80, 102, 100, 150, 144, 206, 184, 270, 232, 232, 240};
+  if (radix > kLastShort) return 2.0f * static_cast<float>(radix) + 6.0f;
+  return static_cast<float>(kOperations[radix - 2]) / static_cast<float>(radix);
 }
 
 struct Radices {
-  int count = 0;
-  int radix[24];
-  void append(int r) { radix[count++] = r; }
+  int count;
+  int radix[8];
+  float cost;
 };
 
-Radices radicesOf(int n) {
-  Radices all;
-  int twos = 0, threes = 0;
-  for (; n % 2 == 0; n /= 2) ++twos;
-  for (; n % 3 == 0; n /= 3) ++threes;
-  for (int passes = (twos + fft::kMaxBits - 1) / fft::kMaxBits; passes > 0; --passes) {
-    const int bits = (twos + passes - 1) / passes;
-    all.append(1 << bits);
-    twos -= bits;
-  }
-  for (; threes > 1; threes -= 2) all.append(9);
-  if (threes > 0) all.append(3);
-  for (int d = 5; n > 1; d += 2) {
-    if (d * d > n) d = n;
-    for (; n % d == 0; n /= d) all.append(d);
-  }
-  // The largest first.
-  for (int i = 1; i < all.count; ++i) {
-    for (int k = i; k > 0 && all.radix[k] > all.radix[k - 1]; --k) {
-      const int r = all.radix[k];
-      all.radix[k] = all.radix[k - 1];
-      all.radix[k - 1] = r;
-    }
-  }
-  return all;
-}
-
-// The two radices of a short transform that make the fewest vectors; none where there are no two.
-template <class T>
-bool twoPasses(int n, MixedPlan* plan) {
-  // The operations of a radix from 2 to 16, loads and stores included.
-  constexpr int kOperations[] = {16, 34, 40, 62, 80, 102, 100, 150, 144, 206, 184, 270, 232, 232, 240};
-  constexpr int kLast = fft::kMaxBits >= 4 ? 16 : 15;
-  constexpr int L = static_cast<int>(kLanes<T>);
-  const auto blocks = [](int count) { return (count + L - 1) / L; };
-  const auto square = [](int side) { return side * (__builtin_ctz(static_cast<unsigned>(side)) + 2); };
-  const auto transposition = [&](int rows, int columns) {
-    switch (shortSquares<T>(rows, columns)) {
-      case Squares::small:
-        return 2 * square(L / 2);
-      case Squares::shared:
-        return blocks(columns) * square(L);
-      default:
-        return 2 * blocks(columns) * blocks(rows) * square(L);
-    }
+// Those of the least work, the largest last, where a stage has the fewest factors between; none where a prime is too large.
+Radices radicesOf(int rows, int most = kMostRows) {
+  constexpr float kStage = 3.0f;  // what a stage costs besides
+  Radices best{0, {}, rows == 1 ? 0.0f : 1e9f};
+  const auto attempt = [&](int radix) {
+    const Radices rest = radicesOf(rows / radix, radix);
+    const float cost = rest.cost + costOf(radix) + kStage;
+    if (cost >= best.cost || rest.count == 8) return;
+    best = rest;
+    best.radix[best.count++] = radix;
+    best.cost = cost;
   };
-  int least = 0;
-  if (n > kLastTwoPasses) return false;
-  for (int rows = 2; rows <= kLast; ++rows) {
-    const int columns = n / rows;
-    if (n % rows != 0 || columns < 2 || columns > kLast) continue;
-    const int work = kOperations[rows - 2] * blocks(columns) + kOperations[columns - 2] * blocks(rows) +
-                     transposition(rows, columns);
-    if (least != 0 && work > least) continue;  // of two that are alike the one with longer rows of results
-    least = work;
-    *plan = {.n = n, .strip = 1, .lanes = 1, .stripCount = 0, .count = 2, .radix = {rows, columns}};
+  for (int radix = 2; radix <= rows && radix <= most; ++radix) {
+    if (rows % radix != 0) continue;
+    bool isPrime = radix > kLastShort;
+    for (int d = 2; d * d <= radix && isPrime; ++d) isPrime = radix % d != 0;
+    if (radix <= kLastRadix || isPrime) attempt(radix);
   }
-  return least != 0;
+  return best;
 }
 
-}  // namespace
-
-// Every choice of radices for the strip is weighed. Fewer lanes cost about in proportion.
+// Every choice of levels is weighed.
 template <class T>
-MixedPlan makeMixedPlan(int n) {
-  const Radices all = radicesOf(n);
-  MixedPlan best{};
-  best.n = n;
-  if (n <= kLastShort) return {.n = n, .strip = n, .lanes = 1, .stripCount = 1, .count = 1, .radix = {n}};
-  if (twoPasses<T>(n, &best)) return best;
-  float least = 1e30f;
-  for (unsigned choice = 1; choice + 1 < 1u << all.count; ++choice) {
-    int strip = 1, last = 0, stages = 0;
-    float stripWork = 2.5f, restWork = 0;
-    for (int i = 0; i < all.count; ++i) {
-      const int r = all.radix[i];
-      if (choice >> i & 1) {
-        if (strip > kTilePoints<T>) break;
-        strip *= r;
-        stripWork += costOf(r);
+class Search {
+ public:
+  Search(int n, bool inOrder) : n_(n), inOrder_(inOrder) {
+    best_.n = n;
+    for (int rows = 2; rows <= kMostRows; ++rows) {
+      if (n % rows != 0) continue;
+      const Radices radices = radicesOf(rows);
+      if (radices.count == 0) continue;
+      rows_[count_] = rows;
+      radices_[count_++] = radices;
+    }
+    for (depth_ = 2; least_ == kNone && depth_ <= kMostLevels; ++depth_) choose(0, n, 0);
+  }
+
+  const Plan& best() const { return best_; }
+
+ private:
+  static constexpr float kNone = 1e30f;
+  static constexpr int kAll = static_cast<int>(kLanes<T>);
+
+  void choose(int level, int rest, float cost) {
+    for (int i = 0; i < count_; ++i) {
+      const int rows = rows_[i];
+      if (rest % rows != 0 || (level + 1 == depth_) != (rest == rows)) continue;
+      chosen_[level] = i;
+      const float all = cost + costOfLevel(level, rest, rows, radices_[i].cost);
+      if (all >= least_) continue;
+      if (level + 1 < depth_) {
+        choose(level + 1, rest / rows, all);
       } else {
-        restWork += costOf(r);
-        last = r;
-        ++stages;
-      }
-    }
-    if (strip > kTilePoints<T> || last > kTilePoints<T>) continue;
-    const int rest = n / strip;
-    for (int lanes = static_cast<int>(kLanes<T>); lanes > 0; lanes = fewerLanes<T>(lanes)) {
-      if (lanes > 1 && (strip < lanes || rest < lanes)) continue;
-      if (!fitsTile<T>(strip, lanes) || !fitsTile<T>(last, lanes)) continue;
-      // In place an even number of stages takes a copy.
-      const float work = stripWork * lanesCost(rest, lanes) + restWork * lanesCost(strip, lanes) +
-                         (stages % 2 == 0 ? 0.5f : 0.0f);
-      const float cost = work / static_cast<float>(lanes);
-      if (cost >= least) continue;
-      least = cost;
-      best.strip = strip;
-      best.lanes = lanes;
-      best.stripCount = best.count = 0;
-      for (int i = 0; i < all.count; ++i) {
-        if (choice >> i & 1) best.radix[best.stripCount++] = all.radix[i];
-      }
-      best.count = best.stripCount;
-      for (int i = 0; i < all.count; ++i) {
-        if (!(choice >> i & 1)) best.radix[best.count++] = all.radix[i];
+        least_ = all;
+        keep();
       }
     }
   }
-  return best;
-}
 
-namespace {
+  // In operations on vectors.
+  float costOfLevel(int level, int rest, int rows, float stages) const {
+    const int first = rows_[chosen_[0]], m = rest / rows, side = n_ / rest;
+    const auto vectors = [](int numbers) { return static_cast<float>(wholeVectors<T>(numbers) / kAll); };
+    const float columns = level == 0 ? vectors(m)
+                          : depth_ == 2 || side % kAll == 0
+                              ? vectors(first) * static_cast<float>(side / first * m)
+                          : side < kAll ? kNone
+                                        : (vectors(side) + 0.5f) * static_cast<float>(m);
+    float cost = columns * static_cast<float>(rows) * (stages + 8.0f);
+    const int transposed = inOrder_ ? 0 : depth_ - 1;
+    if (level == transposed) {
+      constexpr float kSquare = static_cast<float>(2 * kAll * (__builtin_ctz(kAll) + 5));
+      if (!inOrder_ && rows < kAll) return kNone;
+      cost += kSquare * (inOrder_ ? columns * vectors(rows) : vectors(side) * vectors(rows));
+    }
+    if (inOrder_ && level == 0 && rows % kAll != 0 && rows < kAll &&
+        (depth_ > 2 || wholeVectors<T>(rows) > kMostPadded<T> / m)) {
+      return kNone;
+    }
+    return cost;
+  }
 
-// The plan with the chosen radices in the last level; the others, the largest first, fill levels as far as a tile goes.
-template <class T>
-OutOfOrderPlan outOfOrderPlan(int n, const Radices& all, unsigned chosen, int lanes) {
-  OutOfOrderPlan plan{};
-  plan.n = n;
-  plan.lanes = lanes;
-  int used = 0;
-  const auto put = [&](int radix) {
-    if (plan.stages[plan.levels - 1] == 0) plan.size[plan.levels - 1] = 1;
-    plan.size[plan.levels - 1] *= radix;
-    ++plan.stages[plan.levels - 1];
-    plan.radix[used++] = radix;
-  };
-  for (int i = 0; i < all.count; ++i) {
-    if (chosen >> i & 1) continue;
-    const int radix = all.radix[i];
-    if (plan.levels == 0 || !fitsTile<T>(plan.size[plan.levels - 1] * radix, lanes)) ++plan.levels;
-    put(radix);
+  void keep() {
+    best_.levels = depth_;
+    int used = 0;
+    for (int level = 0; level < depth_; ++level) {
+      const Radices& radices = radices_[chosen_[level]];
+      best_.rows[level] = rows_[chosen_[level]];
+      best_.stages[level] = radices.count;
+      for (int i = 0; i < radices.count; ++i) best_.radix[used++] = radices.radix[i];
+    }
   }
-  ++plan.levels;
-  for (int i = 0; i < all.count; ++i) {
-    if (chosen >> i & 1) put(all.radix[i]);
-  }
-  return plan;
-}
+
+  int n_;
+  bool inOrder_;
+  int count_ = 0, depth_;
+  int rows_[kMostRows];
+  Radices radices_[kMostRows];
+  int chosen_[kMostLevels];
+  float least_ = kNone;
+  Plan best_{};
+};
 
 }  // namespace
 
-// Every choice of radices for the last level is weighed: levels are passes through memory, and rows that are no multiple of
-// the lanes cost what lies over another vector, in the last level and in the one before.
 template <class T>
-OutOfOrderPlan makeOutOfOrderPlan(int n) {
-  const Radices all = radicesOf(n);
-  OutOfOrderPlan best{};
-  float least = 1e30f;
-  for (int lanes = static_cast<int>(kLanes<T>); lanes > 0; lanes = fewerLanes<T>(lanes)) {
-    if (lanes > 1 && !std::all_of(all.radix, all.radix + all.count,
-                                  [=](int radix) { return fitsTile<T>(radix, lanes); })) {
-      continue;
-    }
-    for (unsigned choice = 1; choice < 1u << all.count; ++choice) {
-      int last = 1;
-      for (int i = 0; i < all.count && last <= kTilePoints<T>; ++i) {
-        if (choice >> i & 1) last *= all.radix[i];
-      }
-      if (last < lanes || n / last < lanes || !fitsTile<T>(last, lanes)) continue;
-      const OutOfOrderPlan plan = outOfOrderPlan<T>(n, all, choice, lanes);
-      const float cost =
-          (static_cast<float>(plan.levels) + 2 * (lanesCost(last, lanes) - 1)) / static_cast<float>(lanes);
-      if (cost >= least) continue;
-      least = cost;
-      best = plan;
-    }
-  }
-  return best;
+Plan makePlan(int n) {
+  if (n <= kLastShort) return {.n = n, .levels = 1, .rows = {n}, .stages = {1}, .radix = {n}};
+  return Search<T>(n, true).best();
 }
 
-template OutOfOrderPlan makeOutOfOrderPlan<float>(int);
-template OutOfOrderPlan makeOutOfOrderPlan<double>(int);
-template MixedPlan makeMixedPlan<float>(int);
-template MixedPlan makeMixedPlan<double>(int);
+template <class T>
+Plan makeOutOfOrderPlan(int n) {
+  return Search<T>(n, false).best();
+}
+
+template Plan makePlan<float>(int);
+template Plan makePlan<double>(int);
+template Plan makeOutOfOrderPlan<float>(int);
+template Plan makeOutOfOrderPlan<double>(int);
 
 }  // namespace kvrs::dft

@@ -7,6 +7,7 @@
 #include <cstdint>
 
 #include "frame/simd.h"
+#include "transforms/fft_plan.h"
 
 namespace kvrs::dft {
 
@@ -33,71 +34,59 @@ Factors factorsOf(int n, bool arranged = true);
 // The least length of a convolution that a chirp transform of n points is stated to use.
 int64_t chirpLength(int64_t n);
 
-// The plan of a product n of radices. The points are an array [strip][rest], and p is the place in a row:
+// The plan of a product n: a few levels, each of as many rows as a tile holds, each a product of radices, its stages.
 //
-//   for strips of neighbouring columns p: transforms over `strip` rows in a tile on the stack, in stages of the first
-//   radices; turned by exp(-2 pi i p j / n); written transposed, so that the `strip` results of p lie together
-//   then, over `rest` rows of `strip` neighbours each, stages of the other radices, from one area into the other
+//   first level   the points are [rows][m], p the place in a row: strips of neighbouring columns p are transformed in a
+//                 tile, turned by exp(-2 pi i p j / n), and written transposed, so that the results j of p lie together
+//   every other   the points are [rows][m][side], side the product of the levels before: strips of the side are transformed
+//                 and turned likewise, and written as [m][rows][side]; the last level has m = 1, and ends in the caller's
+//                 array
 //
-// Radices that have no kernel of their own are odd and up to 149.
-struct MixedPlan {
+// Radices without a kernel of their own are odd and up to 149. One level: a single column.
+inline constexpr int kMostLevels = 8;
+struct Plan {
   int n;
-  int strip;              // product of the first stripCount radices
-  int lanes;              // numbers side by side: at most `strip` and n / strip, or 1
-  int stripCount, count;  // count == stripCount: the whole transform is one strip of one column
-  int radix[24];
-
-  // Two radices up to 16 for a transform in two passes without strips.
-  constexpr bool isShort() const { return stripCount == 0; }
-  // Up to kLastShort points a transform is one butterfly; that and a short one need no tables of odd radices.
-  constexpr bool hasStages() const { return n > kLastShort && !isShort(); }
+  int levels;
+  int rows[kMostLevels];
+  int stages[kMostLevels];
+  int radix[24];  // of all levels
 };
 
-// Up to so many points a tile holds, in bytes of one of its two planes.
-inline constexpr size_t kTileBytes = 8192;
+// A tile is this many rows of so many numbers. Every length has a divisor above 15 and up to it.
+inline constexpr int kMostRows = 169;
 template <class T>
-inline constexpr int kTilePoints = static_cast<int>(kTileBytes / sizeof(T));
+inline constexpr int kTileWidth = static_cast<int>(64 / sizeof(T));
 
-// The points of short transforms.
-inline constexpr int kLastTwoPasses = 256;
-
-// How the numbers between the two passes are transposed: in squares of half as many lanes; real and imaginary parts
-// together, half a square each; in whole squares.
-enum class Squares { small, shared, whole };
-
-// Half a vector has to be one that can be transposed.
-inline constexpr bool kHasSmallSquares = kVectorBytes > 16;
+// Between the two levels of so many points, rows may be filled up to whole vectors.
+template <class T>
+inline constexpr int kMostPadded = static_cast<int>(8192 / sizeof(T));
 
 template <class T>
-constexpr Squares shortSquares(int rows, int columns) {
-  constexpr int kHalf = static_cast<int>(kLanes<T>) / 2;
-  if (!kHasSmallSquares || rows > kHalf) return Squares::whole;
-  return columns <= kHalf ? Squares::small : Squares::shared;
+constexpr int wholeVectors(int count) {
+  constexpr int kAll = static_cast<int>(kLanes<T>);
+  return (count + kAll - 1) / kAll * kAll;
+}
+template <class T>
+constexpr bool isPadded(const Plan& plan) {
+  const int pitch = wholeVectors<T>(plan.rows[0]);
+  return plan.levels == 2 && pitch != plan.rows[0] && pitch <= kMostPadded<T> / plan.rows[1];
 }
 
-// The plan for lanes up to kLanes<T>; n has no prime factor above 149.
+// n is no prime and has no prime factor above 149.
 template <class T>
-MixedPlan makeMixedPlan(int n);
+Plan makePlan(int n);
 
 // The plan of a transform in place that leaves its results in an order of its own. Level by level, from the outermost:
-// the points are [size][rest] for each block of the level above; the columns are transformed in strips, turned, and left
-// where they are. The last level has contiguous blocks.
-struct OutOfOrderPlan {
-  int n;
-  int lanes;
-  int levels;
-  int size[24];
-  int stages[24];  // radices of a level
-  int radix[24];   // of all levels
-};
-
+// the points are [rows][rest] for each block of the level above; the columns are transformed in strips, turned, and left
+// where they are. The last level has contiguous blocks of a vector or more.
 template <class T>
-OutOfOrderPlan makeOutOfOrderPlan(int n);
+Plan makeOutOfOrderPlan(int n);
 
-// Whether a radix has a kernel of its own.
+// Whether a radix has a kernel of its own: in stages, of 16 points only where that many find room in registers.
 constexpr bool hasKernel(int radix) {
-  return radix <= 5 || radix == 7 || radix == 8 || radix == 9 || radix == 11 || radix == 13 || radix == 16;
+  return radix <= kLastShort;
 }
+inline constexpr int kLastRadix = fft::kMaxBits >= 4 ? 16 : 15;
 
 }  // namespace kvrs::dft
 

@@ -5,6 +5,5 @@
 namespace kvrs::dft {
 
 template void runTiny(int, const Points<const Kvr32f>&, const Points<Kvr32f>&, Kvr32f);
-template void runShort(const Mixed<Kvr32f>&, const Points<const Kvr32f>&, const Points<Kvr32f>&, Kvr32f);
 
 }  // namespace kvrs::dft

@@ -5,6 +5,5 @@
 namespace kvrs::dft {
 
 template void runTiny(int, const Points<const Kvr64f>&, const Points<Kvr64f>&, Kvr64f);
-template void runShort(const Mixed<Kvr64f>&, const Points<const Kvr64f>&, const Points<Kvr64f>&, Kvr64f);
 
 }  // namespace kvrs::dft

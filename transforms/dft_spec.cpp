@@ -62,20 +62,20 @@ class Builder {
   Root<T> root(int64_t k, int64_t n) const { return roots_[k * (count_ / n) % count_]; }
 
   void mixed(Mixed<T>* x, int n) {
-    x->plan = makeMixedPlan<T>(n);
+    x->plan = makePlan<T>(n);
     makeMixed(*this, x);
   }
 
   void outOfOrder(OutOfOrder<T>* x, int n) {
     x->plan = makeOutOfOrderPlan<T>(n);
-    const OutOfOrderPlan& plan = x->plan;
+    const Plan& plan = x->plan;
     int64_t length = n;
     int used = 0;
     for (int level = 0; level < plan.levels; ++level) {
-      const int64_t rows = plan.size[level];
+      const int64_t rows = plan.rows[level];
       x->numbers[level] = makeNumbers<T>(*this, plan.radix + used, plan.stages[level], rows);
       used += plan.stages[level];
-      if (level + 1 < plan.levels) x->turns[level] = makeTurns<T>(*this, rows, length / rows, plan.lanes);
+      if (level + 1 < plan.levels) x->turns[level] = makeTurns<T>(*this, rows, length / rows);
       length /= rows;
     }
     makeOdd(*this, &x->odd, plan.radix, used);

@@ -33,23 +33,98 @@ fft::Root<T> rootOf(int64_t k, int64_t n) {
 }
 
 // Between the stages of a transform of n points: for p = 1, 2 ... and j = 1 .. r - 1, exp(-2 pi i p j / n), and so on
-// within each r-th of it.
+// within each r-th of it. Returns how many numbers these are, and puts them where `to` is not null.
+template <class T, class Source>
+size_t putNumbers(Source& source, const int* radix, int count, int64_t n, T* to) {
+  size_t all = 0;
+  for (int i = 0; i < count; ++i) {
+    const int64_t m = n / radix[i];
+    for (int64_t p = 1; p < m && to != nullptr; ++p) {
+      for (int64_t j = 1; j < radix[i]; ++j) {
+        const fft::Root<T> w = source.root(p * j, n);
+        *to++ = w.re;
+        *to++ = w.im;
+      }
+    }
+    all += static_cast<size_t>(2 * (m - 1) * (radix[i] - 1));
+    n = m;
+  }
+  return all;
+}
+
 template <class T, class Source>
 const T* makeNumbers(Source& source, const int* radix, int count, int64_t n) {
-  size_t all = 0;
-  int64_t length = n;
-  for (int i = 0; i < count; ++i) {
-    const int64_t m = length / radix[i];
-    all += static_cast<size_t>(2 * (m - 1) * (radix[i] - 1));
-    length = m;
+  T* const table = source.take(putNumbers<T>(source, radix, count, n, nullptr));
+  if (table != nullptr) putNumbers(source, radix, count, n, table);
+  return table;
+}
+
+// Those of all levels.
+template <class T, class Source>
+const T* makeAllNumbers(Source& source, const Plan& plan) {
+  const auto put = [&](T* to) {
+    size_t all = 0;
+    const int* radix = plan.radix;
+    for (int level = 0; level < plan.levels; radix += plan.stages[level], ++level) {
+      all += putNumbers(source, radix, plan.stages[level], plan.rows[level], to == nullptr ? to : to + all);
+    }
+    return all;
+  };
+  T* const table = source.take(put(nullptr));
+  if (table != nullptr) put(table);
+  return table;
+}
+
+// exp(-2 pi i p j / n) for strips of columns p: for each, rows j from 1 on, of real parts and of imaginary ones. Returns
+// what comes behind.
+template <class T, class Source>
+T* putTurns(Source& source, int64_t rows, int64_t columns, T* to) {
+  for (int64_t first = 0; first < columns; first += kTileWidth<T>) {
+    const int64_t width = columns - first < kTileWidth<T> ? columns - first : kTileWidth<T>;
+    for (int64_t j = 1; j < rows; ++j, to += 2 * width) {
+      for (int64_t q = 0; q < width; ++q) {
+        const fft::Root<T> w = source.root(j * (first + q), rows * columns);
+        to[q] = w.re;
+        to[width + q] = w.im;
+      }
+    }
+  }
+  return to;
+}
+
+// What a vector of the last row may reach beyond a table.
+template <class T>
+inline constexpr size_t kBeyond = kLanes<T>;
+template <class T>
+void putBeyond(T* to) {
+  for (size_t i = 0; i < kBeyond<T>; ++i) to[i] = 0;
+}
+
+template <class T, class Source>
+const T* makeTurns(Source& source, int64_t rows, int64_t columns) {
+  T* const table = source.take(static_cast<size_t>(2 * (rows - 1) * columns) + kBeyond<T>);
+  if (table != nullptr) putBeyond(putTurns(source, rows, columns, table));
+  return table;
+}
+
+// Those of all levels but the last: of the first in strips, of the others numbers, for each p the rows j from 1 on.
+template <class T, class Source>
+const T* makeAllTurns(Source& source, const Plan& plan) {
+  size_t all = kBeyond<T>;
+  int64_t n = plan.n;
+  for (int level = 0; level + 1 < plan.levels; ++level) {
+    const int64_t m = n / plan.rows[level];
+    all += static_cast<size_t>(2 * (plan.rows[level] - 1) * m);
+    n = m;
   }
   T* const table = source.take(all);
   if (table == nullptr) return nullptr;
-  T* to = table;
-  for (int i = 0; i < count; ++i) {
-    const int64_t m = n / radix[i];
-    for (int64_t p = 1; p < m; ++p) {
-      for (int64_t j = 1; j < radix[i]; ++j) {
+  T* to = putTurns(source, plan.rows[0], plan.n / plan.rows[0], table);
+  n = plan.n / plan.rows[0];
+  for (int level = 1; level + 1 < plan.levels; ++level) {
+    const int64_t m = n / plan.rows[level];
+    for (int64_t p = 0; p < m; ++p) {
+      for (int64_t j = 1; j < plan.rows[level]; ++j) {
         const fft::Root<T> w = source.root(p * j, n);
         *to++ = w.re;
         *to++ = w.im;
@@ -57,25 +132,7 @@ const T* makeNumbers(Source& source, const int* radix, int count, int64_t n) {
     }
     n = m;
   }
-  return table;
-}
-
-// Between columns and rows, strip by strip.
-template <class T, class Source>
-const T* makeTurns(Source& source, int64_t rows, int64_t columns, int lanes) {
-  T* const table = source.take(static_cast<size_t>(2 * (rows - 1) * columns));
-  if (table == nullptr) return nullptr;
-  T* to = table;
-  forStrips<T>(static_cast<size_t>(rows), static_cast<size_t>(columns), static_cast<size_t>(lanes),
-               [&](size_t first, size_t width) {
-                 for (int64_t j = 1; j < rows; ++j, to += 2 * width) {
-                   for (size_t q = 0; q < width; ++q) {
-                     const fft::Root<T> w = source.root(j * static_cast<int64_t>(first + q), rows * columns);
-                     to[q] = w.re;
-                     to[width + q] = w.im;
-                   }
-                 }
-               });
+  putBeyond(to);
   return table;
 }
 
@@ -104,42 +161,16 @@ void makeOdd(Source& source, OddRoots<T>* x, const int* radix, int count) {
   }
 }
 
-// exp(-2 pi i j q / n), a row of real and one of imaginary parts for each j from 1 on, and behind them what a vector may
-// reach beyond.
-template <class T, class Source>
-const T* makeShortTurns(Source& source, int64_t rows, int64_t columns) {
-  constexpr size_t kBeyond = kLanes<T>;
-  const size_t numbers = static_cast<size_t>(2 * (rows - 1) * columns);
-  T* const table = source.take(numbers + kBeyond);
-  if (table == nullptr) return nullptr;
-  T* to = table;
-  for (int64_t j = 1; j < rows; ++j, to += 2 * columns) {
-    for (int64_t q = 0; q < columns; ++q) {
-      const fft::Root<T> w = source.root(j * q, rows * columns);
-      to[q] = w.re;
-      to[columns + q] = w.im;
-    }
-  }
-  for (size_t i = 0; i < kBeyond; ++i) to[i] = 0;
-  return table;
-}
-
 // Of x->plan.
 template <class T, class Source>
 void makeMixed(Source& source, Mixed<T>* x) {
-  const MixedPlan& plan = x->plan;
+  const Plan& plan = x->plan;
   if (plan.n <= kLastShort) return;
-  if (plan.isShort()) {
-    x->turns = makeShortTurns<T>(source, plan.radix[0], plan.radix[1]);
-    return;
-  }
-  const int64_t rows = plan.strip, rest = plan.n / rows;
-  x->stripNumbers = makeNumbers<T>(source, plan.radix, plan.stripCount, rows);
-  if (plan.count > plan.stripCount) {
-    x->restNumbers = makeNumbers<T>(source, plan.radix + plan.stripCount, plan.count - plan.stripCount, rest);
-    x->turns = makeTurns<T>(source, rows, rest, plan.lanes);
-  }
-  makeOdd(source, &x->odd, plan.radix, plan.count);
+  x->numbers = makeAllNumbers<T>(source, plan);
+  if (plan.levels > 1) x->turns = makeAllTurns<T>(source, plan);
+  int stages = 0;
+  for (int level = 0; level < plan.levels; ++level) stages += plan.stages[level];
+  makeOdd(source, &x->odd, plan.radix, stages);
 }
 
 }  // namespace kvrs::dft

@@ -241,25 +241,26 @@ void unrotateOdd(const T* y, size_t N, T scale0, const T* turns, T* re, T* im) {
 // The record's transform as the engine takes it.
 template <class T>
 KVRS_INLINE void loadMixed(const MixedParts<T>& parts, dft::Mixed<T>* x) {
-  dft::MixedPlan& plan = x->plan;
+  dft::Plan& plan = x->plan;
   plan.n = parts.n;
-  plan.strip = parts.strip;
-  plan.lanes = parts.lanes;
-  plan.stripCount = parts.stripCount;
-  plan.count = parts.count;
-  x->stripNumbers = parts.stripNumbers.get();
+  plan.levels = parts.levels;
+  x->numbers = parts.numbers.get();
   x->turns = parts.turns.get();
-  x->restNumbers = parts.restNumbers.get();
   x->odd.count = 0;
   const T* table = parts.odd.get();
-  for (int i = 0; i < plan.count; ++i) {
-    const int radix = parts.radix[i];
-    plan.radix[i] = radix;
-    if (!plan.hasStages() || dft::hasKernel(radix) || x->odd.of(radix) != nullptr) continue;
-    x->odd.radix[x->odd.count] = radix;
-    x->odd.table[x->odd.count] = table;
-    ++x->odd.count;
-    table += 2 * radix;
+  for (int level = 0, i = 0; level < plan.levels; ++level) {
+    plan.rows[level] = 1;
+    plan.stages[level] = parts.stages[level];
+    for (int stage = 0; stage < plan.stages[level]; ++stage, ++i) {
+      const int radix = parts.radix[i];
+      plan.rows[level] *= radix;
+      plan.radix[i] = radix;
+      if (dft::hasKernel(radix) || x->odd.of(radix) != nullptr) continue;
+      x->odd.radix[x->odd.count] = radix;
+      x->odd.table[x->odd.count] = table;
+      ++x->odd.count;
+      table += 2 * radix;
+    }
   }
 }
 

@@ -10,46 +10,138 @@
 
 namespace kvrs::dft {
 
-// Runs body(tag) for so many lanes.
-template <class T, class Body>
-KVRS_INLINE void withLanes(int lanes, Body body) {
-  constexpr int kAll = static_cast<int>(kLanes<T>), kFewest = sizeof(T) == 4 ? 4 : 2;
-  if (lanes == kAll) return body(Lanes<T, kAll>());
-  if constexpr (kAll / 2 >= kFewest) {
-    if (lanes == kAll / 2) return body(Lanes<T, kAll / 2>());
-  }
-  if constexpr (kAll / 4 >= kFewest) {
-    if (lanes == kAll / 4) return body(Lanes<T, kAll / 4>());
-  }
-  body(Lanes<T, 1>());
-}
-
 template <class T>
 void copyBytes(T* to, const T* from, size_t count) {
   std::memcpy(static_cast<void*>(to), from, count * sizeof(T));
 }
 
-template <class D, class T>
-void runStrip(D d, const Mixed<T>& x, const Points<const T>& src, const Points<T>& dst, T scale) {
-  const size_t n = static_cast<size_t>(x.plan.n);
-  Tile<T> a, b;
-  loadRows(d, src, 0, 1, n, 1, static_cast<const T*>(nullptr), a.planes());
-  const auto result =
-      tileStages(d, x.plan.radix, x.plan.count, n, 1, x.stripNumbers, x.odd, a.planes(), b.planes());
-  storeRows(d, result, n, 1, static_cast<const T*>(nullptr), scale, dst, 0, 1);
+// Numbers of the table between the stages of a level.
+inline size_t numbersOf(const int* radix, int count, size_t rows) {
+  size_t all = 0;
+  for (int i = 0; i < count; ++i) {
+    const size_t r = static_cast<size_t>(radix[i]), m = rows / r;
+    all += 2 * (m - 1) * (r - 1);
+    rows = m;
+  }
+  return all;
 }
 
-template <class D, class T>
-__attribute__((noinline)) void runStrips(D d, const Mixed<T>& x, Points<const T> src, const Points<T>& dst,
-                                         T* work, T scale) {
-  const size_t n = static_cast<size_t>(x.plan.n), rows = static_cast<size_t>(x.plan.strip), rest = n / rows;
-  const int stages = x.plan.count - x.plan.stripCount;
+// One level of a plan as it runs: its rows and radices, and what transforms a strip.
+template <class T>
+struct Level {
+  size_t rows;
+  const int* radix;
+  int stages;
+  const T* numbers;
+  const OddRoots<T>& odd;
+
+  Planes<T> transform(Planes<const T> in, size_t distance, size_t width, Planes<T> a, Planes<T> b) const {
+    return tileStages(radix, stages, rows, width, numbers, odd, in, distance, a, b);
+  }
+  // In a tile.
+  Planes<T> transform(Planes<T> tile, size_t width, Planes<T> other) const {
+    return transform(sourceOf(tile), width, width, other, tile);
+  }
+  static Planes<const T> sourceOf(Planes<T> p) { return {p.re, p.im}; }
+};
+
+// body(first, width) for strips of whole vectors that cover a side, the last one over the one before; where rows are
+// filled up, or whole vectors, for strips of it one behind the other.
+template <class T, class Body>
+KVRS_INLINE void forStrips(size_t side, bool isWhole, Body body) {
+  constexpr size_t L = kLanes<T>, kWidth = kTileWidth<T>;
+  for (size_t first = 0, width; first < side; first += width) {
+    width = side - first < kWidth ? side - first : kWidth;
+    if (!isWhole && width % L != 0) {
+      if (width < L) first = side - L;
+      width = width < L ? L : width - width % L;
+    }
+    body(first, width);
+  }
+}
+
+template <class T>
+void oneColumn(const Level<T>& level, const Points<const T>& src, const Points<T>& dst, T scale) {
+  Tile<T> a, b;
+  loadRows(src, 0, 1, level.rows, 1, a.planes());
+  const auto result = level.transform(a.planes(), kLanes<T>, b.planes());
+  storeRows(result, level.rows, 1, scale, dst, 0, 1);
+}
+
+template <class T>
+__attribute__((noinline)) void firstLevel(const Level<T>& level, size_t m, const T* turns,
+                                          const Points<const T>& src, Planes<T> out, size_t outPitch) {
+  Tile<T> a, b;
+  for (size_t p = 0, width; p < m; p += width) {
+    width = m - p < kTileWidth<T> ? m - p : kTileWidth<T>;
+    loadRows(src, p, m, level.rows, width, a.planes());
+    const auto tile = level.transform(a.planes(), pitchOf<T>(width), b.planes());
+    storeTransposed(tile, level.rows, width, turns, out.at(p * outPitch), outPitch);
+    turns += 2 * width * (level.rows - 1);
+  }
+}
+
+template <class T>
+__attribute__((noinline)) void middleLevel(const Level<T>& level, size_t m, size_t side, const T* turns,
+                                           Planes<const T> in, Planes<T> out) {
+  const Full<T> d;
+  Tile<T> a, b;
+  for (size_t p = 0; p < m; ++p, turns += 2 * (level.rows - 1)) {
+    forStrips<T>(side, false, [&](size_t first, size_t width) {
+      const auto tile = level.transform(in.at(side * p + first), side * m, width, a.planes(), b.planes());
+      for (size_t j = 0; j < level.rows; ++j) {
+        const size_t to = side * (level.rows * p + j) + first;
+        const T one[] = {1, 0};
+        const auto w = spread(d, j == 0 ? one : turns + 2 * (j - 1));
+        for (size_t q = 0; q < width; q += kLanes<T>)
+          out.store(d, to + q, mul(tile.load(d, j * width + q), w));
+      }
+    });
+  }
+}
+
+template <class T>
+__attribute__((noinline)) void lastLevel(const Level<T>& level, size_t side, size_t pitch, Planes<const T> in,
+                                         const Points<T>& dst, T scale) {
+  Tile<T> a, b;
+  forStrips<T>(side, side != pitch, [&](size_t first, size_t width) {
+    const auto tile = level.transform(in.at(first), pitch, pitchOf<T>(width), a.planes(), b.planes());
+    storeRows(tile, level.rows, width, scale, dst, first, side);
+  });
+}
+
+// Two levels by way of rows that are filled up.
+template <class T>
+__attribute__((noinline)) void runPadded(const Level<T>& first, const Level<T>& last, const T* turns,
+                                         const Points<const T>& src, const Points<T>& dst, T scale) {
+  alignas(64) T re[kMostPadded<T>], im[kMostPadded<T>];
+  const size_t pitch = pitchOf<T>(first.rows);
+  firstLevel(first, last.rows, turns, src, Planes<T>{re, im}, pitch);
+  lastLevel(last, first.rows, pitch, Planes<const T>{re, im}, dst, scale);
+}
+
+template <class T>
+void runMixed(const Mixed<T>& x, Points<const T> src, Points<T> dst, T* work, T scale) {
+  const Plan& plan = x.plan;
+  if (plan.n <= kLastShort) return runTiny(plan.n, src, dst, scale);
+  const int* radix = plan.radix;
+  const T* numbers = x.numbers;
+  const auto next = [&](int level) {
+    const Level<T> made{static_cast<size_t>(plan.rows[level]), radix, plan.stages[level], numbers, x.odd};
+    numbers += numbersOf(radix, made.stages, made.rows);
+    radix += made.stages;
+    return made;
+  };
+  const Level<T> first = next(0);
+  if (plan.levels == 1) return oneColumn(first, src, dst, scale);
+  if (isPadded<T>(plan)) return runPadded(first, next(1), x.turns, src, dst, scale);
+
+  // The last level has to read out of the work area, as it stores in another order; before that the areas take turns.
+  const size_t n = static_cast<size_t>(plan.n);
   const Planes<T> inWork{work, work + n};
   const Planes<T> inDst = dst.pairs ? Planes<T>{dst.first(), dst.first() + n} : Planes<T>{dst.re, dst.im};
-  Tile<T> a, b;
-
-  // The last stage has to read out of the work area, as it stores in another order.
-  if (stages % 2 == 0 && (src.re == dst.re || src.im == dst.im)) {
+  Planes<T> to = plan.levels % 2 == 0 ? inWork : inDst;
+  if (to.re != work && (src.re == dst.re || src.im == dst.im)) {
     if (src.pairs) {
       copyBytes(work, src.first(), 2 * n);
       src = Points<const T>::ofPairs(work);
@@ -60,137 +152,100 @@ __attribute__((noinline)) void runStrips(D d, const Mixed<T>& x, Points<const T>
       src = Points<const T>::ofPlanes(work, work + n);
     }
   }
-  Planes<T> from = stages % 2 == 0 ? inDst : inWork;
+  size_t m = n / first.rows, side = first.rows;
   const T* turns = x.turns;
-  forStrips<T>(rows, rest, hn::MaxLanes(d), [&](size_t first, size_t width) {
-    loadRows(d, src, first, rest, rows, width, static_cast<const T*>(nullptr), a.planes());
-    const auto tile = tileStages(d, x.plan.radix, x.plan.stripCount, rows, width, x.stripNumbers, x.odd,
-                                 a.planes(), b.planes());
-    storeTransposed(d, tile, rows, width, turns, from.at(first * rows));
-    turns += 2 * width * (rows - 1);
-  });
-
-  size_t left = rest, side = rows;
-  const T* w = x.restNumbers;
-  const auto source = [](Planes<T> p) { return Planes<const T>{p.re, p.im}; };
-  for (int i = x.plan.stripCount; i + 1 < x.plan.count; ++i) {
-    const size_t r = static_cast<size_t>(x.plan.radix[i]), m = left / r;
-    const Planes<T> to = from.re == inWork.re ? inDst : inWork;
-    stage(d, x.plan.radix[i], shapeOf(m, r, side), source(from), to, w, x.odd.of(x.plan.radix[i]));
-    w += 2 * (m - 1) * (r - 1);
-    side *= r;
-    left = m;
-    from = to;
+  firstLevel(first, m, turns, src, to, side);
+  turns += 2 * (side - 1) * m;
+  for (int i = 1; i + 1 < plan.levels; ++i) {
+    const Level<T> level = next(i);
+    const Planes<const T> from{to.re, to.im};
+    to = to.re == work ? inDst : inWork;
+    m /= level.rows;
+    middleLevel(level, m, side, turns, from, to);
+    turns += 2 * (level.rows - 1) * m;
+    side *= level.rows;
   }
-  const int radix = x.plan.radix[x.plan.count - 1];
-  forStrips<T>(left, side, hn::MaxLanes(d), [&](size_t first, size_t width) {
-    stage(d, radix, Shape{1, width, side, 0, width, 0}, source(from.at(first)), a.planes(),
-          static_cast<const T*>(nullptr), x.odd.of(radix));
-    storeRows(d, a.planes(), left, width, static_cast<const T*>(nullptr), scale, dst, first, side);
-  });
+  lastLevel(next(plan.levels - 1), side, side, Planes<const T>{to.re, to.im}, dst, scale);
 }
 
 template <class T>
-void runMixed(const Mixed<T>& x, Points<const T> src, Points<T> dst, T* work, T scale) {
-  if (x.plan.n <= kLastShort) return runTiny(x.plan.n, src, dst, scale);
-  if (x.plan.isShort()) return runShort(x, src, dst, scale);
-  if (x.plan.count == x.plan.stripCount) return runStrip(Lanes<T, 1>(), x, src, dst, scale);
-  withLanes<T>(x.plan.lanes, [&](auto d) { runStrips(d, x, src, dst, work, scale); });
+Level<T> levelOf(const OutOfOrder<T>& x, int level) {
+  const int* radix = x.plan.radix;
+  for (int i = 0; i < level; ++i) radix += x.plan.stages[i];
+  return {static_cast<size_t>(x.plan.rows[level]), radix, x.plan.stages[level], x.numbers[level], x.odd};
 }
 
-// One level forward: columns transformed, then turned.
-template <class D, class T>
-void levelForward(D d, const OutOfOrder<T>& x, int level, const int* radix, size_t length,
-                  const Points<const T>& src, const Points<T>& dst) {
-  const size_t rows = static_cast<size_t>(x.plan.size[level]), rest = length / rows;
+// One level of blocks of `length` points: columns transformed and turned; the other way, turned and transformed.
+template <class T>
+__attribute__((noinline)) void outOfOrderLevel(Direction direction, const Level<T>& level, const T* turns,
+                                               size_t n, size_t length, T scale, const Points<const T>& src,
+                                               const Points<T>& dst) {
+  const size_t rows = level.rows, rest = length / rows;
+  const bool isForward = direction == Direction::kForward;
   Tile<T> a, b;
-  const T* turns = x.turns[level];
-  forStrips<T>(rows, rest, hn::MaxLanes(d), [&](size_t first, size_t width) {
-    loadRows(d, src, first, rest, rows, width, static_cast<const T*>(nullptr), a.planes());
-    const auto tile = tileStages(d, radix, x.plan.stages[level], rows, width, x.numbers[level], x.odd,
-                                 a.planes(), b.planes());
-    storeRows(d, tile, rows, width, turns, T(1), dst, first, rest);
-    turns += 2 * width * (rows - 1);
-  });
-}
-
-// And back: turned, then transformed.
-template <class D, class T>
-void levelInverse(D d, const OutOfOrder<T>& x, int level, const int* radix, size_t length, T scale,
-                  const Points<const T>& src, const Points<T>& dst) {
-  const size_t rows = static_cast<size_t>(x.plan.size[level]), rest = length / rows;
-  Tile<T> a, b;
-  const T* turns = x.turns[level];
-  forStrips<T>(rows, rest, hn::MaxLanes(d), [&](size_t first, size_t width) {
-    loadRows(d, src, first, rest, rows, width, turns, a.planes());
-    const auto tile = tileStages(d, radix, x.plan.stages[level], rows, width, x.numbers[level], x.odd,
-                                 a.planes(), b.planes());
-    storeRows(d, tile, rows, width, static_cast<const T*>(nullptr), scale, dst, first, rest);
-    turns += 2 * width * (rows - 1);
-  });
+  for (size_t block = 0; block < n; block += length) {
+    const T* w = turns;
+    for (size_t p = 0, width; p < rest; p += width) {
+      width = rest - p < kTileWidth<T> ? rest - p : kTileWidth<T>;
+      loadRows(src, block + p, rest, rows, width, a.planes());
+      if (!isForward) turnRows(a.planes(), rows, width, w);
+      const auto tile = level.transform(a.planes(), pitchOf<T>(width), b.planes());
+      if (isForward) turnRows(tile, rows, width, w);
+      storeRows(tile, rows, width, scale, dst, block + p, rest);
+      w += 2 * width * (rows - 1);
+    }
+  }
 }
 
 // Contiguous blocks, number k of each in row k of a tile. Spectra stay as tiles have them: only signals are transposed.
-template <class D, class T>
-void lastLevel(D d, Direction direction, const OutOfOrder<T>& x, const int* radix, T scale,
-               const Points<const T>& src, const Points<T>& dst) {
-  const int level = x.plan.levels - 1;
-  const size_t length = static_cast<size_t>(x.plan.size[level]),
-               blocks = static_cast<size_t>(x.plan.n) / length;
-  const T* const none = nullptr;
+template <class T>
+__attribute__((noinline)) void lastOutOfOrder(Direction direction, const Level<T>& level, size_t n, T scale,
+                                              const Points<const T>& src, const Points<T>& dst) {
+  const size_t length = level.rows, blocks = n / length;
   Tile<T> a, b;
-  forStrips<T>(length, blocks, hn::MaxLanes(d), [&](size_t first, size_t width) {
-    const size_t begin = first * length, count = width * length;
+  for (size_t block = 0, width; block < blocks; block += width) {
+    width = blocks - block < kTileWidth<T> ? blocks - block : kTileWidth<T>;
+    const size_t begin = block * length;
     if (direction == Direction::kForward) {
-      loadBlocks(d, src.at(begin), length, width, a.planes());
+      loadBlocks(src.at(begin), length, width, a.planes());
     } else {
-      loadRows(d, src, begin, 0, 1, count, none, a.planes());
+      loadRows(src, begin, width, length, width, a.planes());
     }
-    const auto tile = tileStages(d, radix, x.plan.stages[level], length, width, x.numbers[level], x.odd,
-                                 a.planes(), b.planes());
+    const auto tile = level.transform(a.planes(), pitchOf<T>(width), b.planes());
     if (direction == Direction::kForward) {
-      storeRows(d, tile, 1, count, none, scale, dst, begin, 0);
+      storeRows(tile, length, width, scale, dst, begin, width);
     } else {
-      storeBlocks(d, tile, length, width, scale, dst.at(begin));
+      storeBlocks(tile, length, width, scale, dst.at(begin));
     }
-  });
+  }
 }
 
 template <class T>
 void runOutOfOrder(const OutOfOrder<T>& x, Points<const T> src, Points<T> dst, T scale) {
-  withLanes<T>(x.plan.lanes, [&](auto d) {
-    const int* radix = x.plan.radix;
-    const size_t n = static_cast<size_t>(x.plan.n);
-    size_t length = n;
-    for (int level = 0; level + 1 < x.plan.levels; ++level) {
-      for (size_t block = 0; block < n; block += length) {
-        levelForward(d, x, level, radix, length, src.at(block), dst.at(block));
-      }
-      radix += x.plan.stages[level];
-      length /= static_cast<size_t>(x.plan.size[level]);
-      src = asSource(dst);
-    }
-    lastLevel(d, Direction::kForward, x, radix, scale, src, dst);
-  });
+  const size_t n = static_cast<size_t>(x.plan.n);
+  const int last = x.plan.levels - 1;
+  size_t length = n;
+  for (int i = 0; i < last; ++i) {
+    const Level<T> level = levelOf(x, i);
+    outOfOrderLevel(Direction::kForward, level, x.turns[i], n, length, T(1), src, dst);
+    length /= level.rows;
+    src = asSource(dst);
+  }
+  lastOutOfOrder(Direction::kForward, levelOf(x, last), n, scale, src, dst);
 }
 
 template <class T>
 void runOutOfOrderInverse(const OutOfOrder<T>& x, Points<const T> src, Points<T> dst, T scale) {
-  withLanes<T>(x.plan.lanes, [&](auto d) {
-    const int* radix = x.plan.radix;
-    const size_t n = static_cast<size_t>(x.plan.n);
-    for (int level = 0; level + 1 < x.plan.levels; ++level) radix += x.plan.stages[level];
-    lastLevel(d, Direction::kInverse, x, radix, x.plan.levels == 1 ? scale : T(1), src, dst);
-    size_t length = static_cast<size_t>(x.plan.size[x.plan.levels - 1]);
-    for (int level = x.plan.levels - 2; level >= 0; --level) {
-      radix -= x.plan.stages[level];
-      length *= static_cast<size_t>(x.plan.size[level]);
-      for (size_t block = 0; block < n; block += length) {
-        levelInverse(d, x, level, radix, length, level == 0 ? scale : T(1), asSource(dst.at(block)),
-                     dst.at(block));
-      }
-    }
-  });
+  const size_t n = static_cast<size_t>(x.plan.n);
+  const int last = x.plan.levels - 1;
+  lastOutOfOrder(Direction::kInverse, levelOf(x, last), n, T(1), src, dst);
+  size_t length = static_cast<size_t>(x.plan.rows[last]);
+  for (int i = last - 1; i >= 0; --i) {
+    const Level<T> level = levelOf(x, i);
+    length *= level.rows;
+    outOfOrderLevel(Direction::kInverse, level, x.turns[i], n, length, i == 0 ? scale : T(1), asSource(dst),
+                    dst);
+  }
 }
 
 template <class T>

@@ -11,18 +11,16 @@ namespace kvrs::dft {
 
 using namespace fft;
 
-// For each p < m, butterflies over rows p, p + m, ... become results in rows R p, R p + 1, ...; a row is `count` numbers.
-// Distances are in numbers: between the rows of a butterfly, and from one p to the next.
+template <class T>
+using Full = Lanes<T, kLanes<T>>;
+
+// For each p < m, butterflies over rows p, p + m, ... become results in rows R p, R p + 1, ...; a row is `count` numbers,
+// whole vectors. Distances are in numbers: between the rows of a butterfly, and from one p to the next.
 struct Shape {
   size_t m, count;
   size_t row, step;
   size_t outRow, outStep;
 };
-
-// The usual one: m * R rows of `side` numbers, one behind the other.
-constexpr Shape shapeOf(size_t m, size_t radix, size_t side) {
-  return {m, side, side * m, side, side, side * radix};
-}
 
 // body(q) for blocks of L numbers that cover `count`, at least L of them: the last one lies over the one before.
 template <size_t L, class Body>
@@ -32,21 +30,61 @@ KVRS_INLINE void forBlocks(size_t count, Body body) {
   if (q < count) body(count - L);
 }
 
-template <int R, class D, class T, class Twiddles>
-KVRS_INLINE void butterflies(D d, const Shape& g, Planes<const T> in, Planes<T> out,
-                             const Twiddles& twiddles) {
-  forBlocks<hn::MaxLanes(D())>(
-      g.count, [&](size_t q) KVRS_UNROLLED { passStep<R>(d, in, q, g.row, out, q, g.outRow, twiddles); });
+// Of A * B points, A and B without a common factor, the transform is one of A x B and needs no turns (I. J. Good, The
+// interaction algorithm and practical Fourier analysis, J. Royal Stat. Soc. B 20, 1958).
+template <int A, int B, class D, class Load, class Emit>
+KVRS_INLINE void primeFactors(D d, Load load, Emit emit) {
+  using C = Cx<D>;
+  constexpr auto resultOf = [](int j, int q) {
+    int k = j;
+    while (k % B != q) k += A;
+    return k;
+  };
+  C x[A][B];
+  unroll<B>([&](auto q) KVRS_UNROLLED {
+    butterfly<A>(
+        d, [&](auto j) KVRS_UNROLLED { return load(Index<(B * j + A * q) % (A * B)>()); },
+        [&](auto j, C v) KVRS_UNROLLED { x[j][q] = v; });
+  });
+  unroll<A>([&](auto j) KVRS_UNROLLED {
+    butterfly<B>(
+        d, [&](auto q) KVRS_UNROLLED { return x[j][q]; },
+        [&](auto q, C v) KVRS_UNROLLED { emit(Index<resultOf(j, q)>(), v); });
+  });
+}
+
+template <int R, class D, class Load, class Emit>
+KVRS_INLINE void anyButterfly(D d, Load load, Emit emit) {
+  if constexpr (R == 6 || R == 10 || R == 14) {
+    primeFactors<2, R / 2>(d, load, emit);
+  } else if constexpr (R == 12) {
+    primeFactors<4, 3>(d, load, emit);
+  } else if constexpr (R == 15) {
+    primeFactors<3, 5>(d, load, emit);
+  } else {
+    butterfly<R>(d, load, emit);
+  }
+}
+
+template <int R, class T, class Twiddles>
+KVRS_INLINE void butterflies(const Shape& g, Planes<const T> in, Planes<T> out, const Twiddles& twiddles) {
+  const Full<T> d;
+  for (size_t q = 0; q < g.count; q += kLanes<T>) {
+    anyButterfly<R>(
+        d, [&](auto k) KVRS_UNROLLED { return in.load(d, q + k * g.row); },
+        [&](auto k, Cx<Full<T>> x)
+            KVRS_UNROLLED { out.store(d, q + k * g.outRow, twiddles.apply(d, k, x)); });
+  }
 }
 
 // `w` holds the factors exp(-2 pi i p j / (R m)), j = 1 .. R - 1, from p = 1 on.
-template <int R, class D, class T>
-__attribute__((noinline)) void stageOf(D d, const Shape& g, Planes<const T> in, Planes<T> out, const T* w) {
-  butterflies<R>(d, g, in, out, NoScale());
+template <int R, class T>
+__attribute__((noinline)) void stageOf(const Shape& g, Planes<const T> in, Planes<T> out, const T* w) {
+  butterflies<R>(g, in, out, NoScale());
   for (size_t p = 1; p < g.m; ++p, w += 2 * (R - 1)) {
     in = in.at(g.step);
     out = out.at(g.outStep);
-    butterflies<R>(d, g, in, out, NumberTwiddles<R, D>(d, w));
+    butterflies<R>(g, in, out, NumberTwiddles<R, Full<T>>(Full<T>(), w));
   }
 }
 
@@ -87,45 +125,55 @@ KVRS_INLINE void oddColumn(D d, int r, Planes<const T> in, size_t row, Planes<T>
   }
 }
 
-template <class D, class T>
-__attribute__((noinline)) void oddStage(D d, int r, const Shape& g, Planes<const T> in, Planes<T> out,
-                                        const T* w, const T* roots) {
+template <class T>
+__attribute__((noinline)) void oddStage(int r, const Shape& g, Planes<const T> in, Planes<T> out, const T* w,
+                                        const T* roots) {
   for (size_t p = 0; p < g.m; ++p) {
-    forBlocks<hn::MaxLanes(D())>(g.count, [&](size_t q) KVRS_UNROLLED {
-      oddColumn(d, r, in.at(q), g.row, out.at(q), g.outRow, roots, p == 0 ? nullptr : w);
-    });
+    for (size_t q = 0; q < g.count; q += kLanes<T>) {
+      oddColumn(Full<T>(), r, in.at(q), g.row, out.at(q), g.outRow, roots, p == 0 ? nullptr : w);
+    }
     if (p > 0) w += 2 * (r - 1);
     in = in.at(g.step);
     out = out.at(g.outStep);
   }
 }
 
-template <class D, class T>
-void stage(D d, int radix, const Shape& g, Planes<const T> in, Planes<T> out, const T* w, const T* roots) {
+template <class T>
+void stage(int radix, const Shape& g, Planes<const T> in, Planes<T> out, const T* w, const T* roots) {
   switch (radix) {
     case 2:
-      return stageOf<2>(d, g, in, out, w);
+      return stageOf<2>(g, in, out, w);
     case 3:
-      return stageOf<3>(d, g, in, out, w);
+      return stageOf<3>(g, in, out, w);
     case 4:
-      return stageOf<4>(d, g, in, out, w);
+      return stageOf<4>(g, in, out, w);
     case 5:
-      return stageOf<5>(d, g, in, out, w);
+      return stageOf<5>(g, in, out, w);
+    case 6:
+      return stageOf<6>(g, in, out, w);
     case 7:
-      return stageOf<7>(d, g, in, out, w);
+      return stageOf<7>(g, in, out, w);
     case 8:
-      return stageOf<8>(d, g, in, out, w);
+      return stageOf<8>(g, in, out, w);
     case 9:
-      return stageOf<9>(d, g, in, out, w);
+      return stageOf<9>(g, in, out, w);
+    case 10:
+      return stageOf<10>(g, in, out, w);
     case 11:
-      return stageOf<11>(d, g, in, out, w);
+      return stageOf<11>(g, in, out, w);
+    case 12:
+      return stageOf<12>(g, in, out, w);
     case 13:
-      return stageOf<13>(d, g, in, out, w);
+      return stageOf<13>(g, in, out, w);
+    case 14:
+      return stageOf<14>(g, in, out, w);
+    case 15:
+      return stageOf<15>(g, in, out, w);
     case 16:
-      if constexpr (kMaxBits >= 4) return stageOf<16>(d, g, in, out, w);
+      if constexpr (kLastRadix >= 16) return stageOf<16>(g, in, out, w);
       return;
     default:
-      return oddStage(d, radix, g, in, out, w, roots);
+      return oddStage(radix, g, in, out, w, roots);
   }
 }
 
