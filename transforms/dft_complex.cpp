@@ -20,7 +20,8 @@ T scaleOf(bool scales, T scale) {
 }
 
 template <class T>
-void run(const Record<T>* spec, Direction direction, Points<const T> src, Points<T> dst, T* work) {
+void run(const Record<T>* spec, Direction direction, const Points<const T>& src, const Points<T>& dst,
+         T* work) {
   if (direction == Direction::kForward) {
     runCore(spec->core, src, dst, work, scaleOf(spec->scaleFwd, spec->scale));
   } else {

@@ -50,11 +50,11 @@ void runTiny(int n, const Points<const T>& src, const Points<T>& dst, T scale);
 
 // `work` has room for n numbers, where n > kLastShort.
 template <class T>
-void runMixed(const Mixed<T>& mixed, Points<const T> src, Points<T> dst, T* work, T scale);
+void runMixed(const Mixed<T>& mixed, const Points<const T>& src, const Points<T>& dst, T* work, T scale);
 
 // n odd and below 51; `table` is that of makeDirectTable.
 template <class T>
-void runDirect(int n, const T* table, Points<const T> src, Points<T> dst, T scale);
+void runDirect(int n, const T* table, const Points<const T>& src, const Points<T>& dst, T scale);
 
 // Out of order: forward, and the inverse of exchanged points.
 template <class T>
@@ -64,7 +64,7 @@ void runOutOfOrderInverse(const OutOfOrder<T>& plan, Points<const T> src, Points
 
 // Copies n numbers, times `scale`.
 template <class T>
-void movePoints(size_t n, Points<const T> src, Points<T> dst, T scale);
+void movePoints(size_t n, const Points<const T>& src, const Points<T>& dst, T scale);
 
 // Lanes of the table of a direct transform: results are computed side by side.
 template <class T>

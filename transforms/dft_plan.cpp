@@ -154,7 +154,8 @@ class Search {
     if (level == transposed) {
       constexpr float kSquare = static_cast<float>(2 * kAll * (__builtin_ctz(kAll) + 5));
       if (!inOrder_ && rows < kAll) return kNone;
-      cost += kSquare * (inOrder_ ? columns * vectors(rows) : vectors(side) * vectors(rows));
+      cost += kSquare * (!inOrder_ ? vectors(side) * vectors(rows)
+                                   : columns * (shareVectors<T>(rows) ? 0.5f : vectors(rows)));
     }
     if (inOrder_ && level == 0 && rows % kAll != 0 && rows < kAll &&
         (depth_ > 2 || wholeVectors<T>(rows) > kMostPadded<T> / m)) {

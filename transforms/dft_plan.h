@@ -69,7 +69,12 @@ constexpr int wholeVectors(int count) {
 template <class T>
 constexpr bool isPadded(const Plan& plan) {
   const int pitch = wholeVectors<T>(plan.rows[0]);
-  return plan.levels == 2 && pitch != plan.rows[0] && pitch <= kMostPadded<T> / plan.rows[1];
+  return plan.levels == 2 && pitch != plan.rows[0] && pitch * plan.rows[1] <= kMostPadded<T>;
+}
+// So few of them that real and imaginary parts share a vector.
+template <class T>
+constexpr bool shareVectors(int rows) {
+  return kVectorBytes > 16 && 2 * rows <= static_cast<int>(kLanes<T>);
 }
 
 // n is no prime and has no prime factor above 149.

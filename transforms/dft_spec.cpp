@@ -363,7 +363,7 @@ void runChirp(const Core<T>& core, T* pairs, T* work) {
 }
 
 template <class T>
-void runCore(const Core<T>& core, Points<const T> src, Points<T> dst, T* work, T scale) {
+void runCore(const Core<T>& core, const Points<const T>& src, const Points<T>& dst, T* work, T scale) {
   if (core.method == Method::kDirect) return runDirect(core.n, core.direct, src, dst, scale);
   if (core.method != Method::kChirp) return runMixed(core.mixed, src, dst, work, scale);
   const size_t n = static_cast<size_t>(core.n);
@@ -378,7 +378,8 @@ template void release(Record<float>*);
 template void release(Record<double>*);
 template void runChirp(const Core<float>&, float*, float*);
 template void runChirp(const Core<double>&, double*, double*);
-template void runCore(const Core<float>&, Points<const float>, Points<float>, float*, float);
-template void runCore(const Core<double>&, Points<const double>, Points<double>, double*, double);
+template void runCore(const Core<float>&, const Points<const float>&, const Points<float>&, float*, float);
+template void runCore(const Core<double>&, const Points<const double>&, const Points<double>&, double*,
+                      double);
 
 }  // namespace kvrs::dft

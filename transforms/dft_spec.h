@@ -80,7 +80,7 @@ void release(Record<T>* record);
 
 // The complex transform; dst may be src. `work` is the work area of the context, null where that has none.
 template <class T>
-void runCore(const Core<T>& core, Points<const T> src, Points<T> dst, T* work, T scale);
+void runCore(const Core<T>& core, const Points<const T>& src, const Points<T>& dst, T* work, T scale);
 
 // The same of kChirp for n pairs in an array with room for core.length of them, `work` being that of the convolution.
 template <class T>

@@ -19,7 +19,7 @@ void copyBytes(T* to, const T* from, size_t count) {
 inline size_t numbersOf(const int* radix, int count, size_t rows) {
   size_t all = 0;
   for (int i = 0; i < count; ++i) {
-    const size_t r = static_cast<size_t>(radix[i]), m = rows / r;
+    const size_t r = static_cast<size_t>(radix[i]), m = i + 1 < count ? rows / r : 1;
     all += 2 * (m - 1) * (r - 1);
     rows = m;
   }
@@ -42,6 +42,53 @@ struct Level {
   Planes<T> transform(Planes<T> tile, size_t width, Planes<T> other) const {
     return transform(sourceOf(tile), width, width, other, tile);
   }
+  // Rows of memory transformed, then turned by the factors of a strip.
+  Planes<T> transformTurned(const Points<const T>& src, size_t first, size_t distance, size_t width,
+                            const T* turns, Planes<T> a, Planes<T> b) const {
+    const size_t pitch = pitchOf<T>(width);
+    const bool isOneStage = stages == 1 && *radix <= kLastRadix;
+    const auto run = [&](const auto& in, size_t between) {
+      withRadix(
+          *radix, [&](auto r) { turnedStageOf<r>(in, between, pitch, b, turns, width); }, [] {});
+      return b;
+    };
+    if constexpr (kStagesReachMemory) {
+      if (isOneStage) return run(MaskedRows<const T>(src, first, width), distance);
+    }
+    loadRows(src, first, distance, rows, width, a.re, a.im);
+    if constexpr (!kStagesReachMemory) {
+      if (isOneStage) return run(sourceOf(a), pitch);
+    }
+    const Planes<T> tile = transform(a, pitch, b);
+    turnRows(tile, rows, width, turns);
+    return tile;
+  }
+  // Rows `pitch` apart transformed, to rows of memory.
+  void transformStored(Planes<const T> in, size_t pitch, size_t width, Planes<T> a, Planes<T> b, T scale,
+                       const Points<T>& dst, size_t first, size_t distance) const {
+    if constexpr (kStagesReachMemory) {
+      const int last = radix[stages - 1];
+      if (last <= kLastRadix) {
+        size_t side = 1;
+        for (int i = 0; i + 1 < stages; ++i) side *= static_cast<size_t>(radix[i]);
+        if (stages > 1) {
+          const auto tile =
+              tileStages(radix, stages - 1, rows, pitchOf<T>(width), numbers, odd, in, pitch, a, b);
+          in = sourceOf(tile);
+          pitch = kLanes<T>;
+        }
+        const MaskedRows<T> out(dst, first, width);
+        return withRadix(
+            last,
+            [&](auto r) {
+              storedStageOf<r>(side, pitch * side, in, ScaledRows<T>{out, scale}, distance);
+            },
+            [] {});
+      }
+    }
+    const auto tile = transform(in, pitch, pitchOf<T>(width), a, b);
+    storeRows(tile.re, tile.im, rows, width, scale, dst, first, distance);
+  }
   static Planes<const T> sourceOf(Planes<T> p) { return {p.re, p.im}; }
 };
 
@@ -63,20 +110,20 @@ KVRS_INLINE void forStrips(size_t side, bool isWhole, Body body) {
 template <class T>
 void oneColumn(const Level<T>& level, const Points<const T>& src, const Points<T>& dst, T scale) {
   Tile<T> a, b;
-  loadRows(src, 0, 1, level.rows, 1, a.planes());
+  loadRows(src, 0, 1, level.rows, 1, a.re, a.im);
   const auto result = level.transform(a.planes(), kLanes<T>, b.planes());
-  storeRows(result, level.rows, 1, scale, dst, 0, 1);
+  storeRows(result.re, result.im, level.rows, 1, scale, dst, 0, 1);
 }
 
+// Pointers where a pair of them would come in two registers, be put together in memory and stall a load of both.
 template <class T>
 __attribute__((noinline)) void firstLevel(const Level<T>& level, size_t m, const T* turns,
-                                          const Points<const T>& src, Planes<T> out, size_t outPitch) {
+                                          const Points<const T>& src, T* outRe, T* outIm, size_t outPitch) {
   Tile<T> a, b;
   for (size_t p = 0, width; p < m; p += width) {
     width = m - p < kTileWidth<T> ? m - p : kTileWidth<T>;
-    loadRows(src, p, m, level.rows, width, a.planes());
-    const auto tile = level.transform(a.planes(), pitchOf<T>(width), b.planes());
-    storeTransposed(tile, level.rows, width, turns, out.at(p * outPitch), outPitch);
+    const Planes<T> tile = level.transformTurned(src, p, m, width, turns, a.planes(), b.planes());
+    storeTransposed(tile, level.rows, width, Planes<T>{outRe + p * outPitch, outIm + p * outPitch}, outPitch);
     turns += 2 * width * (level.rows - 1);
   }
 }
@@ -101,12 +148,12 @@ __attribute__((noinline)) void middleLevel(const Level<T>& level, size_t m, size
 }
 
 template <class T>
-__attribute__((noinline)) void lastLevel(const Level<T>& level, size_t side, size_t pitch, Planes<const T> in,
-                                         const Points<T>& dst, T scale) {
+__attribute__((noinline)) void lastLevel(const Level<T>& level, size_t side, size_t pitch, const T* inRe,
+                                         const T* inIm, const Points<T>& dst, T scale) {
   Tile<T> a, b;
   forStrips<T>(side, side != pitch, [&](size_t first, size_t width) {
-    const auto tile = level.transform(in.at(first), pitch, pitchOf<T>(width), a.planes(), b.planes());
-    storeRows(tile, level.rows, width, scale, dst, first, side);
+    const Planes<const T> in{inRe + first, inIm + first};
+    level.transformStored(in, pitch, width, a.planes(), b.planes(), scale, dst, first, side);
   });
 }
 
@@ -114,14 +161,20 @@ __attribute__((noinline)) void lastLevel(const Level<T>& level, size_t side, siz
 template <class T>
 __attribute__((noinline)) void runPadded(const Level<T>& first, const Level<T>& last, const T* turns,
                                          const Points<const T>& src, const Points<T>& dst, T scale) {
-  alignas(64) T re[kMostPadded<T>], im[kMostPadded<T>];
+  // Vectors reach beyond the last row where they are shared.
+  alignas(64) T area[2 * kMostPadded<T> + kLanes<T>];
   const size_t pitch = pitchOf<T>(first.rows);
-  firstLevel(first, last.rows, turns, src, Planes<T>{re, im}, pitch);
-  lastLevel(last, first.rows, pitch, Planes<const T>{re, im}, dst, scale);
+  T* im = area + kMostPadded<T>;
+  if (shareVectors<T>(static_cast<int>(first.rows))) {
+    im = area + kLanes<T> / 2;
+    hn::StoreU(hn::Zero(Full<T>()), Full<T>(), area + pitch * last.rows);
+  }
+  firstLevel(first, last.rows, turns, src, area, im, pitch);
+  lastLevel<T>(last, first.rows, pitch, area, im, dst, scale);
 }
 
 template <class T>
-void runMixed(const Mixed<T>& x, Points<const T> src, Points<T> dst, T* work, T scale) {
+void runMixed(const Mixed<T>& x, const Points<const T>& src, const Points<T>& dst, T* work, T scale) {
   const Plan& plan = x.plan;
   if (plan.n <= kLastShort) return runTiny(plan.n, src, dst, scale);
   const int* radix = plan.radix;
@@ -141,31 +194,32 @@ void runMixed(const Mixed<T>& x, Points<const T> src, Points<T> dst, T* work, T 
   const Planes<T> inWork{work, work + n};
   const Planes<T> inDst = dst.pairs ? Planes<T>{dst.first(), dst.first() + n} : Planes<T>{dst.re, dst.im};
   Planes<T> to = plan.levels % 2 == 0 ? inWork : inDst;
+  Points<const T> from = src;
   if (to.re != work && (src.re == dst.re || src.im == dst.im)) {
     if (src.pairs) {
       copyBytes(work, src.first(), 2 * n);
-      src = Points<const T>::ofPairs(work);
-      if (dst.im < dst.re) src = src.exchanged();
+      from = Points<const T>::ofPairs(work);
+      if (dst.im < dst.re) from = from.exchanged();
     } else {
       copyBytes(work, src.re, n);
       copyBytes(work + n, src.im, n);
-      src = Points<const T>::ofPlanes(work, work + n);
+      from = Points<const T>::ofPlanes(work, work + n);
     }
   }
   size_t m = n / first.rows, side = first.rows;
   const T* turns = x.turns;
-  firstLevel(first, m, turns, src, to, side);
+  firstLevel(first, m, turns, from, to.re, to.im, side);
   turns += 2 * (side - 1) * m;
   for (int i = 1; i + 1 < plan.levels; ++i) {
     const Level<T> level = next(i);
-    const Planes<const T> from{to.re, to.im};
+    const Planes<const T> in{to.re, to.im};
     to = to.re == work ? inDst : inWork;
     m /= level.rows;
-    middleLevel(level, m, side, turns, from, to);
+    middleLevel(level, m, side, turns, in, to);
     turns += 2 * (level.rows - 1) * m;
     side *= level.rows;
   }
-  lastLevel(next(plan.levels - 1), side, side, Planes<const T>{to.re, to.im}, dst, scale);
+  lastLevel<T>(next(plan.levels - 1), side, side, to.re, to.im, dst, scale);
 }
 
 template <class T>
@@ -187,11 +241,16 @@ __attribute__((noinline)) void outOfOrderLevel(Direction direction, const Level<
     const T* w = turns;
     for (size_t p = 0, width; p < rest; p += width) {
       width = rest - p < kTileWidth<T> ? rest - p : kTileWidth<T>;
-      loadRows(src, block + p, rest, rows, width, a.planes());
-      if (!isForward) turnRows(a.planes(), rows, width, w);
-      const auto tile = level.transform(a.planes(), pitchOf<T>(width), b.planes());
-      if (isForward) turnRows(tile, rows, width, w);
-      storeRows(tile, rows, width, scale, dst, block + p, rest);
+      if (isForward) {
+        const auto tile = level.transformTurned(src, block + p, rest, width, w, a.planes(), b.planes());
+        storeRows(tile.re, tile.im, rows, width, scale, dst, block + p, rest);
+      } else {
+        const size_t pitch = pitchOf<T>(width);
+        loadRows(src, block + p, rest, rows, width, a.re, a.im);
+        turnRows(a.planes(), rows, width, w);
+        level.transformStored(Level<T>::sourceOf(a.planes()), pitch, width, b.planes(), a.planes(), scale,
+                              dst, block + p, rest);
+      }
       w += 2 * width * (rows - 1);
     }
   }
@@ -209,11 +268,11 @@ __attribute__((noinline)) void lastOutOfOrder(Direction direction, const Level<T
     if (direction == Direction::kForward) {
       loadBlocks(src.at(begin), length, width, a.planes());
     } else {
-      loadRows(src, begin, width, length, width, a.planes());
+      loadRows(src, begin, width, length, width, a.re, a.im);
     }
     const auto tile = level.transform(a.planes(), pitchOf<T>(width), b.planes());
     if (direction == Direction::kForward) {
-      storeRows(tile, length, width, scale, dst, begin, width);
+      storeRows(tile.re, tile.im, length, width, scale, dst, begin, width);
     } else {
       storeBlocks(tile, length, width, scale, dst.at(begin));
     }
@@ -255,7 +314,7 @@ int directLanes() {
 
 // Pair sums and differences are numbers for all lanes; results are the lanes. See oddButterfly.
 template <class T>
-void runDirect(int n, const T* table, Points<const T> src, Points<T> dst, T scale) {
+void runDirect(int n, const T* table, const Points<const T>& src, const Points<T>& dst, T scale) {
   constexpr size_t L = kLanes<T>;
   const Lanes<T, L> d;
   const Lanes<T, 1> one;
@@ -298,7 +357,7 @@ void runDirect(int n, const T* table, Points<const T> src, Points<T> dst, T scal
 }
 
 template <class T>
-void movePoints(size_t n, Points<const T> src, Points<T> dst, T scale) {
+void movePoints(size_t n, const Points<const T>& src, const Points<T>& dst, T scale) {
   const Lanes<T, kLanes<T>> d;
   const Lanes<T, 1> one;
   size_t i = 0;

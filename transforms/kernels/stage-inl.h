@@ -88,6 +88,37 @@ __attribute__((noinline)) void stageOf(const Shape& g, Planes<const T> in, Plane
   }
 }
 
+// One stage of rows `distance` apart to rows of a tile, each result turned: the factors of row j stand together, `width`
+// real parts and as many imaginary ones, from j = 1 on.
+template <int R, class T, class In>
+__attribute__((noinline)) void turnedStageOf(const In& in, size_t distance, size_t pitch, Planes<T> out,
+                                             const T* w, size_t width) {
+  const Full<T> d;
+  for (size_t q = 0; q < pitch; q += kLanes<T>) {
+    anyButterfly<R>(
+        d, [&](auto k) KVRS_UNROLLED { return in.load(d, q + k * distance); },
+        [&](auto k, Cx<Full<T>> x) KVRS_UNROLLED {
+          if constexpr (k > 0) {
+            const T* const at = w + (2 * k - 2) * width + q;
+            x = mul(x, Cx<Full<T>>{hn::LoadU(d, at), hn::LoadU(d, at + width)});
+          }
+          out.store(d, q + k * pitch, x);
+        });
+  }
+}
+
+// The last stage of rows of one vector, `side` of them in each of R groups `row` numbers apart, to rows in memory.
+template <int R, class T, class Out>
+__attribute__((noinline)) void storedStageOf(size_t side, size_t row, Planes<const T> in, const Out& out,
+                                             size_t distance) {
+  const Full<T> d;
+  for (size_t j = 0; j < side; ++j) {
+    anyButterfly<R>(
+        d, [&](auto k) KVRS_UNROLLED { return in.load(d, j * kLanes<T> + k * row); },
+        [&](auto k, Cx<Full<T>> x) KVRS_UNROLLED { out.store(d, (j + k * side) * distance, x); });
+  }
+}
+
 // An odd radix without a kernel of its own, r cosines and r sines of 2 pi k / r in `roots`. See oddButterfly.
 inline constexpr int kMostPairs = 74;
 
@@ -138,43 +169,50 @@ __attribute__((noinline)) void oddStage(int r, const Shape& g, Planes<const T> i
   }
 }
 
-template <class T>
-void stage(int radix, const Shape& g, Planes<const T> in, Planes<T> out, const T* w, const T* roots) {
+// Runs body(Index<R>()) for a radix that has a kernel, else other().
+template <class Body, class Other>
+KVRS_INLINE void withRadix(int radix, Body body, Other other) {
   switch (radix) {
     case 2:
-      return stageOf<2>(g, in, out, w);
+      return body(Index<2>());
     case 3:
-      return stageOf<3>(g, in, out, w);
+      return body(Index<3>());
     case 4:
-      return stageOf<4>(g, in, out, w);
+      return body(Index<4>());
     case 5:
-      return stageOf<5>(g, in, out, w);
+      return body(Index<5>());
     case 6:
-      return stageOf<6>(g, in, out, w);
+      return body(Index<6>());
     case 7:
-      return stageOf<7>(g, in, out, w);
+      return body(Index<7>());
     case 8:
-      return stageOf<8>(g, in, out, w);
+      return body(Index<8>());
     case 9:
-      return stageOf<9>(g, in, out, w);
+      return body(Index<9>());
     case 10:
-      return stageOf<10>(g, in, out, w);
+      return body(Index<10>());
     case 11:
-      return stageOf<11>(g, in, out, w);
+      return body(Index<11>());
     case 12:
-      return stageOf<12>(g, in, out, w);
+      return body(Index<12>());
     case 13:
-      return stageOf<13>(g, in, out, w);
+      return body(Index<13>());
     case 14:
-      return stageOf<14>(g, in, out, w);
+      return body(Index<14>());
     case 15:
-      return stageOf<15>(g, in, out, w);
+      return body(Index<15>());
     case 16:
-      if constexpr (kLastRadix >= 16) return stageOf<16>(g, in, out, w);
+      if constexpr (kLastRadix >= 16) return body(Index<16>());
       return;
     default:
-      return oddStage(radix, g, in, out, w, roots);
+      return other();
   }
+}
+
+template <class T>
+void stage(int radix, const Shape& g, Planes<const T> in, Planes<T> out, const T* w, const T* roots) {
+  withRadix(
+      radix, [&](auto r) { stageOf<r>(g, in, out, w); }, [&] { oddStage(radix, g, in, out, w, roots); });
 }
 
 }  // namespace kvrs::dft

@@ -4,6 +4,7 @@
 #define KVRS_TRANSFORMS_KERNELS_TILE_INL_H
 
 #include <type_traits>
+#include <utility>
 
 #include "frame/element.h"
 #include "transforms/dft_engine.h"
@@ -53,9 +54,8 @@ using PairOf = std::conditional_t<sizeof(T) == 4, Kvr32fc, Kvr64fc>;
 // Rows of up to kTileWidth numbers, one behind the other in whole vectors.
 template <class T>
 struct Tile {
-  static constexpr int kRows = (kMostRows + kTileWidth<T> - 1) / kTileWidth<T> * kTileWidth<T>;
-  alignas(64) T re[kRows * kTileWidth<T>];
-  alignas(64) T im[kRows * kTileWidth<T>];
+  alignas(64) T re[kMostRows * kTileWidth<T>];
+  alignas(64) T im[kMostRows * kTileWidth<T>];
 
   Planes<T> planes() { return {re, im}; }
 };
@@ -68,8 +68,9 @@ size_t pitchOf(size_t width) {
 // Rows `distance` apart, from number `first` on. Parts exchanged go to the tile exchanged.
 template <class T>
 __attribute__((noinline)) void loadRows(const Points<const T>& in, size_t first, size_t distance, size_t rows,
-                                        size_t width, Planes<T> tile) {
+                                        size_t width, T* toRe, T* toIm) {
   const Full<T> d;
+  Planes<T> tile{toRe, toIm};
   constexpr size_t L = kLanes<T>;
   const size_t rest = width % L, whole = width - rest;
   if (in.pairs) {
@@ -98,9 +99,10 @@ __attribute__((noinline)) void loadRows(const Points<const T>& in, size_t first,
 
 // Times `scale`.
 template <class T>
-__attribute__((noinline)) void storeRows(Planes<T> tile, size_t rows, size_t width, T scale,
+__attribute__((noinline)) void storeRows(const T* re, const T* im, size_t rows, size_t width, T scale,
                                          const Points<T>& out, size_t first, size_t distance) {
   const Full<T> d;
+  Planes<const T> tile{re, im};
   constexpr size_t L = kLanes<T>;
   const size_t rest = width % L, whole = width - rest;
   const auto factor = hn::Set(d, scale);
@@ -129,6 +131,95 @@ __attribute__((noinline)) void storeRows(Planes<T> tile, size_t rows, size_t wid
     storePlane(tile.im, out.im + first);
   }
 }
+
+// Whether stages load rows from memory and store them there by themselves, under masks.
+inline constexpr bool kStagesReachMemory = kMaskRegisters;
+
+// Rows of up to a vector of numbers in memory, in any form: two vectors under masks, and which of their lanes are real
+// and which imaginary parts.
+template <class P>
+class MaskedRows {
+  using T = std::remove_const_t<P>;
+  using D = Full<T>;
+  using Floats = Full<float>;
+  using Places = hn::Vec<hn::RebindToSigned<Floats>>;
+
+ public:
+  MaskedRows(const Points<P>& x, size_t first, size_t width)
+      : step_(x.pairs ? 2 : 1), a_((x.pairs ? x.first() : x.re) + step_ * first) {
+    constexpr size_t L = kLanes<T>;
+    const D d;
+    b_ = x.pairs ? a_ + L : x.im != nullptr ? x.im + first : a_;
+    const size_t lower = x.pairs ? 2 * width : width;
+    const size_t upper = !x.pairs ? (x.im != nullptr ? width : 0) : lower > L ? lower - L : 0;
+    maskA_ = firstLanes(d, lower < L ? lower : L);
+    maskB_ = firstLanes(d, upper);
+    const auto count = hn::ShiftRight<kShift>(hn::Iota(places, 0));
+    const auto all = hn::Set(places, static_cast<int>(L));
+    if (!x.pairs) {
+      first_ = count;
+      second_ = hn::Add(count, all);
+    } else if constexpr (std::is_const_v<P>) {
+      first_ = hn::Add(count, count);
+      second_ = hn::Add(first_, hn::Set(places, 1));
+    } else {
+      // 0 L 1 L + 1 ...
+      const auto isOdd = hn::Ne(hn::And(count, hn::Set(places, 1)), hn::Zero(places));
+      first_ = hn::Add(hn::ShiftRight<1>(count), hn::IfThenElseZero(isOdd, all));
+      second_ = hn::Add(first_, hn::Set(places, static_cast<int>(L / 2)));
+    }
+    if (x.pairs && x.im < x.re) {
+      if constexpr (std::is_const_v<P>) {
+        std::swap(first_, second_);
+      } else {
+        first_ = hn::Xor(first_, all);
+        second_ = hn::Xor(second_, all);
+      }
+    }
+    first_ = inFloats(first_);
+    second_ = inFloats(second_);
+  }
+
+  KVRS_INLINE Cx<D> load(D d, size_t i) const {
+    const auto a = hn::MaskedLoad(maskA_, d, a_ + step_ * i), b = hn::MaskedLoad(maskB_, d, b_ + step_ * i);
+    return {lanesOfBoth(d, a, b, first_), lanesOfBoth(d, a, b, second_)};
+  }
+  KVRS_INLINE void store(D d, size_t i, Cx<D> x) const {
+    hn::BlendedStore(lanesOfBoth(d, x.re, x.im, first_), maskA_, d, a_ + step_ * i);
+    hn::BlendedStore(lanesOfBoth(d, x.re, x.im, second_), maskB_, d, b_ + step_ * i);
+  }
+
+ private:
+  // Lanes are taken as those of floats, one or two of them.
+  static constexpr int kShift = sizeof(T) == 4 ? 0 : 1;
+  static constexpr hn::RebindToSigned<Floats> places{};
+
+  static Places inFloats(Places x) {
+    const auto within = hn::And(hn::Iota(places, 0), hn::Set(places, kShift));
+    return hn::Add(hn::ShiftLeft<kShift>(x), within);
+  }
+  static KVRS_INLINE hn::Vec<D> lanesOfBoth(D d, hn::Vec<D> a, hn::Vec<D> b, Places from) {
+    const Floats floats;
+    return hn::BitCast(d, lanesOf(hn::BitCast(floats, b), hn::BitCast(floats, a), from));
+  }
+
+  size_t step_;
+  P* a_;
+  P* b_;
+  hn::Mask<D> maskA_, maskB_;
+  Places first_, second_;
+};
+
+// Times a factor.
+template <class T>
+struct ScaledRows {
+  const MaskedRows<T>& rows;
+  T scale;
+
+  KVRS_INLINE void store(Full<T> d, size_t i, Cx<Full<T>> x) const {
+    rows.store(d, i, mul(x, hn::Set(d, scale)));
+  }
+};
 
 // The rows of a tile turned. The factors of row j and columns of a strip stand together, width real parts and width
 // imaginary ones, from j = 1 on.
@@ -169,9 +260,10 @@ __attribute__((noinline)) void transposePlane(const T* in, size_t pitch, size_t 
       if (j + L > outPitch) j = rows - L;
       hn::Vec<Full<T>> x[L];
       const T* from = in + j * pitch + q;
+      // Rows that there are not are copies of the last one: what memory happens to hold could be subnormal, and slow.
       unroll<L>([&](auto i) KVRS_UNROLLED {
         x[i] = hn::LoadU(d, from);
-        from += pitch;
+        from += j + i + 1 < rows ? pitch : 0;
       });
       transpose(d, x);
       T* to = out + q * outPitch + j;
@@ -184,15 +276,34 @@ __attribute__((noinline)) void transposePlane(const T* in, size_t pitch, size_t 
   }
 }
 
-// Column q of the tile, turned, to row q of `out`. Rows of `out` are filled up with zeros where they are longer than the
-// column is; else the last square of lanes lies over the one before.
+// Of so few rows that real and imaginary parts fill a square together; they become the halves of a vector.
 template <class T>
-void storeTransposed(Planes<T> tile, size_t rows, size_t width, const T* w, Planes<T> out, size_t outPitch) {
+__attribute__((noinline)) void transposeShared(const T* re, const T* im, size_t pitch, size_t rows,
+                                               size_t width, T* out) {
   const Full<T> d;
+  constexpr int L = static_cast<int>(kLanes<T>), kHalf = L / 2;
+  for (size_t q = 0; q < width; q += L, out += L * L) {
+    hn::Vec<Full<T>> x[L];
+    unroll<kHalf>([&](auto i) KVRS_UNROLLED {
+      const size_t row = i;
+      const size_t at = (row < rows ? row : 0) * pitch + q;
+      x[i] = hn::LoadU(d, re + at);
+      x[kHalf + i] = hn::LoadU(d, im + at);
+    });
+    transpose(d, x);
+    unroll<L>([&](auto i) KVRS_UNROLLED {
+      if (q + i < width) hn::StoreU(x[i], d, out + i * L);
+    });
+  }
+}
+
+// Column q of the tile to row q of `out`. Rows of `out` are filled up where they are longer than the column is; else the
+// last square of lanes lies over the one before.
+template <class T>
+void storeTransposed(Planes<T> tile, size_t rows, size_t width, Planes<T> out, size_t outPitch) {
   const size_t pitch = pitchOf<T>(width);
-  turnRows(tile, rows, width, w);
-  for (size_t i = rows * pitch; i < pitchOf<T>(rows) * pitch; i += kLanes<T>)
-    tile.store(d, i, Cx<Full<T>>{hn::Zero(d), hn::Zero(d)});
+  if (shareVectors<T>(static_cast<int>(rows)) && outPitch > rows)
+    return transposeShared(tile.re, tile.im, pitch, rows, width, out.re);
   transposePlane(tile.re, pitch, rows, width, out.re, outPitch);
   transposePlane(tile.im, pitch, rows, width, out.im, outPitch);
 }
@@ -236,7 +347,7 @@ Planes<T> tileStages(const int* radix, int count, size_t rows, size_t width, con
                      const OddRoots<T>& odd, Planes<const T> in, size_t distance, Planes<T> a, Planes<T> b) {
   size_t side = width, n = rows;
   for (int i = 0; i < count; ++i) {
-    const size_t r = static_cast<size_t>(radix[i]), m = n / r;
+    const size_t r = static_cast<size_t>(radix[i]), m = n > r ? n / r : 1;
     stage(radix[i], Shape{m, side, distance * m, distance, side, side * r}, in, a, w, odd.of(radix[i]));
     w += 2 * (m - 1) * (r - 1);
     side *= r;
