@@ -3,13 +3,10 @@
 // SPDX-License-Identifier: MIT
 #include "kvrs/fir.h"
 
-#include <fftw3.h>
-
 #include <Eigen/Core>
-#include <chrono>
-#include <cstring>
+#include <algorithm>
 
-#include "bench/support/bench.h"
+#include "bench/filters/overlap_save.h"
 #include "kvrscore.h"
 #ifdef KVRS_BENCH_LIQUID
 #include <complex>
@@ -86,85 +83,22 @@ __attribute__((noinline)) void eigenBlocks(const float* in, const float* taps, i
   eigenDots(in + n, taps, tapsLen, out + n, len - n);
 }
 
-// Overlap-save with measured plans, at its own best block size for the signal at hand.
-class OverlapSave {
- public:
-  explicit OverlapSave(const Signal& signal) {
-    double best = 0;
-    int fftLen = 4;
-    while (fftLen < 2 * signal.tapsLen) fftLen *= 2;
-    for (int turn = 0; turn < 6 && fftLen <= 65536; ++turn, fftLen *= 2) {
-      auto candidate = std::make_unique<Blocks>(signal, fftLen);
-      const double time = candidate->measure(signal);
-      if (blocks_ == nullptr || time < best) {
-        best = time;
-        blocks_ = std::move(candidate);
-      }
-    }
+// One sample after the other, written out: the delay line is held twice, so that the window is one piece, and four sums run
+// side by side.
+template <int kTaps>
+struct Unrolled {
+  float line[2 * kTaps] = {}, taps[kTaps];
+  int pos = 0;
+
+  [[gnu::always_inline]] float operator()(float x) {
+    line[pos] = line[pos + kTaps] = x;
+    pos = pos + 1 < kTaps ? pos + 1 : 0;
+    const float* window = line + pos;
+    float sum[4] = {};
+#pragma GCC unroll 16
+    for (int k = 0; k < kTaps; ++k) sum[k % 4] += window[k] * taps[k];
+    return (sum[0] + sum[1]) + (sum[2] + sum[3]);
   }
-
-  void run(const Signal& signal) const { blocks_->run(signal); }
-
- private:
-  struct Blocks {
-    Blocks(const Signal& signal, int length) : fftLen(length) {
-      frame = fftwf_alloc_real(static_cast<size_t>(fftLen));
-      spectrum = fftwf_alloc_complex(static_cast<size_t>(fftLen / 2 + 1));
-      taps = fftwf_alloc_complex(static_cast<size_t>(fftLen / 2 + 1));
-      forward = fftwf_plan_dft_r2c_1d(fftLen, frame, spectrum, FFTW_MEASURE);
-      inverse = fftwf_plan_dft_c2r_1d(fftLen, spectrum, frame, FFTW_MEASURE);
-      memset(frame, 0, static_cast<size_t>(fftLen) * sizeof(float));
-      for (int k = 0; k < signal.tapsLen; ++k) {
-        frame[k] = signal.taps.get()[signal.tapsLen - 1 - k] / static_cast<float>(fftLen);
-      }
-      fftwf_execute(forward);
-      memcpy(taps, spectrum, static_cast<size_t>(fftLen / 2 + 1) * sizeof *taps);
-    }
-    ~Blocks() {
-      fftwf_destroy_plan(forward);
-      fftwf_destroy_plan(inverse);
-      fftwf_free(frame);
-      fftwf_free(spectrum);
-      fftwf_free(taps);
-    }
-
-    void run(const Signal& signal) const {
-      const int past = signal.tapsLen - 1, step = fftLen - past;
-      for (int n = 0; n < signal.len; n += step) {
-        const int count = std::min(step, signal.len - n);
-        memcpy(frame, signal.in.get() + n, static_cast<size_t>(past + count) * sizeof(float));
-        memset(frame + past + count, 0, static_cast<size_t>(step - count) * sizeof(float));
-        fftwf_execute(forward);
-        const auto* h = reinterpret_cast<const float*>(taps);
-        auto* x = reinterpret_cast<float*>(spectrum);
-        for (int k = 0; k <= fftLen / 2; ++k) {
-          const float re = x[2 * k] * h[2 * k] - x[2 * k + 1] * h[2 * k + 1];
-          x[2 * k + 1] = x[2 * k] * h[2 * k + 1] + x[2 * k + 1] * h[2 * k];
-          x[2 * k] = re;
-        }
-        fftwf_execute(inverse);
-        memcpy(signal.out.get() + n, frame + past, static_cast<size_t>(count) * sizeof(float));
-      }
-    }
-
-    double measure(const Signal& signal) const {
-      double best = 1e30;
-      for (int turn = 0; turn < 5; ++turn) {
-        const auto begin = std::chrono::steady_clock::now();
-        run(signal);
-        best =
-            std::min(best, std::chrono::duration<double>(std::chrono::steady_clock::now() - begin).count());
-      }
-      return best;
-    }
-
-    int fftLen;
-    float* frame;
-    fftwf_complex *spectrum, *taps;
-    fftwf_plan forward, inverse;
-  };
-
-  std::unique_ptr<Blocks> blocks_;
 };
 
 std::shared_ptr<KvrsFIRState_32f> stateFor(const Signal& signal, int threads) {
@@ -227,8 +161,9 @@ Register fir([] {
       const Signal s(tapsLen, len);
       const std::string name = nameOf("long", tapsLen, len);
       addOurs(name, s);
-      const auto blocks = lazily([=] { return OverlapSave(s); });
-      add(name, "fftw", [=] { blocks().run(s); });
+      const auto blocks =
+          lazily([=] { return OverlapSave<float>(s.taps.get(), tapsLen, s.in.get(), s.out.get(), len); });
+      add(name, "fftw", [=] { blocks().run(s.in.get(), s.out.get(), len); });
     }
   }
 
@@ -250,7 +185,7 @@ Register fir([] {
     add(name, "kvrs_one_thread", [=] { kvrsFIR_32f(s.src(), s.out.get(), s.len, one().get()); });
   }
 
-  for (int tapsLen : {8, 32, 64, 256}) {
+  for (int tapsLen : {8, 16, 32, 64, 256}) {
     const Signal s(tapsLen, 256);
     const std::string name = nameOf("one", tapsLen, s.len);
     const auto state = lazily([=] { return stateFor(s, 1); });
@@ -275,6 +210,18 @@ Register fir([] {
       for (int n = 0; n < s.len; ++n)
         loopOverOutputs(s.in.get() + n, s.taps.get(), s.tapsLen, s.out.get() + n, 1);
     });
+    const auto unrolled = [&]<int kTaps>(std::integral_constant<int, kTaps>) {
+      const auto step = std::make_shared<Unrolled<kTaps>>();
+      std::copy_n(s.taps.get(), kTaps, step->taps);
+      add(name, "unrolled", [=] {
+        for (int n = 0; n < s.len; ++n) {
+          s.out.get()[n] = (*step)(s.src()[n]);
+          writeMemory();
+        }
+      });
+    };
+    if (tapsLen == 8) unrolled(std::integral_constant<int, 8>());
+    if (tapsLen == 16) unrolled(std::integral_constant<int, 16>());
   }
 });
 

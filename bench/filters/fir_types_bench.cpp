@@ -1,11 +1,11 @@
-// FIR filters of other types than single precision, and at two rates, on one thread, beside plain loops, Eigen, liquid-dsp
-// and the same filter in single precision between two conversions.
+// FIR filters of other types than single precision, and at two rates, on one thread, beside plain loops, Eigen, liquid-dsp,
+// overlap-save on FFTW and the same filter in single precision between two conversions.
 // SPDX-License-Identifier: MIT
 #include <Eigen/Core>
 #include <complex>
 #include <cstring>
 
-#include "bench/support/bench.h"
+#include "bench/filters/overlap_save.h"
 #include "kvrs/convert.h"
 #include "kvrs/fir.h"
 #include "kvrs/fir_multirate.h"
@@ -170,6 +170,27 @@ std::string nameOf(const char* what, int tapsLen, int len) {
   return std::string("fir_types/") + what + "/" + std::to_string(tapsLen) + "x" + std::to_string(len);
 }
 
+template <class T, class S>
+void addLong(const char* type, KvrStatus (*filter)(const T*, T*, int, S*) noexcept,
+             KvrStatus (*initAlloc)(S**, const T*, int, const T*) noexcept,
+             KvrStatus (*release)(S*) noexcept) {
+  for (int tapsLen : {128, 512, 2048}) {
+    for (int len : {16384, 262144}) {
+      const Data<T> s(tapsLen, len);
+      const std::string name = nameOf((std::string("long_") + type).c_str(), tapsLen, len);
+      const auto state = lazily([=] {
+        S* made;
+        if (initAlloc(&made, s.taps.get(), tapsLen, nullptr) != kvrStatusOk) abort();
+        return owned<S>(made, release);
+      });
+      add(name, "kvrs", [=] { filter(s.src(), s.out.get(), len, state().get()); });
+      const auto blocks =
+          lazily([=] { return OverlapSave<T>(s.taps.get(), tapsLen, s.in.get(), s.out.get(), len); });
+      add(name, "fftw", [=] { blocks().run(s.in.get(), s.out.get(), len); });
+    }
+  }
+}
+
 Register types([] {
   for (int tapsLen : {8, 32, 64}) {
     const Data<Kvr64f> s(tapsLen, 4096);
@@ -212,6 +233,10 @@ Register types([] {
     });
 #endif
   }
+
+  addLong("64f", kvrsFIR_64f, kvrsFIRInitAlloc_64f, kvrsFIRFree_64f);
+  addLong("32fc", kvrsFIR_32fc, kvrsFIRInitAlloc_32fc, kvrsFIRFree_32fc);
+  addLong("64fc", kvrsFIR_64fc, kvrsFIRInitAlloc_64fc, kvrsFIRFree_64fc);
 
   for (int tapsLen : {8, 32, 64}) {
     const Data<Kvr16s> s(tapsLen, 4096);
@@ -267,6 +292,18 @@ Register types([] {
                 iters * c.up);
     });
 #ifdef KVRS_BENCH_LIQUID
+    if (c.up > 1 && c.down > 1) {
+      const auto resampler = lazily([=] {
+        return std::shared_ptr<rresamp_rrrf_s>(
+            rresamp_rrrf_create(static_cast<unsigned>(c.up), static_cast<unsigned>(c.down),
+                                static_cast<unsigned>(c.tapsOfPhase / 2), s.taps.get()),
+            rresamp_rrrf_destroy);
+      });
+      add(name, "liquid", [=] {
+        rresamp_rrrf_execute_block(resampler().get(), const_cast<float*>(s.src()),
+                                   static_cast<unsigned>(iters), s.out.get());
+      });
+    }
     if (c.up == 1) {
       const auto filter = lazily([=] {
         return std::shared_ptr<firdecim_rrrf_s>(

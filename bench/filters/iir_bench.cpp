@@ -120,7 +120,7 @@ KVRS_FREE_LOOPS(float)
 KVRS_FREE_LOOPS(double)
 #undef KVRS_FREE_LOOPS
 
-// A direct form of any order, transposed.
+// A direct form of any order, transposed: the algorithm of SciPy's lfilter.
 template <class T>
 __attribute__((noinline)) void directLoop(const T* b, const T* a, T* d, int order, const T* src, T* dst,
                                           int len) {
@@ -270,7 +270,7 @@ Register iir([] {
       T *x = src.get() + 64, *y = dst.get() + 64;
       add(name, "kvrs", [=, keepSrc = src, keepDst = dst] { filter(x, y, kLen, state.get()); });
       const auto d = std::make_shared<std::vector<T>>(64);
-      add(name, "loop", [=, keepSrc = src, keepDst = dst] {
+      add(name, "lfilter", [=, keepSrc = src, keepDst = dst] {
         directLoop(t.data(), t.data() + order + 1, d->data(), order, x, y, kLen);
       });
       add(name, "loop_history", [=, keepSrc = src, keepDst = dst] {

@@ -4,49 +4,14 @@
 #ifndef KVRS_BENCH_FILTERS_SLIDING_PEERS_H
 #define KVRS_BENCH_FILTERS_SLIDING_PEERS_H
 
-#include <fftw3.h>
-
 #include <algorithm>
 #include <chrono>
 #include <cstring>
 #include <memory>
 
-#include "bench/support/bench.h"
+#include "bench/transforms/fftw.h"
 
 namespace kvrs::bench {
-
-template <class T>
-struct Fftw;
-template <>
-struct Fftw<float> {
-  using Complex = fftwf_complex;
-  using Plan = fftwf_plan;
-  static constexpr auto forward = [](int n, float* in, Complex* out) {
-    return fftwf_plan_dft_r2c_1d(n, in, out, FFTW_MEASURE);
-  };
-  static constexpr auto inverse = [](int n, Complex* in, float* out) {
-    return fftwf_plan_dft_c2r_1d(n, in, out, FFTW_MEASURE);
-  };
-  static constexpr auto execute = fftwf_execute;
-  static constexpr auto allocate = [](size_t n) {
-    return static_cast<float*>(fftwf_malloc(n * sizeof(float)));
-  };
-};
-template <>
-struct Fftw<double> {
-  using Complex = fftw_complex;
-  using Plan = fftw_plan;
-  static constexpr auto forward = [](int n, double* in, Complex* out) {
-    return fftw_plan_dft_r2c_1d(n, in, out, FFTW_MEASURE);
-  };
-  static constexpr auto inverse = [](int n, Complex* in, double* out) {
-    return fftw_plan_dft_c2r_1d(n, in, out, FFTW_MEASURE);
-  };
-  static constexpr auto execute = fftw_execute;
-  static constexpr auto allocate = [](size_t n) {
-    return static_cast<double*>(fftw_malloc(n * sizeof(double)));
-  };
-};
 
 // Linear convolution by overlap-add in blocks of 2^order points, or by one transform where all fits into it. Kept to the end of
 // the process.
@@ -55,12 +20,12 @@ class FftwConvolution {
  public:
   FftwConvolution(int points, bool conjugates) : points_(points), conjugates_(conjugates) {
     const auto n = static_cast<size_t>(points);
-    frame_ = Fftw<T>::allocate(n);
-    spectrum_ = reinterpret_cast<Complex*>(Fftw<T>::allocate(n + 2));
-    taps_ = reinterpret_cast<Complex*>(Fftw<T>::allocate(n + 2));
-    forward_ = Fftw<T>::forward(points, frame_, spectrum_);
-    tapsForward_ = Fftw<T>::forward(points, frame_, taps_);
-    inverse_ = Fftw<T>::inverse(points, spectrum_, frame_);
+    frame_ = newArray<T>(n);
+    spectrum_ = newArray<T>(n + 2);
+    taps_ = newArray<T>(n + 2);
+    forward_ = Fftw<T>::forward(points, frame_.get(), spectrum_.get());
+    tapsForward_ = Fftw<T>::forward(points, frame_.get(), taps_.get());
+    inverse_ = Fftw<T>::inverse(points, spectrum_.get(), frame_.get());
   }
 
   // dst gets longer + shorter - 1 results.
@@ -74,8 +39,8 @@ class FftwConvolution {
       load(a + i, count);
       Fftw<T>::execute(forward_);
       const T scale = T(1) / static_cast<T>(points_), sign = conjugates_ ? -1 : 1;
-      const T* __restrict h = taps_[0];
-      T* __restrict x = spectrum_[0];
+      const T* __restrict h = taps_.get();
+      T* __restrict x = spectrum_.get();
       for (int k = 0; k <= points_ / 2; ++k) {
         const T re = x[2 * k] * h[2 * k] - sign * x[2 * k + 1] * h[2 * k + 1];
         const T im = sign * x[2 * k] * h[2 * k + 1] + x[2 * k + 1] * h[2 * k];
@@ -84,23 +49,20 @@ class FftwConvolution {
       }
       Fftw<T>::execute(inverse_);
       T* __restrict out = dst + i;
-      const T* __restrict y = frame_;
+      const T* __restrict y = frame_.get();
       for (int n = 0; n < count + shorter - 1; ++n) out[n] += y[n];
     }
   }
 
  private:
-  using Complex = typename Fftw<T>::Complex;
-
   void load(const T* x, int count) const {
-    memcpy(frame_, x, static_cast<size_t>(count) * sizeof(T));
-    memset(frame_ + count, 0, static_cast<size_t>(points_ - count) * sizeof(T));
+    memcpy(frame_.get(), x, static_cast<size_t>(count) * sizeof(T));
+    memset(frame_.get() + count, 0, static_cast<size_t>(points_ - count) * sizeof(T));
   }
 
   int points_;
   bool conjugates_;
-  T* frame_;
-  Complex *spectrum_, *taps_;
+  std::shared_ptr<T> frame_, spectrum_, taps_;
   typename Fftw<T>::Plan forward_, tapsForward_, inverse_;
 };
 

@@ -8,6 +8,7 @@
 #include <cstring>
 
 #include "bench/support/bench.h"
+#include "kvrs/types.h"
 
 namespace kvrs::bench {
 
