@@ -54,11 +54,12 @@ KvrStatus kvrsFIR_32f(const Kvr32f* src, Kvr32f* dst, int len, KvrsFIRState_32f*
   KVRS_CHECK(pointers(src, dst, state), length(len, src, dst));
   if (kStream_32f.either(state) == kvrStatusOk)
     return filterStream(*state, src, dst, static_cast<size_t>(len), NoScale());
+  KVRS_CHECK(k_32f.either(state));
   return filterAny<Kvr32f, Kvr32f>(k_32f, *state, src, dst, len, NoScale());
 }
 
 KvrStatus kvrsFIR_32f_I(Kvr32f* srcDst, int len, KvrsFIRState_32f* state) noexcept {
-  KVRS_CHECK(pointers(srcDst, state), length(len, srcDst));
+  KVRS_CHECK(pointers(srcDst, state), length(len, srcDst), k_32f.either(state));
   return filterAnyInPlace<Kvr32f, Kvr32f>(k_32f, *state, srcDst, len, NoScale());
 }
 
@@ -105,11 +106,11 @@ KvrStatus kvrsFIROne32f_16s_Sfs(Kvr16s src, Kvr16s* dst, KvrsFIRState32f_16s* st
 
 KvrStatus kvrsFIR32f_16s_Sfs(const Kvr16s* src, Kvr16s* dst, int len, KvrsFIRState32f_16s* state,
                              int scaleFactor) noexcept {
-  KVRS_CHECK(pointers(src, dst, state), length(len, src, dst));
+  KVRS_CHECK(pointers(src, dst, state), length(len, src, dst), k32f_16s.either(state));
   return filterAny<Kvr16s, Kvr32f>(k32f_16s, *state, src, dst, len, scaleFactor);
 }
 
 KvrStatus kvrsFIR32f_16s_ISfs(Kvr16s* srcDst, int len, KvrsFIRState32f_16s* state, int scaleFactor) noexcept {
-  KVRS_CHECK(pointers(srcDst, state), length(len, srcDst));
+  KVRS_CHECK(pointers(srcDst, state), length(len, srcDst), k32f_16s.either(state));
   return filterAnyInPlace<Kvr16s, Kvr32f>(k32f_16s, *state, srcDst, len, scaleFactor);
 }

@@ -50,12 +50,12 @@ KvrStatus kvrsFIROne_32fc(Kvr32fc src, Kvr32fc* dst, KvrsFIRState_32fc* state) n
 }
 
 KvrStatus kvrsFIR_32fc(const Kvr32fc* src, Kvr32fc* dst, int len, KvrsFIRState_32fc* state) noexcept {
-  KVRS_CHECK(pointers(src, dst, state), length(len, src, dst));
+  KVRS_CHECK(pointers(src, dst, state), length(len, src, dst), k_32fc.either(state));
   return filterAny<Kvr32fc, Kvr32fc>(k_32fc, *state, src, dst, len, NoScale());
 }
 
 KvrStatus kvrsFIR_32fc_I(Kvr32fc* srcDst, int len, KvrsFIRState_32fc* state) noexcept {
-  KVRS_CHECK(pointers(srcDst, state), length(len, srcDst));
+  KVRS_CHECK(pointers(srcDst, state), length(len, srcDst), k_32fc.either(state));
   return filterAnyInPlace<Kvr32fc, Kvr32fc>(k_32fc, *state, srcDst, len, NoScale());
 }
 
@@ -102,12 +102,12 @@ KvrStatus kvrsFIROne32fc_16sc_Sfs(Kvr16sc src, Kvr16sc* dst, KvrsFIRState32fc_16
 
 KvrStatus kvrsFIR32fc_16sc_Sfs(const Kvr16sc* src, Kvr16sc* dst, int len, KvrsFIRState32fc_16sc* state,
                                int scaleFactor) noexcept {
-  KVRS_CHECK(pointers(src, dst, state), length(len, src, dst));
+  KVRS_CHECK(pointers(src, dst, state), length(len, src, dst), k32fc_16sc.either(state));
   return filterAny<Kvr16sc, Kvr32fc>(k32fc_16sc, *state, src, dst, len, scaleFactor);
 }
 
 KvrStatus kvrsFIR32fc_16sc_ISfs(Kvr16sc* srcDst, int len, KvrsFIRState32fc_16sc* state,
                                 int scaleFactor) noexcept {
-  KVRS_CHECK(pointers(srcDst, state), length(len, srcDst));
+  KVRS_CHECK(pointers(srcDst, state), length(len, srcDst), k32fc_16sc.either(state));
   return filterAnyInPlace<Kvr16sc, Kvr32fc>(k32fc_16sc, *state, srcDst, len, scaleFactor);
 }

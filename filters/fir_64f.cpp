@@ -50,12 +50,12 @@ KvrStatus kvrsFIROne_64f(Kvr64f src, Kvr64f* dst, KvrsFIRState_64f* state) noexc
 }
 
 KvrStatus kvrsFIR_64f(const Kvr64f* src, Kvr64f* dst, int len, KvrsFIRState_64f* state) noexcept {
-  KVRS_CHECK(pointers(src, dst, state), length(len, src, dst));
+  KVRS_CHECK(pointers(src, dst, state), length(len, src, dst), k_64f.either(state));
   return filterAny<Kvr64f, Kvr64f>(k_64f, *state, src, dst, len, NoScale());
 }
 
 KvrStatus kvrsFIR_64f_I(Kvr64f* srcDst, int len, KvrsFIRState_64f* state) noexcept {
-  KVRS_CHECK(pointers(srcDst, state), length(len, srcDst));
+  KVRS_CHECK(pointers(srcDst, state), length(len, srcDst), k_64f.either(state));
   return filterAnyInPlace<Kvr64f, Kvr64f>(k_64f, *state, srcDst, len, NoScale());
 }
 
@@ -100,12 +100,12 @@ KvrStatus kvrsFIROne64f_32f(Kvr32f src, Kvr32f* dst, KvrsFIRState64f_32f* state)
 }
 
 KvrStatus kvrsFIR64f_32f(const Kvr32f* src, Kvr32f* dst, int len, KvrsFIRState64f_32f* state) noexcept {
-  KVRS_CHECK(pointers(src, dst, state), length(len, src, dst));
+  KVRS_CHECK(pointers(src, dst, state), length(len, src, dst), k64f_32f.either(state));
   return filterAny<Kvr32f, Kvr64f>(k64f_32f, *state, src, dst, len, NoScale());
 }
 
 KvrStatus kvrsFIR64f_32f_I(Kvr32f* srcDst, int len, KvrsFIRState64f_32f* state) noexcept {
-  KVRS_CHECK(pointers(srcDst, state), length(len, srcDst));
+  KVRS_CHECK(pointers(srcDst, state), length(len, srcDst), k64f_32f.either(state));
   return filterAnyInPlace<Kvr32f, Kvr64f>(k64f_32f, *state, srcDst, len, NoScale());
 }
 
@@ -146,12 +146,12 @@ KvrStatus kvrsFIRSetDlyLine64f_32s(KvrsFIRState64f_32s* state, const Kvr32s* dly
 
 KvrStatus kvrsFIR64f_32s_Sfs(const Kvr32s* src, Kvr32s* dst, int len, KvrsFIRState64f_32s* state,
                              int scaleFactor) noexcept {
-  KVRS_CHECK(pointers(src, dst, state), length(len, src, dst));
+  KVRS_CHECK(pointers(src, dst, state), length(len, src, dst), k64f_32s.either(state));
   return filterAny<Kvr32s, Kvr64f>(k64f_32s, *state, src, dst, len, scaleFactor);
 }
 
 KvrStatus kvrsFIR64f_32s_ISfs(Kvr32s* srcDst, int len, KvrsFIRState64f_32s* state, int scaleFactor) noexcept {
-  KVRS_CHECK(pointers(srcDst, state), length(len, srcDst));
+  KVRS_CHECK(pointers(srcDst, state), length(len, srcDst), k64f_32s.either(state));
   return filterAnyInPlace<Kvr32s, Kvr64f>(k64f_32s, *state, srcDst, len, scaleFactor);
 }
 
@@ -198,12 +198,12 @@ KvrStatus kvrsFIROne64f_16s_Sfs(Kvr16s src, Kvr16s* dst, KvrsFIRState64f_16s* st
 
 KvrStatus kvrsFIR64f_16s_Sfs(const Kvr16s* src, Kvr16s* dst, int len, KvrsFIRState64f_16s* state,
                              int scaleFactor) noexcept {
-  KVRS_CHECK(pointers(src, dst, state), length(len, src, dst));
+  KVRS_CHECK(pointers(src, dst, state), length(len, src, dst), k64f_16s.either(state));
   return filterAny<Kvr16s, Kvr64f>(k64f_16s, *state, src, dst, len, scaleFactor);
 }
 
 KvrStatus kvrsFIR64f_16s_ISfs(Kvr16s* srcDst, int len, KvrsFIRState64f_16s* state, int scaleFactor) noexcept {
-  KVRS_CHECK(pointers(srcDst, state), length(len, srcDst));
+  KVRS_CHECK(pointers(srcDst, state), length(len, srcDst), k64f_16s.either(state));
   return filterAnyInPlace<Kvr16s, Kvr64f>(k64f_16s, *state, srcDst, len, scaleFactor);
 }
 
@@ -243,11 +243,11 @@ KvrStatus kvrsFIROne_32s_Sfs(Kvr32s src, Kvr32s* dst, KvrsFIRState_32s* state, i
 
 KvrStatus kvrsFIR_32s_Sfs(const Kvr32s* src, Kvr32s* dst, int len, KvrsFIRState_32s* state,
                           int scaleFactor) noexcept {
-  KVRS_CHECK(pointers(src, dst, state), length(len, src, dst));
+  KVRS_CHECK(pointers(src, dst, state), length(len, src, dst), k_32s.either(state));
   return filterAny<Kvr32s, Kvr64f>(k_32s, *state, src, dst, len, scaleFactor);
 }
 
 KvrStatus kvrsFIR_32s_ISfs(Kvr32s* srcDst, int len, KvrsFIRState_32s* state, int scaleFactor) noexcept {
-  KVRS_CHECK(pointers(srcDst, state), length(len, srcDst));
+  KVRS_CHECK(pointers(srcDst, state), length(len, srcDst), k_32s.either(state));
   return filterAnyInPlace<Kvr32s, Kvr64f>(k_32s, *state, srcDst, len, scaleFactor);
 }

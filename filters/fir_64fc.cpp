@@ -50,12 +50,12 @@ KvrStatus kvrsFIROne_64fc(Kvr64fc src, Kvr64fc* dst, KvrsFIRState_64fc* state) n
 }
 
 KvrStatus kvrsFIR_64fc(const Kvr64fc* src, Kvr64fc* dst, int len, KvrsFIRState_64fc* state) noexcept {
-  KVRS_CHECK(pointers(src, dst, state), length(len, src, dst));
+  KVRS_CHECK(pointers(src, dst, state), length(len, src, dst), k_64fc.either(state));
   return filterAny<Kvr64fc, Kvr64fc>(k_64fc, *state, src, dst, len, NoScale());
 }
 
 KvrStatus kvrsFIR_64fc_I(Kvr64fc* srcDst, int len, KvrsFIRState_64fc* state) noexcept {
-  KVRS_CHECK(pointers(srcDst, state), length(len, srcDst));
+  KVRS_CHECK(pointers(srcDst, state), length(len, srcDst), k_64fc.either(state));
   return filterAnyInPlace<Kvr64fc, Kvr64fc>(k_64fc, *state, srcDst, len, NoScale());
 }
 
@@ -100,12 +100,12 @@ KvrStatus kvrsFIROne64fc_32fc(Kvr32fc src, Kvr32fc* dst, KvrsFIRState64fc_32fc* 
 }
 
 KvrStatus kvrsFIR64fc_32fc(const Kvr32fc* src, Kvr32fc* dst, int len, KvrsFIRState64fc_32fc* state) noexcept {
-  KVRS_CHECK(pointers(src, dst, state), length(len, src, dst));
+  KVRS_CHECK(pointers(src, dst, state), length(len, src, dst), k64fc_32fc.either(state));
   return filterAny<Kvr32fc, Kvr64fc>(k64fc_32fc, *state, src, dst, len, NoScale());
 }
 
 KvrStatus kvrsFIR64fc_32fc_I(Kvr32fc* srcDst, int len, KvrsFIRState64fc_32fc* state) noexcept {
-  KVRS_CHECK(pointers(srcDst, state), length(len, srcDst));
+  KVRS_CHECK(pointers(srcDst, state), length(len, srcDst), k64fc_32fc.either(state));
   return filterAnyInPlace<Kvr32fc, Kvr64fc>(k64fc_32fc, *state, srcDst, len, NoScale());
 }
 
@@ -152,13 +152,13 @@ KvrStatus kvrsFIROne64fc_32sc_Sfs(Kvr32sc src, Kvr32sc* dst, KvrsFIRState64fc_32
 
 KvrStatus kvrsFIR64fc_32sc_Sfs(const Kvr32sc* src, Kvr32sc* dst, int len, KvrsFIRState64fc_32sc* state,
                                int scaleFactor) noexcept {
-  KVRS_CHECK(pointers(src, dst, state), length(len, src, dst));
+  KVRS_CHECK(pointers(src, dst, state), length(len, src, dst), k64fc_32sc.either(state));
   return filterAny<Kvr32sc, Kvr64fc>(k64fc_32sc, *state, src, dst, len, scaleFactor);
 }
 
 KvrStatus kvrsFIR64fc_32sc_ISfs(Kvr32sc* srcDst, int len, KvrsFIRState64fc_32sc* state,
                                 int scaleFactor) noexcept {
-  KVRS_CHECK(pointers(srcDst, state), length(len, srcDst));
+  KVRS_CHECK(pointers(srcDst, state), length(len, srcDst), k64fc_32sc.either(state));
   return filterAnyInPlace<Kvr32sc, Kvr64fc>(k64fc_32sc, *state, srcDst, len, scaleFactor);
 }
 
@@ -205,12 +205,12 @@ KvrStatus kvrsFIROne64fc_16sc_Sfs(Kvr16sc src, Kvr16sc* dst, KvrsFIRState64fc_16
 
 KvrStatus kvrsFIR64fc_16sc_Sfs(const Kvr16sc* src, Kvr16sc* dst, int len, KvrsFIRState64fc_16sc* state,
                                int scaleFactor) noexcept {
-  KVRS_CHECK(pointers(src, dst, state), length(len, src, dst));
+  KVRS_CHECK(pointers(src, dst, state), length(len, src, dst), k64fc_16sc.either(state));
   return filterAny<Kvr16sc, Kvr64fc>(k64fc_16sc, *state, src, dst, len, scaleFactor);
 }
 
 KvrStatus kvrsFIR64fc_16sc_ISfs(Kvr16sc* srcDst, int len, KvrsFIRState64fc_16sc* state,
                                 int scaleFactor) noexcept {
-  KVRS_CHECK(pointers(srcDst, state), length(len, srcDst));
+  KVRS_CHECK(pointers(srcDst, state), length(len, srcDst), k64fc_16sc.either(state));
   return filterAnyInPlace<Kvr16sc, Kvr64fc>(k64fc_16sc, *state, srcDst, len, scaleFactor);
 }

@@ -70,23 +70,19 @@ KvrStatus filterRatesInPlace(State<T>& state, D* srcDst, size_t numIters, const 
   return filterRates(state, copy, srcDst, numIters, scale);
 }
 
-// kvrsFIR and its form in place, the arguments checked but for the word.
+// kvrsFIR and its form in place, the arguments checked.
 template <class D, class T>
 KvrStatus filterAny(const Form& form, State<T>& state, const D* src, D* dst, int len,
                     const ScaleOf<D, T>& scale) {
   if (state.idWord == form.single) return filter(state, src, dst, static_cast<size_t>(len), scale);
-  if (state.idWord == form.multi) return filterRates(state, src, dst, static_cast<size_t>(len), scale);
-  return kvrStatusContextMismatch;
+  return filterRates(state, src, dst, static_cast<size_t>(len), scale);
 }
 template <class D, class T>
 KvrStatus filterAnyInPlace(const Form& form, State<T>& state, D* srcDst, int len,
                            const ScaleOf<D, T>& scale) {
   if (state.idWord == form.single) return filterInPlace(state, srcDst, static_cast<size_t>(len), scale);
-  if (state.idWord == form.multi) {
-    constexpr bool kCopies = FirElement<T>::kInteger;
-    return filterRatesInPlace(state, srcDst, static_cast<size_t>(len), scale, kCopies);
-  }
-  return kvrStatusContextMismatch;
+  constexpr bool kCopies = FirElement<T>::kInteger;
+  return filterRatesInPlace(state, srcDst, static_cast<size_t>(len), scale, kCopies);
 }
 
 }  // namespace kvrs::fir
