@@ -143,30 +143,60 @@ void filterDirect(State<T>& state, const T* src, T* dst, size_t len) {
 // Outputs that are computed before they are converted, and samples that are converted before they are filtered.
 inline constexpr size_t kSums = 512, kStaged = 2048;
 
+template <class T>
+size_t stageRoom(const State<T>& state) {
+  const size_t room = static_cast<size_t>(state.stageLen);
+  return room < kStaged ? room : kStaged;
+}
+
+// The delay line, its window moved to the front.
+template <class T>
+T* windowInFront(State<T>& state) {
+  T* line = state.dlyLine.get();
+  if (state.dlyPos != 0) memmove(line, line + state.dlyPos, static_cast<size_t>(state.tapsLen) * sizeof(T));
+  state.dlyPos = 0;
+  return line;
+}
+
+// The sums of `count` outputs, whose oldest sample is the first of `in`, as samples.
+template <class D, class T>
+void storeSums(const State<T>& state, const T* in, D* dst, size_t count, const ScaleOf<D, T>& scale) {
+  const size_t tapsLen = static_cast<size_t>(state.tapsLen);
+  const auto* taps = state.kernelTaps();
+  alignas(64) FirSum<T> sums[kSums];
+  for (size_t n = 0; n < count; n += kSums) {
+    const size_t piece = count - n < kSums ? count - n : kSums;
+    firKernel(in + n, sums, piece, taps, tapsLen);
+    Format<D, T>::store(sums, dst + n, piece, scale);
+  }
+}
+
 // Samples that are converted, or whose sums are: all go through the delay line. src may be dst.
 template <class D, class T>
 void filterStaged(State<T>& state, const D* src, D* dst, size_t len, const ScaleOf<D, T>& scale) {
-  const size_t tapsLen = static_cast<size_t>(state.tapsLen);
-  const auto* taps = state.kernelTaps();
-  T* line = state.dlyLine.get();
-  if (state.dlyPos != 0) memmove(line, line + state.dlyPos, tapsLen * sizeof(T));
-  state.dlyPos = 0;
-  const size_t room =
-      static_cast<size_t>(state.stageLen) < kStaged ? static_cast<size_t>(state.stageLen) : kStaged;
-  alignas(64) FirSum<T> sums[kSums];
+  const size_t tapsLen = static_cast<size_t>(state.tapsLen), room = stageRoom(state);
+  T* line = windowInFront(state);
   while (len > 0) {
     const size_t staged = len < room ? len : room;
     Format<D, T>::fetch(src, line + tapsLen, staged);
-    for (size_t n = 0; n < staged; n += kSums) {
-      const size_t count = staged - n < kSums ? staged - n : kSums;
-      firKernel(line + 1 + n, sums, count, taps, tapsLen);
-      Format<D, T>::store(sums, dst + n, count, scale);
-    }
+    storeSums(state, line + 1, dst, staged, scale);
     memmove(line, line + staged, tapsLen * sizeof(T));
     src += staged;
     dst += staged;
     len -= staged;
   }
+}
+
+// Samples that are what the filter works on, into another array: only those that meet samples of earlier calls go through the
+// delay line. They have room behind it, and there are more of them.
+template <class T>
+void filterFromSource(State<T>& state, const T* src, T* dst, size_t len, const ScaleOf<T, T>& scale) {
+  const size_t tapsLen = static_cast<size_t>(state.tapsLen), past = tapsLen - 1;
+  T* line = windowInFront(state);
+  memcpy(line + tapsLen, src, past * sizeof(T));
+  storeSums(state, line + 1, dst, past, scale);
+  storeSums(state, src, dst + past, len - past, scale);
+  memcpy(line, src + (len - tapsLen), tapsLen * sizeof(T));
 }
 
 // ---- The FFT engine.
@@ -243,6 +273,13 @@ KvrStatus filter(State<T>& state, const D* src, D* dst, size_t len, const ScaleO
   if constexpr (kPlain<D, T>) {
     filterDirect(state, src, dst, len);
   } else {
+    if constexpr (std::is_same_v<D, T>) {
+      const size_t tapsLen = static_cast<size_t>(state.tapsLen);
+      if (len >= 4 * tapsLen && tapsLen <= stageRoom(state)) {
+        filterFromSource(state, src, dst, len, scale);
+        return kvrStatusOk;
+      }
+    }
     filterStaged(state, src, dst, len, scale);
   }
   return kvrStatusOk;
