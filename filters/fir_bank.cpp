@@ -36,27 +36,28 @@ KVRS_INLINE auto sumOfBlocks([[maybe_unused]] D d, V v) {
   }
 }
 
-// The next kSideBySide outputs of real filters that have at least a vector of taps in each phase.
-template <class T>
-KVRS_INLINE void outputsSideBySide(const T* in, const T* bank, T* out, size_t fewTaps, BankWalk& walk) {
+// The next kSideBySide outputs of real filters that have at least a vector of taps in each phase. kUneven: some phases have a
+// tap more.
+template <bool kUneven, class T>
+KVRS_INLINE void outputsSideBySide(const T* in, const T* bank, T* out, BankWalk& walk) {
   constexpr size_t N = kFirLanes<T>;
   constexpr int kOutputs = kSideBySide<T>;
   const Lanes<T, N> d;
   const Lanes<T, kOutputs> dOut;
+  const size_t fewTaps = walk.fewTaps();
   const T* x[kOutputs];
   const T* h[kOutputs];
   hn::Vec<decltype(d)> sum[kOutputs];
-  alignas(16) T more[kOutputs];  // products of the phases that have a tap more: the oldest
-  size_t anyMore = 0;
   unroll<kOutputs>([&](auto i) KVRS_UNROLLED {
-    x[i] = in + walk.oldestInput();
-    h[i] = bank + walk.firstTap();
-    const size_t hasMore = walk.taps() - fewTaps;
-    anyMore |= hasMore;
-    more[i] = hasMore != 0 ? unaligned::get(x[i]) * *h[i] : T{0};
-    x[i] += hasMore;
-    h[i] += hasMore;
+    x[i] = in + (walk.newestInput() + 1) - fewTaps;
+    h[i] = bank + (kUneven ? walk.firstTap() : walk.phase() * fewTaps);
     sum[i] = hn::Zero(d);
+    if constexpr (kUneven) {
+      if (walk.taps() > fewTaps) {
+        sum[i] = hn::IfThenElseZero(hn::FirstN(d, 1), hn::Set(d, unaligned::get(x[i] - 1) * *h[i]));
+        ++h[i];
+      }
+    }
     walk.next();
   });
   size_t k = 0;
@@ -74,10 +75,17 @@ KVRS_INLINE void outputsSideBySide(const T* in, const T* bank, T* out, size_t fe
       sum[i] = hn::MulAdd(inputs, hn::LoadU(d, h[i] + k), sum[i]);
     });
   }
-  auto sums = sumOfBlocks(d, sumsInTurn(d, sum));
-  // Numbers that have just been stored one by one take a while before they can be loaded as a vector.
-  if (anyMore != 0) sums = hn::Add(sums, hn::Load(dOut, more));
-  hn::StoreU(sums, dOut, out);
+  hn::StoreU(sumOfBlocks(d, sumsInTurn(d, sum)), dOut, out);
+}
+
+// As many as there are in whole groups; tells how many.
+template <bool kUneven, class T>
+size_t groupsSideBySide(const T* in, const T* bank, T* out, size_t count, BankWalk& walk) {
+  BankWalk own = walk;  // in registers
+  size_t n = 0;
+  for (; n + kSideBySide<T> <= count; n += kSideBySide<T>) outputsSideBySide<kUneven>(in, bank, out + n, own);
+  walk = own;
+  return n;
 }
 
 }  // namespace
@@ -87,9 +95,8 @@ void firBank(const T* in, const T* bank, FirSum<T>* out, size_t count, BankWalk&
   size_t n = 0;
   if constexpr (kShifts<T>) {
     if (walk.fewTaps() >= kFirLanes<T>) {
-      for (; n + kSideBySide<T> <= count; n += kSideBySide<T>) {
-        outputsSideBySide(in, bank, out + n, walk.fewTaps(), walk);
-      }
+      n = walk.isUneven() ? groupsSideBySide<true>(in, bank, out, count, walk)
+                          : groupsSideBySide<false>(in, bank, out, count, walk);
     }
   }
   for (; n < count; ++n, walk.next()) {

@@ -23,6 +23,8 @@ class BankWalk {
 
   // The taps of a phase that has no more than others.
   size_t fewTaps() const { return static_cast<size_t>(fewTaps_); }
+  // Whether some phases have a tap more.
+  bool isUneven() const { return morePhases_ != 0; }
   // The taps of this output: so many from there on in the bank, the oldest first.
   size_t taps() const { return static_cast<size_t>(fewTaps_ + (phase_ < morePhases_)); }
   size_t firstTap() const {
