@@ -172,8 +172,12 @@ void feedBack(const Taps& list, Kvr32f* y, size_t len) {
   if (least == 1) return feedBackFromLast(list, y, len);
   const Lanes<Kvr32f, N> d;
   size_t begin = 0;
-  if (least >= 4 * N) begin = feedBackBlocks<4>(d, list, y, len, begin);
-  if (least >= N) begin = feedBackBlocks<1>(d, list, y, len, begin);
+  // A block can run once the youngest outputs that it meets have gone through memory, as they seldom lie as they were stored.
+  // The larger the block, the younger these are: blocks of a quarter leave the recursion most of its length.
+  if (least >= 8 * N) begin = feedBackBlocks<4>(d, list, y, len, begin);
+  if (least >= 4 * N) begin = feedBackBlocks<1>(d, list, y, len, begin);
+  if (N > 8 && least >= 32)
+    begin = feedBackBlocks<1>(Lanes < Kvr32f, N <= 8 ? 4 : 8 > (), list, y, len, begin);
   if (least >= 4) begin = feedBackBlocks<1>(Lanes<Kvr32f, 4>(), list, y, len, begin);
   feedBackBlocks<1>(Lanes<Kvr32f, 1>(), list, y, len, begin);
 }

@@ -232,7 +232,7 @@ TEST(Sparse, OrderZero) {
 TEST(Sparse, Iir) {
   Random random;
   for (int count : {1, 2, 5}) {
-    for (int place : {1, 2, 3, 4, 5, 7, 8, 15, 16, 17, 40}) {
+    for (int place : {1, 2, 3, 4, 5, 7, 8, 15, 16, 17, 32, 40, 64, 128}) {
       for (int len : {1, 2, 5, 16, 17, 39, 40, 41, 100, 333}) {
         const List inputs = randomList(random, count, 0, 9, 8);
         checkStream(inputs, {{random.below(2) == 0 ? 1.0f : -1.0f}, {place}}, {len, 3, len, 50}, random, 50);
