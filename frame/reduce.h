@@ -60,11 +60,10 @@ KVRS_INLINE auto loadPartFor([[maybe_unused]] const Op& op, size_t count, const 
 template <class A, class... S>
 inline constexpr size_t kReduceBlock = loop_detail::kBlock<A, S...>;
 
-// Takes [0, len) of the sources into the accumulators `acc`. `len` may be 0.
-template <class A, int kAccumulators, class Acc, class Op, class... S>
-KVRS_INLINE void accumulate(const Op& op, Acc (&acc)[kAccumulators], size_t len, const S*... src) {
+// Takes [0, len) of the sources into the accumulators `acc`, in blocks of N elements. `len` may be 0.
+template <size_t N, int kAccumulators, class Acc, class Op, class... S>
+KVRS_INLINE void accumulateBlocks(const Op& op, Acc (&acc)[kAccumulators], size_t len, const S*... src) {
   using namespace reduce_detail;
-  constexpr size_t N = kReduceBlock<A, S...>;
   constexpr ptrdiff_t n = N, k = kAccumulators;
   const ptrdiff_t end = static_cast<ptrdiff_t>(len);
   const auto take = [&](Acc& a, ptrdiff_t at)
@@ -95,6 +94,12 @@ KVRS_INLINE void accumulate(const Op& op, Acc (&acc)[kAccumulators], size_t len,
     }
   };
   takePart(loadPartFor<N>(op, static_cast<size_t>(count), src + (end - count))...);
+}
+
+// The same with vectors that are full.
+template <class A, int kAccumulators, class Acc, class Op, class... S>
+KVRS_INLINE void accumulate(const Op& op, Acc (&acc)[kAccumulators], size_t len, const S*... src) {
+  accumulateBlocks<kReduceBlock<A, S...>>(op, acc, len, src...);
 }
 
 // The same from k accumulators that begin as `start`, joined to one as ((0 1) (2 3)) by `join(Acc&, Acc)`.
@@ -166,22 +171,25 @@ KVRS_INLINE hn::TFromV<V> sumLanes(V v) {
   return foldLanes(v, AddLanes());
 }
 
-// Exact sums of unsigned 32-bit lanes in 64 bits.
+// Exact sums of unsigned 32-bit lanes in 64 bits: of pairs as they stand, in which the upper lanes count 2^32 times, and of the
+// upper lanes.
 struct WideSum {
   using D = Lanes<uint64_t, kLanes<uint64_t>>;
-  hn::Vec<D> even = hn::Zero(D()), odd = hn::Zero(D());
+  hn::Vec<D> pairs = hn::Zero(D()), upper = hn::Zero(D());
 
   template <class V32>
   KVRS_INLINE void add(V32 v) {
     const auto wide = hn::BitCast(D(), v);
-    even = hn::Add(even, hn::And(wide, hn::Set(D(), 0xFFFFFFFFu)));
-    odd = hn::Add(odd, hn::ShiftRight<32>(wide));
+    pairs = hn::Add(pairs, wide);
+    upper = hn::Add(upper, hn::ShiftRight<32>(wide));
   }
   KVRS_INLINE void add(const WideSum& other) {
-    even = hn::Add(even, other.even);
-    odd = hn::Add(odd, other.odd);
+    pairs = hn::Add(pairs, other.pairs);
+    upper = hn::Add(upper, other.upper);
   }
-  KVRS_INLINE uint64_t total() const { return sumLanes(hn::Add(even, odd)); }
+  KVRS_INLINE uint64_t total() const {
+    return sumLanes(hn::Add(hn::Sub(pairs, hn::ShiftLeft<32>(upper)), upper));
+  }
 };
 
 // The sum of 32-bit lanes, exact.
