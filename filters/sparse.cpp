@@ -167,7 +167,7 @@ void feedBackFromLast(const Taps& list, Kvr32f* y, size_t len) {
 }
 
 void feedBack(const Taps& list, Kvr32f* y, size_t len) {
-  constexpr size_t N = kLanes<Kvr32f>;
+  constexpr size_t N = kLanes<Kvr32f>, kHalf = N < 8 ? N : 8;
   const auto least = static_cast<size_t>(list.order - list.places.present()[list.count - 1]);
   if (least == 1) return feedBackFromLast(list, y, len);
   const Lanes<Kvr32f, N> d;
@@ -176,8 +176,7 @@ void feedBack(const Taps& list, Kvr32f* y, size_t len) {
   // The larger the block, the younger these are: blocks of a quarter leave the recursion most of its length.
   if (least >= 8 * N) begin = feedBackBlocks<4>(d, list, y, len, begin);
   if (least >= 4 * N) begin = feedBackBlocks<1>(d, list, y, len, begin);
-  if (N > 8 && least >= 32)
-    begin = feedBackBlocks<1>(Lanes < Kvr32f, N <= 8 ? 4 : 8 > (), list, y, len, begin);
+  if (N > kHalf && least >= 4 * kHalf) begin = feedBackBlocks<1>(Lanes<Kvr32f, kHalf>(), list, y, len, begin);
   if (least >= 4) begin = feedBackBlocks<1>(Lanes<Kvr32f, 4>(), list, y, len, begin);
   feedBackBlocks<1>(Lanes<Kvr32f, 1>(), list, y, len, begin);
 }
