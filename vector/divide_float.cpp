@@ -49,7 +49,8 @@ struct Quotient {
     const auto isInfinite = hn::And(hn::Eq(divisor, zero), hn::Gt(hn::Abs(dividend), zero));
     const auto infinity = hn::Set(d, std::numeric_limits<hn::TFromD<D>>::infinity());
     const auto replaced = hn::IfThenElse(isInfinite, hn::CopySignToAbs(infinity, dividend), undefined(d));
-    const auto divideBy = hn::IfThenElse(usual, divisor, hn::Set(d, hn::TFromD<D>(1)));
+    // In a register: clang would choose after the division, by the divisor as it is, and raise the flag.
+    const auto divideBy = inRegister(hn::IfThenElse(usual, divisor, hn::Set(d, hn::TFromD<D>(1))));
     return hn::IfThenElse(usual, hn::Div(dividend, divideBy), replaced);
   }
 };
@@ -102,7 +103,7 @@ struct ComplexQuotient {
     const auto isZero = hn::Eq(square(divisor), hn::Zero(d));
     notes.add(d, kvrStatusDivByZeroWarn, isZero);
     const auto one = hn::Set(d, hn::TFromD<D>(1));
-    const auto inverse = hn::Div(one, hn::IfThenElse(isZero, one, square(divisor)));
+    const auto inverse = hn::Div(one, inRegister(hn::IfThenElse(isZero, one, square(divisor))));
     const auto q = times(inverse, divisor, dividend);
     return {hn::IfThenElse(isZero, undefined(d), q.re), hn::IfThenElse(isZero, undefined(d), q.im)};
   }
