@@ -70,7 +70,7 @@ Kvr32f exponentialOfLast(Kvr32f x) {
 }
 
 KvrStatus exponential(const Kvr32f* src, Kvr32f* dst, int len) {
-  KVRS_CHECK(pointers(src, dst), length(len));
+  KVRS_CHECK(pointers(src, dst), lengthOf<Kvr32f>(len));
   const int last = len & 3;
   const KvrStatus status = mapElements(Exponential32f(), dst, static_cast<size_t>(len - last), src);
   for (int i = len - last; i < len; ++i) {

@@ -184,4 +184,15 @@ TEST(Exp, DoublesIgnoreTheRoundingMode) {
   }
 }
 
+// Elements behind 2^31 - 4 others would lie before the array, as addresses of 32 bits go.
+TEST(Exp, RefusedLengthLeavesWhatLiesBeforeTheArray) {
+  if (sizeof(void*) > 4) GTEST_SKIP() << "every length fits";
+  std::vector<Kvr32f> all(64, 2.0f);
+  Kvr32f other[8] = {};
+  const std::vector<Kvr32f> before = all;
+  EXPECT_EQ(kvrStatusBadLength, kvrsExp_32f(other + 4, &all[32], INT32_MAX));
+  EXPECT_EQ(kvrStatusBadLength, kvrsExp_32f_I(&all[32], INT32_MAX));
+  EXPECT_EQ(before, all);
+}
+
 }  // namespace
