@@ -17,6 +17,7 @@
 
 #include "tests/support/arena.h"
 #include "tests/support/random.h"
+#include "tests/support/short.h"
 #include "tests/support/sweep.h"
 
 namespace kvrs::test {
@@ -45,7 +46,7 @@ inline void sweepReductionCase(const ReductionCase& c, const SweepOptions& optio
   Arena resultArena(c.resultBytes);
   std::vector<uint8_t> before, result(c.resultBytes);
   for (int len : options.lengths) {
-    const size_t n = static_cast<size_t>(len), step = len <= 70 ? 3 : 7;
+    const size_t n = static_cast<size_t>(len), step = inFull(len <= 70 ? 3 : len <= 10000 ? 7 : 17, 17);
     for (size_t offset = 0; offset < 33; offset += step) {
       for (Side side : {Side::front, Side::back}) {
         std::vector<const void*> src;

@@ -13,6 +13,7 @@
 #include "kvrs/types.h"
 #include "tests/support/arena.h"
 #include "tests/support/random.h"
+#include "tests/support/short.h"
 #include "tests/support/sweep.h"
 
 namespace kvrs::test {
@@ -129,14 +130,16 @@ std::vector<T> zeroEnds(std::vector<T> three) {
   return three;
 }
 
-// Every length from `shortest` to 2,100, or beyond 200 every stride-th one, not in place and in place, with guard pages and changing alignments:
+// Every length from `shortest` to 1,100, or beyond 200 every stride-th one, and fewer up to 2,100, where nothing changes any more, not
+// in place and in place, with guard pages and changing alignments:
 // accepts(got, x) says whether a result is right, and tells about it if not.
 template <class T, class Call, class CallI, class Accepts>
 void checkWindow(Call call, CallI inPlace, int shortest, Accepts accepts, int stride = 1) {
   constexpr int kLongest = 2100;
   Arena from(kLongest * sizeof(T)), to(kLongest * sizeof(T));
   Random random(static_cast<uint64_t>(shortest) + sizeof(T));
-  for (int len = shortest; len <= kLongest; len += len < 200 ? 1 : stride) {
+  const int far = 7 * stride;
+  for (int len = shortest; len <= kLongest; len += len < 200 ? 1 : len < 1100 ? inFull(stride, far) : far) {
     const size_t n = static_cast<size_t>(len), offset = n * 5 % 64;
     const Side side = len % 3 == 0 ? Side::front : Side::back;
     std::vector<T> x(n), got(n);

@@ -3,6 +3,7 @@
 #include <cmath>
 #include <cstring>
 
+#include "tests/support/short.h"
 #include "tests/transforms/dft_families.h"
 
 using namespace kvrs::test;
@@ -319,7 +320,7 @@ TEST(DftAccuracy, ShortLengthsEveryFlag) {
 }
 
 TEST(DftAccuracy, EveryLengthTo2100) {
-  for (size_t n = 71; n <= 2100; ++n) {
+  for (size_t n = 71; n <= 2100; n += inFull(1, 11)) {
     checkAllFamilies(n, kAllFlags[n % 4]);
     if (testing::Test::HasFailure()) return;
   }
@@ -334,6 +335,7 @@ TEST(DftAccuracy, EveryLengthTo2100) {
 TEST(DftAccuracy, SomeLongOnes) {
   for (size_t n : {2187,  2310,  2401,  3840,  4410,  5005,  5041,  6561,  8191,  9409, 10000,
                    10007, 15625, 16807, 20014, 22201, 44100, 44101, 65536, 65537, 88200}) {
+    if (isShort() && n > 10007 && n != 65537) continue;
     checkAllFamilies(n, kAllFlags[n % 4]);
     if (testing::Test::HasFailure()) return;
   }
@@ -384,6 +386,7 @@ void checkVeryLong(size_t n) {
 
 TEST(DftAccuracy, VeryLongOnes) {
   for (size_t n : {size_t{1000003}, (size_t{1} << 20) - 1}) {
+    if (isShort() && n == 1000003) continue;
     checkVeryLong<DftComplex32>(n);
     checkVeryLong<DftReal32>(n);
     checkVeryLong<DftComplex64>(n);

@@ -195,7 +195,11 @@ TEST(ExpInteger, Sweep) {
         return random.below(4) == 0 ? random.value<T>()
                                     : static_cast<T>(static_cast<int>(random.below(140)) - 60);
       };
-      const auto oracle = [=](T x) { return exact<T>(x, scaleFactor); };
+      std::vector<T> near;
+      for (int x = -kFar; x <= kFar; ++x) near.push_back(exact<T>(x, scaleFactor));
+      const auto oracle = [&](T x) {
+        return x < -kFar || x > kFar ? exact<T>(x, scaleFactor) : near[static_cast<size_t>(x + kFar)];
+      };
       sweepMapWith<T, T>([=](const T* src, T* dst, int len) { return f(src, dst, len, scaleFactor); }, oracle,
                          sameBits<T>, draw, options);
       sweepInPlaceWith<T>([=](T* srcDst, int len) { return inPlace(srcDst, len, scaleFactor); }, oracle,
