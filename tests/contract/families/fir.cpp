@@ -148,7 +148,9 @@ const Family family{{
             {"kvrsFIR(Free_|_)32f", {0x46493333}},
             {"kvrsFIR(Free_16s|GetTaps_16s|_16s_Sfs)", {0x46493331}},
             // Taps of 32 bits are held as doubles, in records of one word.
-            {"kvrsFIR((Free|[GS]etDlyLine)64f|[GS]etTaps(64f)?)_32s", {0x46493231, 0x46493233}},
+            {"kvrsFIR((Free|[GS]etDlyLine)64f|[GS]etTaps(64f)?)_32s|kvrsFIR(64f)?_32s_I?Sfs",
+             {0x46493231, 0x46493233}},
+            {"kvrsFIROne(64f)?_32s_Sfs", {0x46493231}},
         },
 }};
 
