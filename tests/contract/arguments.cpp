@@ -173,7 +173,7 @@ Arguments::Arguments(const Function& f, size_t arrayBytes)
                 : p.kind == Kind::channels ? kChannels * arrayBytes
                 : isLarge                  ? std::max(kContextBytes, arrayBytes)
                                            : arrayBytes;
-    memory_[i] = std::make_unique<uint8_t[]>(bytes_[i]);
+    memory_[i] = std::make_unique<uint8_t[]>(bytes_[i] + 2 * kMargin);
   }
   reset();
 }
@@ -187,7 +187,7 @@ bool Arguments::reset() {
       value.number = validValue(f_, p);
       continue;
     }
-    uint8_t* memory = memory_[i].get();
+    uint8_t* memory = begin(i);
     value.pointer = memory;
     switch (p.kind) {
       case Kind::context:
@@ -263,7 +263,7 @@ KvrStatus Arguments::releaseMade() {
   const auto all = f_.all();
   const auto at = std::find_if(all.begin(), all.end(), isNew) - all.begin();
   void* record;
-  memcpy(&record, memory_[at].get(), sizeof record);
+  memcpy(&record, begin(static_cast<int>(at)), sizeof record);
   return f_.release(record);
 }
 

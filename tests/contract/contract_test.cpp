@@ -43,13 +43,13 @@ class Call {
   KvrStatus run() { return arguments_.run(); }
   void releaseMade() { EXPECT_EQ(kvrStatusOk, arguments_.releaseMade()) << f_.name; }
 
-  // What the function could write to: the memory of its pointers and of records on the heap. A record whose caller's
-  // memory is being filled by Init may have been begun.
+  // What the function could write to: the memory of its pointers, with some bytes around it, and of records on the heap. A
+  // record whose caller's memory is being filled by Init may have been begun.
   std::vector<std::span<uint8_t>> watched() {
     std::vector<std::span<uint8_t>> all;
     for (int i = 0; i < f_.parameterCount; ++i) {
       if (strcmp(f_.parameters[i].name, "specMem") == 0) continue;
-      all.push_back(memory(i));
+      all.push_back(arguments_.memoryAndMargins(i));
       auto* const pointer = static_cast<uint8_t*>(arguments_[i].pointer);
       const bool isRecord = f_.parameters[i].kind == Kind::context && pointer != nullptr;
       if (isRecord && (pointer < all.back().data() || pointer >= all.back().data() + all.back().size())) {
