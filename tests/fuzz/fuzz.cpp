@@ -26,7 +26,8 @@ namespace kvrs::test {
 namespace {
 
 constexpr int kMostChannels = 8;
-constexpr int kSlots = 16 + 2 * kMostChannels;    // arguments, and the channels of two of them
+constexpr int kWrongRecord = 16 + 2 * kMostChannels;  // behind arguments and the channels of two of them
+constexpr int kSlots = kWrongRecord + 1;
 constexpr int64_t kMostBytes = int64_t{1} << 25;  // of one array
 constexpr size_t kMostBlock = size_t{1} << 26;    // of the library's memory; more is refused
 constexpr size_t kPeriod = 4099;                  // bytes after which contents repeat
@@ -486,15 +487,18 @@ void Call::placeRecords(int i) {
 
 // Null, no record at all, as many zeros, one of another kind, or only a word of one.
 void Call::breakRecord(int i) {
+  const bool isOneOfMany = f_.parameters[i].kind == Kind::contexts;
+  void* const others = values_.at[i].pointer;
+  if (isOneOfMany && (others == nullptr || scope_["nChannels"] < 1)) return;
   hasBrokenRecord_ = true;
   void* wrong = nullptr;
   const auto& makers = allRows().contexts;
   const uint32_t how = choices_.below(5);
   static auto& foreign = *new std::vector<uint8_t>(kContextBytes);
   if (how == 1) {
-    wrong = put(kSlots - 1, sizeof(uint32_t), 1, Side::back, 0).data();  // a word at the end of a page
+    wrong = put(kWrongRecord, sizeof(uint32_t), 1, Side::back, 0).data();  // a word at the end of a page
   } else if (how == 2) {
-    wrong = put(kSlots - 1, 4096, 8, Side::back, 0).data();
+    wrong = put(kWrongRecord, 4096, 8, Side::back, 0).data();
     memset(wrong, 0, 4096);
   } else if (how >= 3) {
     // A record that its maker makes in memory, of another type.
@@ -514,9 +518,8 @@ void Call::breakRecord(int i) {
     }
   }
   if (wrong == nullptr) hasNull_ = true;
-  if (f_.parameters[i].kind == Kind::contexts) {
-    void* const array = values_.at[i].pointer;
-    if (array != nullptr && scope_["nChannels"] > 0) memcpy(array, &wrong, kPointer);
+  if (isOneOfMany) {
+    memcpy(others, &wrong, kPointer);
   } else {
     values_.at[i].pointer = wrong;
   }
