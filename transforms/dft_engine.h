@@ -66,10 +66,6 @@ void runOutOfOrderInverse(const OutOfOrder<T>& plan, Points<const T> src, Points
 template <class T>
 void movePoints(size_t n, const Points<const T>& src, const Points<T>& dst, T scale);
 
-// Lanes of the table of a direct transform: results are computed side by side.
-template <class T>
-int directLanes();
-
 // Real signals of odd length n = r m. A butterfly of radix r makes of the real rows x[p + m k] a real row, j = 0, and
 // complex ones, j = 1 .. (r-1)/2, turned; the others are their conjugates. Transforms of m points follow.
 template <class T>

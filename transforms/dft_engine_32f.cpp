@@ -10,7 +10,6 @@ template void runDirect(int, const Kvr32f*, const Points<const Kvr32f>&, const P
 template void runOutOfOrder(const OutOfOrder<Kvr32f>&, Points<const Kvr32f>, Points<Kvr32f>, Kvr32f);
 template void runOutOfOrderInverse(const OutOfOrder<Kvr32f>&, Points<const Kvr32f>, Points<Kvr32f>, Kvr32f);
 template void movePoints(size_t, const Points<const Kvr32f>&, const Points<Kvr32f>&, Kvr32f);
-template int directLanes<Kvr32f>();
 template struct RealRows<Kvr32f>;
 
 }  // namespace kvrs::dft

@@ -87,6 +87,17 @@ Plan makePlan(int n);
 template <class T>
 Plan makeOutOfOrderPlan(int n);
 
+// Numbers of the table between the stages of a level.
+inline size_t numbersOf(const int* radix, int count, size_t rows) {
+  size_t all = 0;
+  for (int i = 0; i < count; ++i) {
+    const size_t r = static_cast<size_t>(radix[i]), m = i + 1 < count ? rows / r : 1;
+    all += 2 * (m - 1) * (r - 1);
+    rows = m;
+  }
+  return all;
+}
+
 // Whether a radix has a kernel of its own: in stages, of 16 points only where that many find room in registers.
 constexpr bool hasKernel(int radix) {
   return radix <= kLastShort;

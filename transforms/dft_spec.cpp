@@ -83,7 +83,7 @@ class Builder {
 
   // Row k of the table of a direct transform: cos and sin of 2 pi j k / n, j = 1 .. (n-1)/2, filled up with zeros.
   const T* direct(int n) {
-    const int half = (n - 1) / 2, lanes = directLanes<T>(), padded = (half + lanes - 1) / lanes * lanes;
+    const int half = (n - 1) / 2, padded = wholeVectors<T>(half);
     T* const table = take(static_cast<size_t>(2 * half * padded));
     if (table == nullptr) return nullptr;
     T* to = table;

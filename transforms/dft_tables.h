@@ -33,28 +33,26 @@ fft::Root<T> rootOf(int64_t k, int64_t n) {
 }
 
 // Between the stages of a transform of n points: for p = 1, 2 ... and j = 1 .. r - 1, exp(-2 pi i p j / n), and so on
-// within each r-th of it. Returns how many numbers these are, and puts them where `to` is not null.
+// within each r-th of it. Returns what comes behind.
 template <class T, class Source>
-size_t putNumbers(Source& source, const int* radix, int count, int64_t n, T* to) {
-  size_t all = 0;
+T* putNumbers(Source& source, const int* radix, int count, int64_t n, T* to) {
   for (int i = 0; i < count; ++i) {
     const int64_t m = n / radix[i];
-    for (int64_t p = 1; p < m && to != nullptr; ++p) {
+    for (int64_t p = 1; p < m; ++p) {
       for (int64_t j = 1; j < radix[i]; ++j) {
         const fft::Root<T> w = source.root(p * j, n);
         *to++ = w.re;
         *to++ = w.im;
       }
     }
-    all += static_cast<size_t>(2 * (m - 1) * (radix[i] - 1));
     n = m;
   }
-  return all;
+  return to;
 }
 
 template <class T, class Source>
 const T* makeNumbers(Source& source, const int* radix, int count, int64_t n) {
-  T* const table = source.take(putNumbers<T>(source, radix, count, n, nullptr));
+  T* const table = source.take(numbersOf(radix, count, static_cast<size_t>(n)));
   if (table != nullptr) putNumbers(source, radix, count, n, table);
   return table;
 }
@@ -62,16 +60,19 @@ const T* makeNumbers(Source& source, const int* radix, int count, int64_t n) {
 // Those of all levels.
 template <class T, class Source>
 const T* makeAllNumbers(Source& source, const Plan& plan) {
-  const auto put = [&](T* to) {
-    size_t all = 0;
+  const auto forLevels = [&](auto body) {
     const int* radix = plan.radix;
-    for (int level = 0; level < plan.levels; radix += plan.stages[level], ++level) {
-      all += putNumbers(source, radix, plan.stages[level], plan.rows[level], to == nullptr ? to : to + all);
-    }
-    return all;
+    for (int level = 0; level < plan.levels; radix += plan.stages[level], ++level)
+      body(radix, plan.stages[level], plan.rows[level]);
   };
-  T* const table = source.take(put(nullptr));
-  if (table != nullptr) put(table);
+  size_t all = 0;
+  forLevels([&](const int* radix, int count, int rows) {
+    all += numbersOf(radix, count, static_cast<size_t>(rows));
+  });
+  T* const table = source.take(all);
+  if (table == nullptr) return nullptr;
+  T* to = table;
+  forLevels([&](const int* radix, int count, int rows) { to = putNumbers(source, radix, count, rows, to); });
   return table;
 }
 

@@ -41,8 +41,8 @@ int64_t firInputs(S s) {
   if (!s.isMadeBy("MRStream")) return len(s) + s["tapsLen"] - 1;
   // Samples that stand before the last time that an output looks at.
   const int64_t end = s["downPhase"] + (len(s) * up(s) - 1) * down(s) + s["tapsLen"];
-  const int64_t step =
-      std::max<int64_t>(up(s), 1);  // streams of floats do not look at factors before they are run
+  // Streams of floats do not look at factors before they are run.
+  const int64_t step = std::max<int64_t>(up(s), 1);
   return std::max<int64_t>(0, (end - s["upPhase"] + step - 1) / step);
 }
 int64_t firOutputs(S s) {

@@ -130,9 +130,9 @@ std::vector<T> zeroEnds(std::vector<T> three) {
   return three;
 }
 
-// Every length from `shortest` to 1,100, or beyond 200 every stride-th one, and fewer up to 2,100, where nothing changes any more, not
-// in place and in place, with guard pages and changing alignments:
-// accepts(got, x) says whether a result is right, and tells about it if not.
+// Every length from `shortest` to 1,100, or beyond 200 every stride-th one, and fewer up to 2,100, where nothing changes any
+// more, not in place and in place, with guard pages and changing alignments: accepts(got, x) says whether a result is right,
+// and tells about it if not.
 template <class T, class Call, class CallI, class Accepts>
 void checkWindow(Call call, CallI inPlace, int shortest, Accepts accepts, int stride = 1) {
   constexpr int kLongest = 2100;

@@ -15,17 +15,6 @@ void copyBytes(T* to, const T* from, size_t count) {
   std::memcpy(static_cast<void*>(to), from, count * sizeof(T));
 }
 
-// Numbers of the table between the stages of a level.
-inline size_t numbersOf(const int* radix, int count, size_t rows) {
-  size_t all = 0;
-  for (int i = 0; i < count; ++i) {
-    const size_t r = static_cast<size_t>(radix[i]), m = i + 1 < count ? rows / r : 1;
-    all += 2 * (m - 1) * (r - 1);
-    rows = m;
-  }
-  return all;
-}
-
 // One level of a plan as it runs: its rows and radices, and what transforms a strip.
 template <class T>
 struct Level {
@@ -307,11 +296,6 @@ void runOutOfOrderInverse(const OutOfOrder<T>& x, Points<const T> src, Points<T>
   }
 }
 
-template <class T>
-int directLanes() {
-  return static_cast<int>(kLanes<T>);
-}
-
 // Pair sums and differences are numbers for all lanes; results are the lanes. See oddButterfly.
 template <class T>
 void runDirect(int n, const T* table, const Points<const T>& src, const Points<T>& dst, T scale) {
@@ -319,7 +303,7 @@ void runDirect(int n, const T* table, const Points<const T>& src, const Points<T
   const Lanes<T, L> d;
   const Lanes<T, 1> one;
   using C = Complex<hn::Vec<Lanes<T, L>>>;
-  const size_t half = static_cast<size_t>(n - 1) / 2, padded = (half + L - 1) / L * L;
+  const size_t half = static_cast<size_t>(n - 1) / 2, padded = pitchOf<T>(half);
   T u[2 * 24], v[2 * 24];
   auto x0 = mul(loadPoints(one, src, 0), hn::Set(one, scale));
   auto sum = x0;
