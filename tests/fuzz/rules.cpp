@@ -81,7 +81,7 @@ int64_t waveletLine(S s, const char* taps, const char* offset) {
 }
 int32_t integer(std::span<const uint8_t> memory, int64_t i) {
   int32_t value = 0;
-  if (i >= 0 && static_cast<size_t>(i + 1) * sizeof value <= memory.size()) {
+  if (i >= 0 && i < static_cast<int64_t>(memory.size() / sizeof value)) {
     memcpy(&value, memory.data() + i * static_cast<int64_t>(sizeof value), sizeof value);
   }
   return value;
@@ -386,7 +386,7 @@ const Number kNumbers[] = {
 
 template <class T>
 void put(std::span<uint8_t> memory, int64_t i, T value) {
-  if (i >= 0 && static_cast<size_t>(i + 1) * sizeof value <= memory.size()) {
+  if (i >= 0 && i < static_cast<int64_t>(memory.size() / sizeof value)) {
     memcpy(memory.data() + static_cast<size_t>(i) * sizeof value, &value, sizeof value);
   }
 }
