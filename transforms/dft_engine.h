@@ -48,6 +48,10 @@ struct OutOfOrder {
 template <class T>
 void runTiny(int n, const Points<const T>& src, const Points<T>& dst, T scale);
 
+// Of a plan that is straight, `turns` made by makePairTurns.
+template <class T>
+void runStraight(const Plan& plan, const T* turns, const Points<const T>& src, const Points<T>& dst, T scale);
+
 // `work` has room for n numbers, where n > kLastShort.
 template <class T>
 void runMixed(const Mixed<T>& mixed, const Points<const T>& src, const Points<T>& dst, T* work, T scale);

@@ -68,11 +68,15 @@ int64_t chirpLength(int64_t n) {
 
 namespace {
 
-// The operations of a radix for each point, loads and stores included.
-constexpr float costOf(int radix) {
+// The operations of a radix, loads and stores included.
+constexpr int operationsOf(int radix) {
   constexpr int kOperations[] = {16, 34, 40, 62, 80, 102, 100, 150, 144, 206, 184, 270, 232, 232, 240};
+  return kOperations[radix - 2];
+}
+// For each point.
+constexpr float costOf(int radix) {
   if (radix > kLastShort) return 2.0f * static_cast<float>(radix) + 6.0f;
-  return static_cast<float>(kOperations[radix - 2]) / static_cast<float>(radix);
+  return static_cast<float>(operationsOf(radix)) / static_cast<float>(radix);
 }
 
 struct Radices {
@@ -185,12 +189,34 @@ class Search {
   Plan best_{};
 };
 
+// Of two radices, the first level's first; without levels if there are none that fit.
+template <class T>
+Plan straightPlan(int n) {
+  constexpr int P = kPairsOfVector<T>;
+  const auto vectors = [](int count) { return (count + P - 1) / P; };
+  Plan best{};
+  int least = 0;
+  for (int a = 2; a <= kLastStraight; ++a) {
+    const int b = n / a;
+    const Plan plan{.n = n, .levels = 2, .rows = {a, b}, .stages = {1, 1}, .radix = {a, b}};
+    if (a * b != n || b < 2 || !isStraight<T>(plan)) continue;
+    constexpr int kTurn = 5, kSquare = P * (__builtin_ctz(P) + 1);
+    const int cost = vectors(b) * (operationsOf(a) / 2 + kTurn * a + kSquare * vectors(a)) +
+                     vectors(a) * operationsOf(b) / 2;
+    if (best.levels > 0 && cost >= least) continue;
+    best = plan;
+    least = cost;
+  }
+  return best;
+}
+
 }  // namespace
 
 template <class T>
 Plan makePlan(int n) {
   if (n <= kLastShort) return {.n = n, .levels = 1, .rows = {n}, .stages = {1}, .radix = {n}};
-  return Search<T>(n, true).best();
+  const Plan straight = straightPlan<T>(n);
+  return straight.levels > 0 ? straight : Search<T>(n, true).best();
 }
 
 template <class T>

@@ -21,6 +21,13 @@ enum class Method {
 
 inline constexpr int kLastShort = 16;
 
+// Whether a radix has a kernel of its own: in stages, of 16 points only where that many find room in registers.
+constexpr bool hasKernel(int radix) {
+  return radix <= kLastShort;
+}
+inline constexpr int kLastRadix = fft::kMaxBits >= 4 ? 16 : 15;
+inline constexpr int kLastStraight = 16;
+
 struct Factors {
   int count;  // 0: none that will do
   int factor[32];
@@ -43,6 +50,9 @@ int64_t chirpLength(int64_t n);
 //                 array
 //
 // Radices without a kernel of their own are odd and up to 149. One level: a single column.
+//
+// A product of two radices that have kernels runs without tiles, on vectors of pairs (isStraight): the rows of the first
+// level are transformed in memory, the results turned, transposed in registers and put in rows of the last one.
 inline constexpr int kMostLevels = 8;
 struct Plan {
   int n;
@@ -77,6 +87,19 @@ constexpr bool shareVectors(int rows) {
   return kVectorBytes > 16 && 2 * rows <= static_cast<int>(kLanes<T>);
 }
 
+// The complex numbers in a vector of pairs.
+template <class T>
+inline constexpr int kPairsOfVector = static_cast<int>(kLanes<T> / 2);
+
+// Without masks a row has to fill a vector.
+template <class T>
+constexpr bool isStraight(const Plan& plan) {
+  const auto fits = [](int radix) {
+    return radix <= kLastStraight && (kMaskRegisters || radix >= kPairsOfVector<T>);
+  };
+  return plan.levels == 2 && plan.stages[0] == 1 && plan.stages[1] == 1 && fits(plan.rows[0]) && fits(plan.rows[1]);
+}
+
 // n is no prime and has no prime factor above 149.
 template <class T>
 Plan makePlan(int n);
@@ -97,12 +120,6 @@ inline size_t numbersOf(const int* radix, int count, size_t rows) {
   }
   return all;
 }
-
-// Whether a radix has a kernel of its own: in stages, of 16 points only where that many find room in registers.
-constexpr bool hasKernel(int radix) {
-  return radix <= kLastShort;
-}
-inline constexpr int kLastRadix = fft::kMaxBits >= 4 ? 16 : 15;
 
 }  // namespace kvrs::dft
 

@@ -137,6 +137,23 @@ const T* makeAllTurns(Source& source, const Plan& plan) {
   return table;
 }
 
+// exp(-2 pi i p j / n) in pairs: for the rows j from 1 on, those of the columns p.
+template <class T, class Source>
+const T* makePairTurns(Source& source, int64_t rows, int64_t columns) {
+  T* const table = source.take(static_cast<size_t>(2 * (rows - 1) * columns) + kBeyond<T>);
+  if (table == nullptr) return nullptr;
+  T* to = table;
+  for (int64_t j = 1; j < rows; ++j) {
+    for (int64_t p = 0; p < columns; ++p, to += 2) {
+      const fft::Root<T> w = source.root(j * p, rows * columns);
+      to[0] = w.re;
+      to[1] = w.im;
+    }
+  }
+  putBeyond(to);
+  return table;
+}
+
 template <class T, class Source>
 const T* makeOddRoots(Source& source, int r) {
   T* const table = source.take(static_cast<size_t>(2 * r));
@@ -167,6 +184,10 @@ template <class T, class Source>
 void makeMixed(Source& source, Mixed<T>* x) {
   const Plan& plan = x->plan;
   if (plan.n <= kLastShort) return;
+  if (isStraight<T>(plan)) {
+    x->turns = makePairTurns<T>(source, plan.rows[0], plan.rows[1]);
+    return;
+  }
   x->numbers = makeAllNumbers<T>(source, plan);
   if (plan.levels > 1) x->turns = makeAllTurns<T>(source, plan);
   int stages = 0;

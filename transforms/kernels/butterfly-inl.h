@@ -39,6 +39,21 @@ template <class V>
 KVRS_INLINE Complex<V> mul(Complex<V> a, V factor) {
   return {hn::Mul(a.re, factor), hn::Mul(a.im, factor)};
 }
+// a factor + b
+template <class V>
+KVRS_INLINE Complex<V> mulAdd(Complex<V> a, V factor, Complex<V> b) {
+  return {hn::MulAdd(a.re, factor, b.re), hn::MulAdd(a.im, factor, b.im)};
+}
+// a - i t a
+template <class V>
+KVRS_INLINE Complex<V> subMulI(Complex<V> a, V t) {
+  return {hn::MulAdd(t, a.im, a.re), hn::NegMulAdd(t, a.re, a.im)};
+}
+// t a - i a
+template <class V>
+KVRS_INLINE Complex<V> mulSubI(Complex<V> a, V t) {
+  return {hn::MulAdd(t, a.re, a.im), hn::MulSub(t, a.im, a.re)};
+}
 
 // The same on pairs.
 template <class V>
@@ -64,6 +79,18 @@ KVRS_INLINE Paired<V> subI(Paired<V> a, Paired<V> b) {
 template <class V>
 KVRS_INLINE Paired<V> addI(Paired<V> a, Paired<V> b) {
   return sub(a, turn90(b));
+}
+template <class V>
+KVRS_INLINE Paired<V> mulAdd(Paired<V> a, V factor, Paired<V> b) {
+  return {hn::MulAdd(a.v, factor, b.v)};
+}
+template <class V>
+KVRS_INLINE Paired<V> subMulI(Paired<V> a, V t) {
+  return {hn::MulAdd(t, turn90(a).v, a.v)};
+}
+template <class V>
+KVRS_INLINE Paired<V> mulSubI(Paired<V> a, V t) {
+  return {hn::MulAdd(t, a.v, turn90(a).v)};
 }
 template <class V>
 KVRS_INLINE Paired<V> turn45(Paired<V> a) {
@@ -171,11 +198,11 @@ KVRS_INLINE void oddButterfly(D d, Load load, Emit emit) {
     unroll<kHalf>([&](auto k) KVRS_UNROLLED {
       constexpr Root<long double> w = turnOf((j + 1) * (k + 1), R);
       const V c = factor(d, static_cast<T>(w.re)), s = factor(d, static_cast<T>(w.im));
-      a = {hn::MulAdd(u[k].re, c, a.re), hn::MulAdd(u[k].im, c, a.im)};
+      a = mulAdd(u[k], c, a);
       if constexpr (k == 0) {
-        b = {hn::Mul(v[k].re, s), hn::Mul(v[k].im, s)};
+        b = mul(v[k], s);
       } else {
-        b = {hn::MulAdd(v[k].re, s, b.re), hn::MulAdd(v[k].im, s, b.im)};
+        b = mulAdd(v[k], s, b);
       }
     });
     emit(Index<j + 1>(), subI(a, b));
@@ -232,12 +259,8 @@ KVRS_INLINE void butterfly(D d, Load load, Emit emit) {
     const auto c = factor(d, T(0.92387953251128675613));  // cos(pi/8)
     const auto t = factor(d, T(0.41421356237309504880));  // tan(pi/8)
     // exp(-i pi/8) a / c and exp(-3 i pi/8) a / c
-    const auto turn1 = [&](C a) KVRS_UNROLLED {
-      return C{hn::MulAdd(t, a.im, a.re), hn::NegMulAdd(t, a.re, a.im)};
-    };
-    const auto turn3 = [&](C a) KVRS_UNROLLED {
-      return C{hn::MulAdd(t, a.re, a.im), hn::MulSub(t, a.im, a.re)};
-    };
+    const auto turn1 = [&](C a) KVRS_UNROLLED { return subMulI(a, t); };
+    const auto turn3 = [&](C a) KVRS_UNROLLED { return mulSubI(a, t); };
     C x[4][4];  // [j][k]: output k of the transform of points j, j + 4, j + 8, j + 12
     unroll<4>([&](auto j) KVRS_UNROLLED {
       unroll<4>([&](auto i) KVRS_UNROLLED { x[j][i] = load(Index<j + 4 * i>()); });

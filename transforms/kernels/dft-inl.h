@@ -166,6 +166,7 @@ template <class T>
 void runMixed(const Mixed<T>& x, const Points<const T>& src, const Points<T>& dst, T* work, T scale) {
   const Plan& plan = x.plan;
   if (plan.n <= kLastShort) return runTiny(plan.n, src, dst, scale);
+  if (isStraight<T>(plan)) return runStraight(plan, x.turns, src, dst, scale);
   const int* radix = plan.radix;
   const T* numbers = x.numbers;
   const auto next = [&](int level) {

@@ -151,9 +151,10 @@ KVRS_INLINE void transposeInBlocks(D d, hn::Vec<D>* row) {
   });
 }
 
-// After that, the square of whole blocks of as many vectors as there are lanes.
-template <class D>
-KVRS_INLINE void transposeBlocks(D d, hn::Vec<D>* row) {
+// After that, the square of whole blocks of as many vectors as there are lanes. kApart: the distance of the vectors that
+// make up a square; so many squares there are.
+template <int kApart, class D>
+KVRS_INLINE void transposeBlocksApart(D d, hn::Vec<D>* row) {
   using V = hn::Vec<D>;
   constexpr int L = static_cast<int>(hn::MaxLanes(d));
   constexpr int P = kBlock<hn::TFromD<D>>;
@@ -161,23 +162,28 @@ KVRS_INLINE void transposeBlocks(D d, hn::Vec<D>* row) {
   using Odd = detail::PickBlocks<L, P, 1>;
   static_assert(L / P == 1 || L / P == 2 || L / P == 4);
   if constexpr (L / P == 2) {
-    unroll<P>([&](auto c) KVRS_UNROLLED {
-      const V a = row[c], b = row[P + c];
+    unroll<kApart>([&](auto c) KVRS_UNROLLED {
+      const V a = row[c], b = row[kApart + c];
       row[c] = detail::shuffle<Even>(d, a, b);
-      row[P + c] = detail::shuffle<Odd>(d, a, b);
+      row[kApart + c] = detail::shuffle<Odd>(d, a, b);
     });
   } else if constexpr (L / P == 4) {
-    unroll<P>([&](auto c) KVRS_UNROLLED {
-      const V a = detail::shuffle<Even>(d, row[c], row[P + c]);
-      const V b = detail::shuffle<Odd>(d, row[c], row[P + c]);
-      const V e = detail::shuffle<Even>(d, row[2 * P + c], row[3 * P + c]);
-      const V f = detail::shuffle<Odd>(d, row[2 * P + c], row[3 * P + c]);
+    unroll<kApart>([&](auto c) KVRS_UNROLLED {
+      const V a = detail::shuffle<Even>(d, row[c], row[kApart + c]);
+      const V b = detail::shuffle<Odd>(d, row[c], row[kApart + c]);
+      const V e = detail::shuffle<Even>(d, row[2 * kApart + c], row[3 * kApart + c]);
+      const V f = detail::shuffle<Odd>(d, row[2 * kApart + c], row[3 * kApart + c]);
       row[c] = detail::shuffle<Even>(d, a, e);
-      row[P + c] = detail::shuffle<Even>(d, b, f);
-      row[2 * P + c] = detail::shuffle<Odd>(d, a, e);
-      row[3 * P + c] = detail::shuffle<Odd>(d, b, f);
+      row[kApart + c] = detail::shuffle<Even>(d, b, f);
+      row[2 * kApart + c] = detail::shuffle<Odd>(d, a, e);
+      row[3 * kApart + c] = detail::shuffle<Odd>(d, b, f);
     });
   }
+}
+
+template <class D>
+KVRS_INLINE void transposeBlocks(D d, hn::Vec<D>* row) {
+  transposeBlocksApart<kBlock<hn::TFromD<D>>>(d, row);
 }
 
 // Rows to columns of a square of vectors: row[l] becomes lane l of all rows.
@@ -185,6 +191,22 @@ template <class D, int L = static_cast<int>(hn::MaxLanes(D()))>
 KVRS_INLINE void transpose(D d, hn::Vec<D> (&row)[L]) {
   transposeInBlocks<L>(d, row);
   transposeBlocks(d, row);
+}
+
+// The same of pairs.
+template <class T>
+KVRS_INLINE void transposePairs(Cx<Pairs<T>> (&row)[kPoints<Pairs<T>>]) {
+  constexpr int P = static_cast<int>(kPoints<Pairs<T>>);
+  const auto d = Form<Pairs<T>>::lanes;
+  using D = std::conditional_t<sizeof(T) == 4, Lanes<double, P>, Lanes<T, 2 * P>>;
+  hn::Vec<D> x[P];
+  unroll<P>([&](auto i) KVRS_UNROLLED { x[i] = hn::BitCast(D(), row[i].v); });
+  if constexpr (sizeof(T) == 4) {
+    transpose(D(), x);
+  } else {
+    transposeBlocksApart<1>(D(), x);
+  }
+  unroll<P>([&](auto i) KVRS_UNROLLED { row[i].v = hn::BitCast(d, x[i]); });
 }
 
 // Half a square: R rows of 2 R lanes become 2 R rows of R lanes.
