@@ -97,7 +97,8 @@ constexpr bool isStraight(const Plan& plan) {
   const auto fits = [](int radix) {
     return radix <= kLastStraight && (kMaskRegisters || radix >= kPairsOfVector<T>);
   };
-  return plan.levels == 2 && plan.stages[0] == 1 && plan.stages[1] == 1 && fits(plan.rows[0]) && fits(plan.rows[1]);
+  return plan.levels == 2 && plan.stages[0] == 1 && plan.stages[1] == 1 && fits(plan.rows[0]) &&
+         fits(plan.rows[1]);
 }
 
 // n is no prime and has no prime factor above 149.

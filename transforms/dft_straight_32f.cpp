@@ -4,6 +4,7 @@
 
 namespace kvrs::dft {
 
-template void runStraight(const Plan&, const Kvr32f*, const Points<const Kvr32f>&, const Points<Kvr32f>&, Kvr32f);
+template void runStraight(const Plan&, const Kvr32f*, const Points<const Kvr32f>&, const Points<Kvr32f>&,
+                          Kvr32f);
 
 }  // namespace kvrs::dft

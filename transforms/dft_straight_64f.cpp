@@ -4,6 +4,7 @@
 
 namespace kvrs::dft {
 
-template void runStraight(const Plan&, const Kvr64f*, const Points<const Kvr64f>&, const Points<Kvr64f>&, Kvr64f);
+template void runStraight(const Plan&, const Kvr64f*, const Points<const Kvr64f>&, const Points<Kvr64f>&,
+                          Kvr64f);
 
 }  // namespace kvrs::dft

@@ -22,7 +22,8 @@ KVRS_INLINE PairVector<T> signsOf(bool isInverse) {
 
 // Of pairs [R][columns]: the columns transformed, turned, and put in `area` as rows of whole vectors.
 template <int R, class T>
-__attribute__((noinline)) void columnsToRows(size_t columns, const T* src, bool isInverse, const T* turns, T* area) {
+__attribute__((noinline)) void columnsToRows(size_t columns, const T* src, bool isInverse, const T* turns,
+                                             T* area) {
   constexpr Pairs<T> pairs;
   constexpr auto d = Form<Pairs<T>>::lanes;
   constexpr int P = kPairsOfVector<T>, kSquares = (R + P - 1) / P;
@@ -52,9 +53,8 @@ __attribute__((noinline)) void columnsToRows(size_t columns, const T* src, bool 
       // Rows that there are not are the last one's.
       unroll<P>([&](auto i) KVRS_UNROLLED { x[i] = y[s * P + i < R ? s * P + i : R - 1]; });
       transposePairs<T>(x);
-      unroll<P>([&](auto i) KVRS_UNROLLED {
-        hn::Store(x[i].v, d, area + 2 * ((q + i) * kSquares * P + s * P));
-      });
+      unroll<P>([&](auto i)
+                    KVRS_UNROLLED { hn::Store(x[i].v, d, area + 2 * ((q + i) * kSquares * P + s * P)); });
     });
   }
 }
@@ -96,7 +96,8 @@ KVRS_INLINE void withStraightRadix(int radix, Body body) {
 }
 
 template <class T>
-void runStraight(const Plan& plan, const T* turns, const Points<const T>& src, const Points<T>& dst, T scale) {
+void runStraight(const Plan& plan, const T* turns, const Points<const T>& src, const Points<T>& dst,
+                 T scale) {
   alignas(64) T area[2 * kMostStraight];
   alignas(64) T other[2 * kMostStraight];
   // Other forms than pairs in their order, or exchanged on both sides, by way of such.
