@@ -105,6 +105,10 @@ Register dft([] {
     addReal32(n);
     addReal64(n);
   }
+  for (int n : {45, 105, 225, 1001, 11025}) {
+    addReal32(n);
+    addReal64(n);
+  }
   for (int n : {2100, 3840, 10000, 44100}) addOutOfOrder(n);
 });
 
