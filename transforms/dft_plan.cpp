@@ -133,7 +133,8 @@ class Search {
       const int rows = rows_[i];
       if (rest % rows != 0 || (level + 1 == depth_) != (rest == rows)) continue;
       chosen_[level] = i;
-      const float all = cost + costOfLevel(level, rest, rows, radices_[i].cost);
+      const float before = !inOrder_ && rest == rows ? cost * strippedBy(rows) : cost;
+      const float all = before + costOfLevel(level, rest, rows, radices_[i].cost);
       if (all >= least_) continue;
       if (level + 1 < depth_) {
         choose(level + 1, rest / rows, all);
@@ -144,20 +145,28 @@ class Search {
     }
   }
 
+  // Out of order, what it costs the other levels that their strips end where blocks of so many points do, and that these
+  // lie across cache lines.
+  static float strippedBy(int block) {
+    const float filled = static_cast<float>(wholeVectors<T>(block)) / static_cast<float>(block);
+    return block % 4 == 0 ? filled : 1.1f * filled;
+  }
+
   // In operations on vectors.
   float costOfLevel(int level, int rest, int rows, float stages) const {
     const int first = rows_[chosen_[0]], m = rest / rows, side = n_ / rest;
     const auto vectors = [](int numbers) { return static_cast<float>(wholeVectors<T>(numbers) / kAll); };
-    const float columns = level == 0 ? vectors(m)
+    const float columns = !inOrder_    ? (rest == rows ? vectors(side) : static_cast<float>(side * m) / kAll)
+                          : level == 0 ? vectors(m)
                           : depth_ == 2 || side % kAll == 0
                               ? vectors(first) * static_cast<float>(side / first * m)
                           : side < kAll ? kNone
                                         : (vectors(side) + 0.5f) * static_cast<float>(m);
-    float cost = columns * static_cast<float>(rows) * (stages + 8.0f);
+    const float large = inOrder_ ? 0.0f : 0.02f * static_cast<float>(rows);  // tiles take nearest memory
+    float cost = columns * static_cast<float>(rows) * (stages + large + 8.0f);
     const int transposed = inOrder_ ? 0 : depth_ - 1;
     if (level == transposed) {
       constexpr float kSquare = static_cast<float>(2 * kAll * (__builtin_ctz(kAll) + 5));
-      if (!inOrder_ && rows < kAll) return kNone;
       cost += kSquare * (!inOrder_ ? vectors(side) * vectors(rows)
                                    : columns * (shareVectors<T>(rows) ? 0.5f : vectors(rows)));
     }

@@ -70,12 +70,13 @@ class Builder {
     x->plan = makeOutOfOrderPlan<T>(n);
     const Plan& plan = x->plan;
     int64_t length = n;
+    const int64_t block = plan.rows[plan.levels - 1];
     int used = 0;
     for (int level = 0; level < plan.levels; ++level) {
       const int64_t rows = plan.rows[level];
       x->numbers[level] = makeNumbers<T>(*this, plan.radix + used, plan.stages[level], rows);
       used += plan.stages[level];
-      if (level + 1 < plan.levels) x->turns[level] = makeTurns<T>(*this, rows, length / rows);
+      if (level + 1 < plan.levels) x->turns[level] = makeTurns<T>(*this, rows, length / rows, block);
       length /= rows;
     }
     makeOdd(*this, &x->odd, plan.radix, used);

@@ -76,12 +76,13 @@ const T* makeAllNumbers(Source& source, const Plan& plan) {
   return table;
 }
 
-// exp(-2 pi i p j / n) for strips of columns p: for each, rows j from 1 on, of real parts and of imaginary ones. Returns
-// what comes behind.
+// exp(-2 pi i p j / n) for strips of columns p: for each, rows j from 1 on, of real parts and of imaginary ones. No strip
+// goes beyond a multiple of `block`, a divisor of `columns`. Returns what comes behind.
 template <class T, class Source>
-T* putTurns(Source& source, int64_t rows, int64_t columns, T* to) {
-  for (int64_t first = 0; first < columns; first += kTileWidth<T>) {
-    const int64_t width = columns - first < kTileWidth<T> ? columns - first : kTileWidth<T>;
+T* putTurns(Source& source, int64_t rows, int64_t columns, int64_t block, T* to) {
+  for (int64_t first = 0, width; first < columns; first += width) {
+    const int64_t left = block - first % block;
+    width = left < kTileWidth<T> ? left : kTileWidth<T>;
     for (int64_t j = 1; j < rows; ++j, to += 2 * width) {
       for (int64_t q = 0; q < width; ++q) {
         const fft::Root<T> w = source.root(j * (first + q), rows * columns);
@@ -102,9 +103,9 @@ void putBeyond(T* to) {
 }
 
 template <class T, class Source>
-const T* makeTurns(Source& source, int64_t rows, int64_t columns) {
+const T* makeTurns(Source& source, int64_t rows, int64_t columns, int64_t block) {
   T* const table = source.take(static_cast<size_t>(2 * (rows - 1) * columns) + kBeyond<T>);
-  if (table != nullptr) putBeyond(putTurns(source, rows, columns, table));
+  if (table != nullptr) putBeyond(putTurns(source, rows, columns, block, table));
   return table;
 }
 
@@ -120,7 +121,7 @@ const T* makeAllTurns(Source& source, const Plan& plan) {
   }
   T* const table = source.take(all);
   if (table == nullptr) return nullptr;
-  T* to = putTurns(source, plan.rows[0], plan.n / plan.rows[0], table);
+  T* to = putTurns(source, plan.rows[0], plan.n / plan.rows[0], plan.n / plan.rows[0], table);
   n = plan.n / plan.rows[0];
   for (int level = 1; level + 1 < plan.levels; ++level) {
     const int64_t m = n / plan.rows[level];

@@ -31,26 +31,36 @@ struct Level {
   Planes<T> transform(Planes<T> tile, size_t width, Planes<T> other) const {
     return transform(sourceOf(tile), width, width, other, tile);
   }
-  // Rows of memory transformed, then turned by the factors of a strip.
-  Planes<T> transformTurned(const Points<const T>& src, size_t first, size_t distance, size_t width,
-                            const T* turns, Planes<T> a, Planes<T> b) const {
+  // Rows of memory transformed, then turned by the factors of a strip, to rows of whole vectors; those of `out`, or if that
+  // is null of the tile returned.
+  Planes<T> transformTurned(const Points<const T>& src, size_t distance, size_t width, const T* turns,
+                            Planes<T> a, Planes<T> b, Planes<T> out, size_t outPitch) const {
     const size_t pitch = pitchOf<T>(width);
-    const bool isOneStage = stages == 1 && *radix <= kLastRadix;
+    const bool isOneStage = stages == 1 && *radix <= kLastRadix, isInTile = out.re == nullptr;
+    if (isInTile) {
+      out = b;
+      outPitch = pitch;
+    }
     const auto run = [&](const auto& in, size_t between) {
       withRadix(
-          *radix, [&](auto r) { turnedStageOf<r>(in, between, pitch, b, turns, width); }, [] {});
-      return b;
+          *radix, [&](auto r) { turnedStageOf<r>(in, between, out, outPitch, turns, width); }, [] {});
+      return out;
     };
     if constexpr (kStagesReachMemory) {
-      if (isOneStage) return run(MaskedRows<const T>(src, first, width), distance);
+      if (isOneStage) return run(MaskedRows<const T>(src, 0, width), distance);
     }
-    loadRows(src, first, distance, rows, width, a.re, a.im);
+    // Whole rows of planes need no tile to be read.
+    const bool isRead = !src.pairs && width % kLanes<T> == 0;
+    if (!isRead) loadRows(src, 0, distance, rows, width, a.re, a.im);
+    const Planes<const T> in = isRead ? Planes<const T>{src.re, src.im} : sourceOf(a);
+    if (!isRead) distance = pitch;
     if constexpr (!kStagesReachMemory) {
-      if (isOneStage) return run(sourceOf(a), pitch);
+      if (isOneStage) return run(in, distance);
     }
-    const Planes<T> tile = transform(a, pitch, b);
-    turnRows(tile, rows, width, turns);
-    return tile;
+    const Planes<T> tile = transform(in, distance, pitch, b, a);
+    if (isInTile) out = tile;
+    turnRows(sourceOf(tile), pitch, rows, width, turns, out, outPitch);
+    return out;
   }
   // Rows `pitch` apart transformed, to rows of memory.
   void transformStored(Planes<const T> in, size_t pitch, size_t width, Planes<T> a, Planes<T> b, T scale,
@@ -111,7 +121,8 @@ __attribute__((noinline)) void firstLevel(const Level<T>& level, size_t m, const
   Tile<T> a, b;
   for (size_t p = 0, width; p < m; p += width) {
     width = m - p < kTileWidth<T> ? m - p : kTileWidth<T>;
-    const Planes<T> tile = level.transformTurned(src, p, m, width, turns, a.planes(), b.planes());
+    const Planes<T> tile =
+        level.transformTurned(src.at(p), m, width, turns, a.planes(), b.planes(), Planes<T>{}, 0);
     storeTransposed(tile, level.rows, width, Planes<T>{outRe + p * outPitch, outIm + p * outPitch}, outPitch);
     turns += 2 * width * (level.rows - 1);
   }
@@ -219,81 +230,140 @@ Level<T> levelOf(const OutOfOrder<T>& x, int level) {
   return {static_cast<size_t>(x.plan.rows[level]), radix, x.plan.stages[level], x.numbers[level], x.odd};
 }
 
-// One level of blocks of `length` points: columns transformed and turned; the other way, turned and transformed.
+// Between the levels the memory of dst holds blocks, those of the last level, each in strips of a tile's width: real parts,
+// then imaginary ones, so that no pair is put together or taken apart.
 template <class T>
-__attribute__((noinline)) void outOfOrderLevel(Direction direction, const Level<T>& level, const T* turns,
-                                               size_t n, size_t length, T scale, const Points<const T>& src,
-                                               const Points<T>& dst) {
-  const size_t rows = level.rows, rest = length / rows;
-  const bool isForward = direction == Direction::kForward;
+struct BlockStrips {
+  T* memory;
+  size_t length;
+
+  // body(first, width) for the strips of a block.
+  template <class Body>
+  KVRS_INLINE void forEach(Body body) const {
+    for (size_t first = 0; first < length; first += kTileWidth<T>)
+      body(first, length - first < kTileWidth<T> ? length - first : kTileWidth<T>);
+  }
+  // The strip that begins with point i.
+  Points<T> at(size_t i, size_t width) const {
+    return Points<T>::ofPlanes(memory + 2 * i, memory + 2 * i + width);
+  }
+};
+
+// One level of `size` points from number `first` on, columns transformed and turned, in blocks; the outermost one from src.
+template <class T>
+__attribute__((noinline)) void outwardLevel(const Level<T>& level, const T* turns, size_t size, size_t first,
+                                            const Points<const T>* src, const BlockStrips<T>& blocks) {
+  const size_t rows = level.rows, rest = size / rows;
   Tile<T> a, b;
-  for (size_t block = 0; block < n; block += length) {
-    const T* w = turns;
-    for (size_t p = 0, width; p < rest; p += width) {
-      width = rest - p < kTileWidth<T> ? rest - p : kTileWidth<T>;
-      if (isForward) {
-        const auto tile = level.transformTurned(src, block + p, rest, width, w, a.planes(), b.planes());
-        storeRows(tile.re, tile.im, rows, width, scale, dst, block + p, rest);
-      } else {
-        const size_t pitch = pitchOf<T>(width);
-        loadRows(src, block + p, rest, rows, width, a.re, a.im);
-        turnRows(a.planes(), rows, width, w);
-        level.transformStored(Level<T>::sourceOf(a.planes()), pitch, width, b.planes(), a.planes(), scale,
-                              dst, block + p, rest);
-      }
-      w += 2 * width * (rows - 1);
-    }
+  for (size_t p = 0; p < rest; p += blocks.length) {
+    blocks.forEach([&](size_t q, size_t width) {
+      const size_t at = first + p + q;
+      const Points<T> strip = blocks.at(at, width);
+      const bool isWhole = width % kLanes<T> == 0;
+      const Planes<T> out = isWhole ? Planes<T>{strip.re, strip.im} : Planes<T>{};
+      const Planes<T> tile = level.transformTurned(src != nullptr ? src->at(at) : asSource(strip),
+                                                   src != nullptr ? rest : 2 * rest, width, turns, a.planes(),
+                                                   b.planes(), out, 2 * rest);
+      if (!isWhole) storeRows<T>(tile.re, tile.im, rows, width, T(1), strip, 0, 2 * rest);
+      turns += 2 * width * (rows - 1);
+    });
   }
 }
 
-// Contiguous blocks, number k of each in row k of a tile. Spectra stay as tiles have them: only signals are transposed.
+// The other way: turned and transformed, the outermost one to dst.
 template <class T>
-__attribute__((noinline)) void lastOutOfOrder(Direction direction, const Level<T>& level, size_t n, T scale,
-                                              const Points<const T>& src, const Points<T>& dst) {
-  const size_t length = level.rows, blocks = n / length;
+__attribute__((noinline)) void inwardLevel(const Level<T>& level, const T* turns, size_t size, size_t first,
+                                           const BlockStrips<T>& blocks, const Points<T>* dst, T scale) {
+  const size_t rows = level.rows, rest = size / rows;
   Tile<T> a, b;
-  for (size_t block = 0, width; block < blocks; block += width) {
-    width = blocks - block < kTileWidth<T> ? blocks - block : kTileWidth<T>;
-    const size_t begin = block * length;
-    if (direction == Direction::kForward) {
-      loadBlocks(src.at(begin), length, width, a.planes());
-    } else {
-      loadRows(src, begin, width, length, width, a.re, a.im);
-    }
-    const auto tile = level.transform(a.planes(), pitchOf<T>(width), b.planes());
-    if (direction == Direction::kForward) {
-      storeRows(tile.re, tile.im, length, width, scale, dst, begin, width);
-    } else {
-      storeBlocks(tile, length, width, scale, dst.at(begin));
-    }
+  const auto tile = Level<T>::sourceOf(a.planes());
+  for (size_t p = 0; p < rest; p += blocks.length) {
+    blocks.forEach([&](size_t q, size_t width) {
+      const size_t at = first + p + q, pitch = pitchOf<T>(width);
+      const Points<T> strip = blocks.at(at, width);
+      if (width % kLanes<T> == 0) {
+        turnRows(Planes<const T>{strip.re, strip.im}, 2 * rest, rows, width, turns, a.planes(), pitch);
+      } else {
+        loadRows(asSource(strip), 0, 2 * rest, rows, width, a.re, a.im);
+        turnRows(tile, pitch, rows, width, turns, a.planes(), pitch);
+      }
+      const bool isLast = dst != nullptr;
+      level.transformStored(tile, pitch, width, b.planes(), a.planes(), scale, isLast ? dst->at(at) : strip,
+                            0, isLast ? rest : 2 * rest);
+      turns += 2 * width * (rows - 1);
+    });
   }
+}
+
+// Blocks, number k of each in row k of a tile. Spectra stay as tiles have them: only signals are transposed.
+template <class T>
+__attribute__((noinline)) void lastOutward(const Level<T>& level, size_t n, const BlockStrips<T>& blocks,
+                                           const Points<T>& dst, T scale) {
+  const size_t length = level.rows, count = n / length;
+  Tile<T> a, b;
+  for (size_t block = 0, width; block < count; block += width) {
+    width = count - block < kTileWidth<T> ? count - block : kTileWidth<T>;
+    const size_t begin = block * length, pitch = pitchOf<T>(width);
+    blocks.forEach([&](size_t k, size_t strip) {
+      const Points<T> from = blocks.at(begin + k, strip);
+      transposePlane<true, T>(from.re, 2 * length, width, strip, a.re + k * pitch, pitch, pitch);
+      transposePlane<true, T>(from.im, 2 * length, width, strip, a.im + k * pitch, pitch, pitch);
+    });
+    level.transformStored(Level<T>::sourceOf(a.planes()), pitch, width, b.planes(), a.planes(), scale, dst,
+                          begin, width);
+  }
+}
+
+template <class T>
+__attribute__((noinline)) void lastInward(const Level<T>& level, size_t n, const Points<const T>& src,
+                                          const BlockStrips<T>& blocks) {
+  const size_t length = level.rows, count = n / length;
+  Tile<T> a, b;
+  for (size_t block = 0, width; block < count; block += width) {
+    width = count - block < kTileWidth<T> ? count - block : kTileWidth<T>;
+    const size_t begin = block * length, pitch = pitchOf<T>(width);
+    loadRows(src, begin, width, length, width, a.re, a.im);
+    const auto tile = level.transform(a.planes(), pitch, b.planes());
+    blocks.forEach([&](size_t k, size_t strip) {
+      const Points<T> to = blocks.at(begin + k, strip);
+      transposePlane<true, T>(tile.re + k * pitch, pitch, strip, width, to.re, 2 * length, strip);
+      transposePlane<true, T>(tile.im + k * pitch, pitch, strip, width, to.im, 2 * length, strip);
+    });
+  }
+}
+
+template <class T>
+BlockStrips<T> blocksOf(const OutOfOrder<T>& x, const Points<T>& dst) {
+  return {dst.first(), static_cast<size_t>(x.plan.rows[x.plan.levels - 1])};
 }
 
 template <class T>
 void runOutOfOrder(const OutOfOrder<T>& x, Points<const T> src, Points<T> dst, T scale) {
   const size_t n = static_cast<size_t>(x.plan.n);
+  const BlockStrips<T> blocks = blocksOf(x, dst);
   const int last = x.plan.levels - 1;
-  size_t length = n;
+  size_t size = n;
   for (int i = 0; i < last; ++i) {
     const Level<T> level = levelOf(x, i);
-    outOfOrderLevel(Direction::kForward, level, x.turns[i], n, length, T(1), src, dst);
-    length /= level.rows;
-    src = asSource(dst);
+    for (size_t first = 0; first < n; first += size)
+      outwardLevel<T>(level, x.turns[i], size, first, i == 0 ? &src : nullptr, blocks);
+    size /= level.rows;
   }
-  lastOutOfOrder(Direction::kForward, levelOf(x, last), n, scale, src, dst);
+  lastOutward(levelOf(x, last), n, blocks, dst, scale);
 }
 
 template <class T>
 void runOutOfOrderInverse(const OutOfOrder<T>& x, Points<const T> src, Points<T> dst, T scale) {
   const size_t n = static_cast<size_t>(x.plan.n);
+  const BlockStrips<T> blocks = blocksOf(x, dst);
   const int last = x.plan.levels - 1;
-  lastOutOfOrder(Direction::kInverse, levelOf(x, last), n, T(1), src, dst);
-  size_t length = static_cast<size_t>(x.plan.rows[last]);
+  lastInward(levelOf(x, last), n, src, blocks);
+  size_t size = blocks.length;
   for (int i = last - 1; i >= 0; --i) {
     const Level<T> level = levelOf(x, i);
-    length *= level.rows;
-    outOfOrderLevel(Direction::kInverse, level, x.turns[i], n, length, i == 0 ? scale : T(1), asSource(dst),
-                    dst);
+    size *= level.rows;
+    for (size_t first = 0; first < n; first += size)
+      inwardLevel<T>(level, x.turns[i], size, first, blocks, i == 0 ? &dst : nullptr, i == 0 ? scale : T(1));
   }
 }
 

@@ -88,13 +88,13 @@ __attribute__((noinline)) void stageOf(const Shape& g, Planes<const T> in, Plane
   }
 }
 
-// One stage of rows `distance` apart to rows of a tile, each result turned: the factors of row j stand together, `width`
-// real parts and as many imaginary ones, from j = 1 on.
+// One stage of rows `distance` apart to rows `outPitch` apart, each result turned: the factors of row j stand together,
+// `width` real parts and as many imaginary ones, from j = 1 on.
 template <int R, class T, class In>
-__attribute__((noinline)) void turnedStageOf(const In& in, size_t distance, size_t pitch, Planes<T> out,
+__attribute__((noinline)) void turnedStageOf(const In& in, size_t distance, Planes<T> out, size_t outPitch,
                                              const T* w, size_t width) {
   const Full<T> d;
-  for (size_t q = 0; q < pitch; q += kLanes<T>) {
+  for (size_t q = 0; q < width; q += kLanes<T>) {
     anyButterfly<R>(
         d, [&](auto k) KVRS_UNROLLED { return in.load(d, q + k * distance); },
         [&](auto k, Cx<Full<T>> x) KVRS_UNROLLED {
@@ -102,7 +102,7 @@ __attribute__((noinline)) void turnedStageOf(const In& in, size_t distance, size
             const T* const at = w + (2 * k - 2) * width + q;
             x = mul(x, Cx<Full<T>>{hn::LoadU(d, at), hn::LoadU(d, at + width)});
           }
-          out.store(d, q + k * pitch, x);
+          out.store(d, q + k * outPitch, x);
         });
   }
 }

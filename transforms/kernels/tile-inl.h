@@ -221,57 +221,62 @@ struct ScaledRows {
   }
 };
 
-// The rows of a tile turned. The factors of row j and columns of a strip stand together, width real parts and width
-// imaginary ones, from j = 1 on.
+// Rows turned. The factors of row j and columns of a strip stand together, width real parts and width imaginary ones, from
+// j = 1 on.
 template <class T>
-void turnRows(Planes<T> tile, size_t rows, size_t width, const T* w) {
+void turnRows(Planes<const T> in, size_t distance, size_t rows, size_t width, const T* w, Planes<T> out,
+              size_t outPitch) {
   const Full<T> d;
-  for (tile = tile.at(pitchOf<T>(width)); rows > 1; --rows, w += 2 * width) {
-    for (size_t q = 0; q < width; q += kLanes<T>, tile = tile.at(kLanes<T>)) {
+  for (size_t q = 0; q < width && out.re != in.re; q += kLanes<T>) out.store(d, q, in.load(d, q));
+  for (; rows > 1; --rows, w += 2 * width) {
+    in = in.at(distance);
+    out = out.at(outPitch);
+    for (size_t q = 0; q < width; q += kLanes<T>) {
       const Cx<Full<T>> turn{hn::LoadU(d, w + q), hn::LoadU(d, w + width + q)};
-      tile.store(d, 0, mul(tile.load(d, 0), turn));
+      out.store(d, q, mul(in.load(d, q), turn));
     }
   }
 }
 
-// L x L numbers, row i of them from load(i), to L vectors of columns, column i to store(i).
-template <class T, class Load, class Store>
-KVRS_INLINE void square(Load load, Store store) {
-  const Full<T> d;
-  constexpr int L = static_cast<int>(kLanes<T>);
-  hn::Vec<Full<T>> re[L], im[L];
-  unroll<L>([&](auto i) KVRS_UNROLLED {
-    const auto x = load(i);
-    re[i] = x.re;
-    im[i] = x.im;
-  });
-  transpose(d, re);
-  transpose(d, im);
-  unroll<L>([&](auto i) KVRS_UNROLLED { store(i, Cx<Full<T>>{re[i], im[i]}); });
-}
-
-template <class T>
+// Column q of `in` to row q of `out`, of which `room` numbers may be written: where columns are no multiple of a vector
+// long, rows are filled up if there is room, else the last square of lanes lies over the one before. kFirst: nothing is read
+// beyond `width` either, and there may be fewer than a vector of rows and no room.
+template <bool kFirst, class T>
 __attribute__((noinline)) void transposePlane(const T* in, size_t pitch, size_t rows, size_t width, T* out,
-                                              size_t outPitch) {
+                                              size_t outPitch, size_t room) {
   const Full<T> d;
   constexpr int L = static_cast<int>(kLanes<T>);
   for (size_t q = 0; q < width; q += L) {
     for (size_t j = 0; j < rows; j += L) {
-      if (j + L > outPitch) j = rows - L;
+      if (j + L > room && (!kFirst || rows >= L)) j = rows - L;
       hn::Vec<Full<T>> x[L];
       const T* from = in + j * pitch + q;
       // Rows that there are not are copies of the last one: what memory happens to hold could be subnormal, and slow.
-      unroll<L>([&](auto i) KVRS_UNROLLED {
-        x[i] = hn::LoadU(d, from);
-        from += j + i + 1 < rows ? pitch : 0;
-      });
+      const auto load = [&](auto take) KVRS_UNROLLED {
+        unroll<L>([&](auto i) KVRS_UNROLLED {
+          x[i] = take(from);
+          from += j + i + 1 < rows ? pitch : 0;
+        });
+      };
+      if (!kFirst || q + L <= width) {
+        load([&](const T* p) KVRS_UNROLLED { return hn::LoadU(d, p); });
+      } else {
+        load([&](const T* p) KVRS_UNROLLED { return loadFirst(d, p, width - q); });
+      }
       transpose(d, x);
       T* to = out + q * outPitch + j;
-      unroll<L>([&](auto i) KVRS_UNROLLED {
-        if (q + i >= width) return;
-        hn::StoreU(x[i], d, to);
-        to += outPitch;
-      });
+      const auto store = [&](auto put) KVRS_UNROLLED {
+        unroll<L>([&](auto i) KVRS_UNROLLED {
+          if (q + i >= width) return;
+          put(x[i], to);
+          to += outPitch;
+        });
+      };
+      if (!kFirst || j + L <= room) {
+        store([&](auto v, T* p) KVRS_UNROLLED { hn::StoreU(v, d, p); });
+      } else {
+        store([&](auto v, T* p) KVRS_UNROLLED { storeFirst(v, d, p, rows); });
+      }
     }
   }
 }
@@ -297,47 +302,14 @@ __attribute__((noinline)) void transposeShared(const T* re, const T* im, size_t 
   }
 }
 
-// Column q of the tile to row q of `out`. Rows of `out` are filled up where they are longer than the column is; else the
-// last square of lanes lies over the one before.
+// Column q of the tile to row q of `out`.
 template <class T>
 void storeTransposed(Planes<T> tile, size_t rows, size_t width, Planes<T> out, size_t outPitch) {
   const size_t pitch = pitchOf<T>(width);
   if (shareVectors<T>(static_cast<int>(rows)) && outPitch > rows)
     return transposeShared(tile.re, tile.im, pitch, rows, width, out.re);
-  transposePlane(tile.re, pitch, rows, width, out.re, outPitch);
-  transposePlane(tile.im, pitch, rows, width, out.im, outPitch);
-}
-
-// Numbers k of neighbouring blocks of `length` to row k of a tile, and back; a vector or more of them.
-template <class T>
-void loadBlocks(const Points<const T>& in, size_t length, size_t blocks, Planes<T> tile) {
-  const Full<T> d;
-  constexpr size_t L = kLanes<T>;
-  const size_t pitch = pitchOf<T>(blocks);
-  for (size_t block = 0; block < blocks; block += L) {
-    forBlocks<L>(length, [&](size_t k) KVRS_UNROLLED {
-      square<T>(
-          [&](auto i) KVRS_UNROLLED {
-            return loadPoints(d, in, (block + i < blocks ? block + i : blocks - 1) * length + k);
-          },
-          [&](auto i, Cx<Full<T>> x) KVRS_UNROLLED { tile.store(d, (k + i) * pitch + block, x); });
-    });
-  }
-}
-template <class T>
-void storeBlocks(Planes<T> tile, size_t length, size_t blocks, T scale, const Points<T>& out) {
-  const Full<T> d;
-  constexpr size_t L = kLanes<T>;
-  const size_t pitch = pitchOf<T>(blocks);
-  const auto factor = hn::Set(d, scale);
-  for (size_t block = 0; block < blocks; block += L) {
-    forBlocks<L>(length, [&](size_t k) KVRS_UNROLLED {
-      square<T>([&](auto i) KVRS_UNROLLED { return mul(tile.load(d, (k + i) * pitch + block), factor); },
-                [&](auto i, Cx<Full<T>> x) KVRS_UNROLLED {
-                  if (block + i < blocks) storePoints(d, x, out, (block + i) * length + k);
-                });
-    });
-  }
+  transposePlane<false>(tile.re, pitch, rows, width, out.re, outPitch, outPitch);
+  transposePlane<false>(tile.im, pitch, rows, width, out.im, outPitch, outPitch);
 }
 
 // The transform of rows of whole vectors, `distance` apart in `in`, in `count` stages by way of a and b. The first one
