@@ -378,8 +378,7 @@ TEST(ConvCyclic, RealAndComplex) {
 // The rule for sums modulo 2^32.
 Kvr16s scaled(int64_t sum, int scaleFactor) {
   sum = static_cast<int32_t>(static_cast<uint32_t>(sum));
-  const long double exact =
-      std::ldexp(static_cast<long double>(sum), std::max(-100, std::min(100, -scaleFactor)));
+  const long double exact = std::ldexp(static_cast<long double>(sum), -std::clamp(scaleFactor, -100, 100));
   return static_cast<Kvr16s>(std::max(-32768.0L, std::min(32767.0L, std::nearbyint(exact))));
 }
 

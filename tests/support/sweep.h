@@ -91,7 +91,7 @@ template <class R, class... A>
 class Ref<R(A...)> {
  public:
   template <class F>
-  explicit Ref(F& f)
+  explicit Ref(F& f) requires(!std::is_same_v<F, Ref>)  // a copy refers to what its original refers to
       : object_(const_cast<void*>(static_cast<const void*>(&f))),
         call_([](void* object, R* result, A... a) { *result = (*static_cast<F*>(object))(a...); }) {}
   void to(R* result, A... a) const { call_(object_, result, a...); }
