@@ -173,7 +173,7 @@ Arguments::Arguments(const Function& f, size_t arrayBytes)
                 : p.kind == Kind::channels ? kChannels * arrayBytes
                 : isLarge                  ? std::max(kContextBytes, arrayBytes)
                                            : arrayBytes;
-    memory_[i] = std::make_unique<uint8_t[]>(bytes_[i] + 2 * kMargin);
+    memory_[i].resize(bytes_[i] + 2 * kMargin);
   }
   reset();
 }

@@ -4,7 +4,6 @@
 #define KVRS_TESTS_CONTRACT_ARGUMENTS_H
 
 #include <cstdint>
-#include <memory>
 #include <span>
 #include <string>
 #include <vector>
@@ -42,11 +41,9 @@ class Arguments {
 
   Values::Value& operator[](int i) { return values_.at[i]; }
   // The memory that belongs to a pointer, as far as it is ours; empty for numbers.
-  std::span<uint8_t> memory(int i) { return {begin(i), memory_[i] ? bytes_[i] : 0}; }
+  std::span<uint8_t> memory(int i) { return {begin(i), bytes_[i]}; }
   // The same with what lies before it and behind it, which belongs to nobody.
-  std::span<uint8_t> memoryAndMargins(int i) {
-    return {memory_[i].get(), memory_[i] ? bytes_[i] + 2 * kMargin : 0};
-  }
+  std::span<uint8_t> memoryAndMargins(int i) { return memory_[i]; }
   // Whether the contents of an array matter, so that a row gives them.
   const ValidContents* contents(int i) const;
 
@@ -63,12 +60,12 @@ class Arguments {
 
   static constexpr size_t kMargin = 64;
 
-  uint8_t* begin(int i) { return memory_[i] ? memory_[i].get() + kMargin : nullptr; }
+  uint8_t* begin(int i) { return memory_[i].empty() ? nullptr : memory_[i].data() + kMargin; }
   void* makeContext(int parameter, uint8_t* memory);
   void releaseContexts();
 
   const Function& f_;
-  std::vector<std::unique_ptr<uint8_t[]>> memory_;  // with margins
+  std::vector<std::vector<uint8_t>> memory_;  // with margins
   std::vector<size_t> bytes_;
   std::vector<std::vector<void*>> pointers_;  // of channels and contexts
   std::vector<Context> onHeap_;

@@ -2,6 +2,8 @@
 // compare_modules.py to compare between the modules: some lengths up to a few vectors, one beyond the loops' thresholds on
 // one thread and on three, transforms of many sizes, filters long enough for block convolution.
 // SPDX-License-Identifier: MIT
+#include <malloc.h>
+
 #include <algorithm>
 #include <cstdio>
 #include <cstdlib>
@@ -103,9 +105,14 @@ void prepare(const Function& f, const Case& c, Arguments& arguments) {
 void printBytes(std::span<const uint8_t> memory) {
   const size_t pieces = kShown / kPiece;
   const size_t step = std::max(kPiece, memory.size() / pieces / kPiece * kPiece);
+  std::string digits;
   for (size_t i = 0; i < pieces && i * step + kPiece <= memory.size(); ++i) {
-    for (size_t b = 0; b < kPiece; ++b) printf("%02x", memory[i * step + b]);
+    for (uint8_t byte : memory.subspan(i * step, kPiece)) {
+      digits += "0123456789abcdef"[byte >> 4];
+      digits += "0123456789abcdef"[byte & 15];
+    }
   }
+  fputs(digits.c_str(), stdout);
 }
 
 void show(const Function& f, const Case& c) {
@@ -202,6 +209,9 @@ constexpr Size kTaps[] = {{"tapsLen", 1, 300}, {"tapsLen", 33, 1000}, {"tapsLen"
 }  // namespace
 
 int main() {
+  // The long arrays of one call serve the next one: in 32 bits they would else be new pages each time.
+  mallopt(M_MMAP_MAX, 0);
+  mallopt(M_TRIM_THRESHOLD, 256 << 20);
   ownSetNumThreads(1);
   constexpr int kLengths[] = {1, 7, 16, 37, 100, 160};
   for (const Function& f : functions()) {
