@@ -92,7 +92,8 @@ int64_t lastPosition(S s, int64_t end) {
 int64_t packedBytes(S s) {
   const auto counts = s.contents("srcBitsLen");
   int64_t bits = s["dstBitOffset"] & 7;
-  for (int64_t i = 0; i < len(s); ++i) bits += std::clamp(integer(counts, i), 0, 32);
+  const int64_t count = std::min(len(s), static_cast<int64_t>(counts.size() / sizeof(int32_t)));
+  for (int64_t i = 0; i < count; ++i) bits += std::clamp(integer(counts, i), 0, 32);
   return (bits + 7) / 8;
 }
 int64_t pathMetrics(S s) {
