@@ -141,7 +141,7 @@ def run(build, module, is_short):
     program = build / "tests" / f"kvrs_tests_{32 if module == 's8' else 64}"
     with tempfile.NamedTemporaryFile(suffix=".json") as report:
         environment = dict(os.environ, LD_LIBRARY_PATH=str(build / "modules" / module), KVRS_TEST_MODULE=module,
-                           KVRS_TEST_SWEEP="short" if is_short else "")
+                           KVRS_TEST_SWEEP="short" if is_short else "", OMP_WAIT_POLICY="passive")
         before = processor_seconds()
         done = subprocess.run([program, "--gtest_brief=1", f"--gtest_output=json:{report.name}"], env=environment,
                               stdout=subprocess.PIPE, text=True)
