@@ -205,7 +205,7 @@ Plan straightPlan(int n) {
   const auto vectors = [](int count) { return (count + P - 1) / P; };
   Plan best{};
   int least = 0;
-  for (int a = 2; a <= kLastStraight; ++a) {
+  for (int a = 2; a <= kLastShort; ++a) {
     const int b = n / a;
     const Plan plan{.n = n, .levels = 2, .rows = {a, b}, .stages = {1, 1}, .radix = {a, b}};
     if (a * b != n || b < 2 || !isStraight<T>(plan)) continue;

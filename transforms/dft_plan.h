@@ -26,7 +26,6 @@ constexpr bool hasKernel(int radix) {
   return radix <= kLastShort;
 }
 inline constexpr int kLastRadix = fft::kMaxBits >= 4 ? 16 : 15;
-inline constexpr int kLastStraight = 16;
 
 struct Factors {
   int count;  // 0: none that will do
@@ -95,7 +94,7 @@ inline constexpr int kPairsOfVector = static_cast<int>(kLanes<T> / 2);
 template <class T>
 constexpr bool isStraight(const Plan& plan) {
   const auto fits = [](int radix) {
-    return radix <= kLastStraight && (kMaskRegisters || radix >= kPairsOfVector<T>);
+    return hasKernel(radix) && (kMaskRegisters || radix >= kPairsOfVector<T>);
   };
   return plan.levels == 2 && plan.stages[0] == 1 && plan.stages[1] == 1 && fits(plan.rows[0]) &&
          fits(plan.rows[1]);

@@ -24,7 +24,8 @@ struct Points {
     const size_t parts = pairs ? 2 * i : i;
     return {re + parts, im == nullptr ? im : im + parts, pairs};
   }
-  P* first() const { return im != nullptr && im < re && pairs ? im : re; }
+  bool isExchanged() const { return pairs && im != nullptr && im < re; }
+  P* first() const { return isExchanged() ? im : re; }
 };
 
 template <class T>

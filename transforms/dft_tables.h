@@ -185,12 +185,12 @@ template <class T, class Source>
 void makeMixed(Source& source, Mixed<T>* x) {
   const Plan& plan = x->plan;
   if (plan.n <= kLastShort) return;
-  if (isStraight<T>(plan)) {
-    x->turns = makePairTurns<T>(source, plan.rows[0], plan.rows[1]);
-    return;
-  }
+  // A straight plan has none of these, but as many blocks of memory as any other: who is refused one is so in every module.
   x->numbers = makeAllNumbers<T>(source, plan);
-  if (plan.levels > 1) x->turns = makeAllTurns<T>(source, plan);
+  if (plan.levels > 1) {
+    x->turns = isStraight<T>(plan) ? makePairTurns<T>(source, plan.rows[0], plan.rows[1])
+                                   : makeAllTurns<T>(source, plan);
+  }
   int stages = 0;
   for (int level = 0; level < plan.levels; ++level) stages += plan.stages[level];
   makeOdd(source, &x->odd, plan.radix, stages);

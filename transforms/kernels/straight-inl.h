@@ -8,7 +8,7 @@
 
 namespace kvrs::dft {
 
-inline constexpr size_t kMostStraight = size_t{kLastStraight} * kLastStraight;
+inline constexpr size_t kMostStraight = size_t{kLastShort} * kLastShort;
 
 template <class T>
 using PairVector = typename Form<Pairs<T>>::Vector;
@@ -101,9 +101,8 @@ void runStraight(const Plan& plan, const T* turns, const Points<const T>& src, c
   alignas(64) T area[2 * kMostStraight];
   alignas(64) T other[2 * kMostStraight];
   // Other forms than pairs in their order, or exchanged on both sides, by way of such.
-  const auto isExchanged = [](const auto& x) { return x.pairs && x.im < x.re; };
-  const bool isInverse = isExchanged(src) && isExchanged(dst);
-  const auto isDirect = [&](const auto& x) { return x.pairs && isExchanged(x) == isInverse; };
+  const bool isInverse = src.isExchanged() && dst.isExchanged();
+  const auto isDirect = [&](const auto& x) { return x.pairs && x.isExchanged() == isInverse; };
   const size_t n = static_cast<size_t>(plan.n);
   const T* const from = isDirect(src) ? src.first() : other;
   T* const to = isDirect(dst) ? dst.first() : other;
