@@ -17,6 +17,7 @@ import sys
 import tempfile
 import time
 from collections import Counter, defaultdict
+from itertools import zip_longest
 from pathlib import Path
 
 sys.path.insert(0, str(Path(__file__).parent.parent / "differential"))
@@ -34,6 +35,14 @@ class Module:
         environment = dict(os.environ, LD_LIBRARY_PATH=self.directory, OMP_WAIT_POLICY="passive")
         return subprocess.run([self.program, *map(str, arguments)], env=environment, stdout=subprocess.PIPE, text=True,
                               errors="replace", check=False)
+
+
+def by_input(results):
+    """{input: its calls} of lines that begin with the number of an input."""
+    calls = defaultdict(list)
+    for line in results:
+        calls[line.split()[0]].append(line)
+    return calls
 
 
 class Campaign:
@@ -77,20 +86,19 @@ class Campaign:
 
     def compare(self, mine, other, name):
         """The first difference of each input: what follows in it may come from that."""
-        different = set()
-        for a, b in zip(mine, other):
-            if a == b:
-                continue
-            number, function, status, _ = a.split()
-            if number in different:
-                continue
-            different.add(number)
-            what = f"{function}: other results than on {name}"
-            if b.split()[:2] != [number, function]:
-                what = f"{function}: other calls than on {name}"
-            elif b.split()[2] != status:
-                what = f"{function}: status {status}, and {b.split()[2]} on {name}"
-            self.add(what, f"  ./kvrs fuzz --module {self.module.name} --seed {self.seed} --call {number}")
+        theirs = by_input(other)
+        for number, calls in by_input(mine).items():
+            for a, b in zip_longest(calls, theirs[number], fillvalue=""):
+                if a == b:
+                    continue
+                _, function, status, *_ = (a or b).split()
+                what = f"{function}: other results than on {name}"
+                if a.split()[:2] != b.split()[:2]:
+                    what = f"{function}: other calls than on {name}"
+                elif b.split()[2] != status:
+                    what = f"{function}: status {status}, and {b.split()[2]} on {name}"
+                self.add(what, f"  ./kvrs fuzz --module {self.module.name} --seed {self.seed} --call {number}")
+                break
 
     def report(self, seconds):
         calls = sum(sum(statuses.values()) for statuses in self.seen.values())
