@@ -549,6 +549,29 @@ TYPED_TEST(DftMemory, InitAllocWithoutMemory) {
   }
 }
 
+// Which request for memory is the fourth does not depend on the module, though other lengths go other ways in it.
+TEST(DftBlocks, AsManyInEveryModule) {
+  struct Row {
+    int len, complex, real;
+  };
+  for (const Row& row : {Row{16, 2, 3},
+                         {18, 4, 3},
+                         {60, 4, 5},
+                         {94, 5, 4},
+                         {240, 4, 5},
+                         {945, 4, 6},
+                         {1009, 8, 8},
+                         {2021, 6, 5},
+                         {4096, 3, 3}}) {
+    int calls = allocationCount();
+    const DftContext<DftComplex32> complex(static_cast<size_t>(row.len), kvrFftNoDivByAny);
+    EXPECT_EQ(row.complex, allocationCount() - calls) << row.len;
+    calls = allocationCount();
+    const DftContext<DftReal32> real(static_cast<size_t>(row.len), kvrFftNoDivByAny);
+    EXPECT_EQ(row.real, allocationCount() - calls) << row.len;
+  }
+}
+
 TYPED_TEST(DftMemory, ContextChecks) {
   using F = TypeParam;
   using Part = typename F::Part;
