@@ -64,6 +64,7 @@ def main():
     parser.add_argument("--record", metavar="FILE", help="write the ratios to a file too, those of one module and of "
                         "cases that are called family/function/length")
     parser.add_argument("--times", action="store_true", help="print our median time in nanoseconds too")
+    parser.add_argument("--targets", action="store_true", help="print what has to be built for this, and end")
     options = parser.parse_args()
 
     modules = options.module
@@ -71,6 +72,9 @@ def main():
         flags = open("/proc/cpuinfo").read()
         best = "v4" if "avx512vl" in flags and "avx512bw" in flags else "v3" if "avx2" in flags else "v2"
         modules = ["s8", best]
+    if options.targets:
+        print(*(f"kvrs_bench_{module}" for module in modules))
+        return
     for module in modules:
         program = os.path.join(options.build, "bench", f"kvrs_bench_{module}")
         print(f"\nmodule {module}: time of the peer / time of kvrs")
