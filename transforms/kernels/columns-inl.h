@@ -57,6 +57,31 @@ struct TabledTwiddles {
   }
 };
 
+// Of a transform of n points in each column of a strip, the passes before the last one: they know nothing of what follows.
+template <int R, class T, class In>
+void firstColumnPass(In in, size_t pitch, Work<T> work, size_t width, size_t n, const T* w) {
+  constexpr PassTag<T> d;
+  const size_t m = n / R;
+  for (size_t p = 0; p < m; ++p, w += 2 * (R - 1)) {
+    const NumberTwiddles<R, PassTag<T>> turns(d, w);
+    passSteps<R>(d, in.at(p * pitch), m * pitch, work.at(p * width), m * width, width, turns);
+  }
+}
+
+template <int R, class T>
+void middleColumnPass(Work<T> work, size_t width, size_t points, size_t n, const T* w) {
+  constexpr PassTag<T> d;
+  const size_t m = n / R;
+  for (size_t base = 0; base < points; base += n) {
+    const T* wp = w;
+    for (size_t p = 0; p < m; ++p, wp += 2 * (R - 1)) {
+      const NumberTwiddles<R, PassTag<T>> turns(d, wp);
+      const auto rows = work.at((base + p) * width);
+      passSteps<R>(d, rows, m * width, rows, m * width, width, turns);
+    }
+  }
+}
+
 // Where the columns come from and go to: `points` rows, `pitch` numbers apart.
 template <class T, class In, class Out, class Twiddles>
 struct Columns {
@@ -75,29 +100,6 @@ struct Columns {
   template <int R>
   void onlyPass(size_t first) const {
     for (size_t c = first; c < first + width; c += kFactorSpan<T>) turnedSteps<R>(in.at(c), pitch, c, 0, 1);
-  }
-
-  template <int R>
-  void firstPass(size_t first, size_t n) const {
-    const size_t m = n / R;
-    const T* wp = w;
-    for (size_t p = 0; p < m; ++p, wp += 2 * (R - 1)) {
-      const NumberTwiddles<R, D> turns(d, wp);
-      passSteps<R>(d, in.at(p * pitch + first), m * pitch, work.at(p * width), m * width, width, turns);
-    }
-  }
-
-  template <int R>
-  void middlePass(size_t points, size_t n, const T* wn) const {
-    const size_t m = n / R;
-    for (size_t base = 0; base < points; base += n) {
-      const T* wp = wn;
-      for (size_t p = 0; p < m; ++p, wp += 2 * (R - 1)) {
-        const NumberTwiddles<R, D> turns(d, wp);
-        const auto rows = work.at((base + p) * width);
-        passSteps<R>(d, rows, m * width, rows, m * width, width, turns);
-      }
-    }
   }
 
   // The passes before have left group g of R rows at the place of its digits in reverse.
@@ -141,12 +143,13 @@ struct Columns {
       n >>= bits;
       wn += 2 * n * ((1 << bits) - 1);
     };
-    withRadix<2>(plan.bits[0], [&](auto r) KVRS_UNROLLED { this->template firstPass<r()>(first, n); });
+    withRadix<2>(plan.bits[0],
+                 [&](auto r) KVRS_UNROLLED { firstColumnPass<r()>(in.at(first), pitch, work, width, n, w); });
     next(plan.bits[0]);
     int pass = 1;
     for (; pass + 1 < plan.passes; ++pass) {
       withRadix<2>(plan.bits[pass],
-                   [&](auto r) KVRS_UNROLLED { this->template middlePass<r()>(points, n, wn); });
+                   [&](auto r) KVRS_UNROLLED { middleColumnPass<r()>(work, width, points, n, wn); });
       next(plan.bits[pass]);
     }
     withRadix<2>(plan.bits[pass],
