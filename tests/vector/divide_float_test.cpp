@@ -336,6 +336,28 @@ TEST(DivideFloat, Div64fc) {
   checkComplex(kvrsDiv_64fc, kvrsDiv_64fc_I, threadedLength(1024));
 }
 
+// Where two NaN meet, which one is passed on may depend on where a thread's share ends, but nothing else does.
+TEST(DivideFloat, NanOnThreads) {
+  const size_t n = static_cast<size_t>(threadedLength(1024)) + 7;
+  std::vector<Kvr32fc> a(n), b(n), dst(n);
+  uint32_t word = 1;
+  for (auto* v : {&a, &b}) {
+    for (Kvr32fc& x : *v) {
+      for (Kvr32f* part : {&x.re, &x.im}) {
+        word = word * 1664525 + 1013904223;
+        const uint32_t bits = 0x7FC00000 | (word & 0x803FFFFF);
+        memcpy(part, &bits, sizeof bits);
+      }
+    }
+  }
+  for (int threads : {1, 2, 3}) {
+    ThreadCount count(threads);
+    std::fill(dst.begin(), dst.end(), Kvr32fc{});
+    EXPECT_EQ(kvrStatusOk, kvrsDiv_32fc(a.data(), b.data(), dst.data(), static_cast<int>(n)));
+    for (size_t i = 0; i < n; ++i) ASSERT_TRUE(std::isnan(dst[i].re) && std::isnan(dst[i].im)) << i;
+  }
+}
+
 TEST(DivideFloat, DivCRev32f) {
   const Kvr32f inf = std::numeric_limits<Kvr32f>::infinity(), nan = std::numeric_limits<Kvr32f>::quiet_NaN();
   for (Kvr32f val : {3.0f, -0.7f, 0.0f, inf, nan}) {
