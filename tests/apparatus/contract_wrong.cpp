@@ -42,7 +42,7 @@ const Fault fftKind("kvrsFFTFwd_CToC_32fc takes a record of another kind", "Cont
 const Fault fftLate("kvrsFFTFwd_CToC_32fc looks at its context last", "Contract.Contexts");
 const Fault fftHides("kvrsFFTFwd_CToC_32fc hides that memory was refused", "Contract.FailingMemory");
 const Fault fftWrites("kvrsFFTFwd_CToC_32fc writes, though memory was refused", "Contract.FailingMemory");
-const Fault fftBin("kvrsFFTFwd_CToC_32fc has one wrong bin", "*FftAccuracy*");
+const Fault fftBin("kvrsFFTFwd_CToC_32fc has one wrong bin", "FftAccuracy/0.EveryOrderAndFlag");
 }  // namespace
 
 KvrStatus kvrsFFTFwd_CToC_32fc(const Kvr32fc* src, Kvr32fc* dst, const KvrsFFTSpec_C_32fc* spec,
@@ -92,7 +92,7 @@ KvrStatus kvrsFIRInitAlloc_32f(KvrsFIRState_32f** state, const Kvr32f* taps, int
 }
 
 namespace {
-const Fault firState("kvrsFIR_32f forgets its state between calls", "Fir*");
+const Fault firState("kvrsFIR_32f forgets its state between calls", "Fir.StreamsInPieces");
 }
 
 KvrStatus kvrsFIR_32f(const Kvr32f* src, Kvr32f* dst, int len, KvrsFIRState_32f* state) noexcept {
